@@ -1,0 +1,47 @@
+#pragma once
+
+#include "library/LibraryStore.h"
+#include "records/database/DatabaseQueue.h"
+#include "support/Fakes.h"
+
+#include <memory>
+
+/// The real store on a real database, in memory unless a queue is given; only the clock, the panels and the system are
+/// fakes. Each reading of the clock is a second after the one before.
+class TestLibrary {
+public:
+    explicit TestLibrary(const QStringList &arguments = {}, std::unique_ptr<DatabaseQueue> existing = nullptr);
+
+    FakePanels panels;
+    FakeFileViewer fileViewer;
+    FakeTerminator terminator;
+    QStringList printed;
+    std::unique_ptr<DatabaseQueue> queue;
+    LibraryStore store;
+
+    /// The codes of these names, made in this order at the top level.
+    QList<Code> makeCodes(const QStringList &names);
+    /// The code of that name as the store lists it now.
+    [[nodiscard]] Code code(const QString &name) const;
+    /// A pasted document, as the store lists it.
+    Document paste(const QString &title, const QString &text);
+    [[nodiscard]] Document document(const QString &title) const;
+    /// All codings in the file, in the order of their making.
+    [[nodiscard]] QList<Coding> storedCodings() const;
+    [[nodiscard]] QList<Code> storedCodes() const;
+
+private:
+    QDateTime m_now;
+};
+
+/// Counts how often a value announces a change.
+class ChangeCounter {
+public:
+    explicit ChangeCounter(const Notifier &notifier);
+
+    [[nodiscard]] int count() const { return m_count; }
+
+private:
+    QObject m_context;
+    int m_count = 0;
+};
