@@ -1,0 +1,86 @@
+#include "records/AppDatabase.h"
+
+#include "platform/ApplicationFolder.h"
+#include "records/database/DatabaseMigrator.h"
+
+#include <QDir>
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void createCore(Database &database)
+{
+    database.execute(R"(CREATE TABLE "project" ("id" TEXT PRIMARY KEY NOT NULL, "name" TEXT NOT NULL, )"
+                     R"("createdAt" DATETIME NOT NULL, "modifiedAt" DATETIME NOT NULL))");
+    database.execute(R"(CREATE TABLE "document" ("id" TEXT PRIMARY KEY NOT NULL, "projectID" TEXT NOT NULL, )"
+                     R"("title" TEXT NOT NULL, "text" TEXT NOT NULL, "addedAt" DATETIME NOT NULL, )"
+                     R"("sourceKind" TEXT NOT NULL, "wordCount" INTEGER NOT NULL, "charCount" INTEGER NOT NULL))");
+    database.execute(R"(CREATE INDEX "document_on_projectID" ON "document"("projectID"))");
+}
+
+void codes(Database &database)
+{
+    database.execute(
+        R"(CREATE TABLE "code" ("id" TEXT PRIMARY KEY NOT NULL, "projectID" TEXT NOT NULL, )"
+        R"("name" TEXT NOT NULL, "colorHex" TEXT NOT NULL, "parentID" TEXT, "createdAt" DATETIME NOT NULL))");
+    database.execute(R"(CREATE INDEX "code_on_projectID" ON "code"("projectID"))");
+    database.execute(R"(CREATE INDEX "code_on_parentID" ON "code"("parentID"))");
+    database.execute(R"(CREATE TABLE "coding" ("id" TEXT PRIMARY KEY NOT NULL, "documentID" TEXT NOT NULL, )"
+                     R"("codeID" TEXT NOT NULL, "start" INTEGER NOT NULL, "length" INTEGER NOT NULL, )"
+                     R"("createdAt" DATETIME NOT NULL))");
+    database.execute(R"(CREATE INDEX "coding_on_documentID" ON "coding"("documentID"))");
+    database.execute(R"(CREATE INDEX "coding_on_codeID" ON "coding"("codeID"))");
+}
+
+void memos(Database &database)
+{
+    database.execute(R"(ALTER TABLE "code" ADD COLUMN "memo" TEXT)");
+    database.execute(R"(ALTER TABLE "document" ADD COLUMN "memo" TEXT)");
+}
+
+/// Stored files carry these identifiers: a change of the schema is a new migration behind them.
+void bringUpToDate(DatabaseQueue &queue)
+{
+    DatabaseMigrator migrator;
+    migrator.registerMigration("createCore", createCore);
+    migrator.registerMigration("codes", codes);
+    migrator.registerMigration("memos", memos);
+    migrator.migrate(queue);
+}
+
+/// The interviews of a study are nobody else's business.
+void makePrivateFile(const QString &path)
+{
+    QFile file(path);
+    if (!file.exists() && file.open(QIODevice::NewOnly | QIODevice::WriteOnly))
+        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+}
+
+} // namespace
+
+AppDatabase &AppDatabase::shared()
+{
+    static AppDatabase instance;
+    return instance;
+}
+
+AppDatabase::AppDatabase() : dbQueue(openQueue(ApplicationFolder::prepared() + u"/vorn.sqlite"_s))
+{
+}
+
+std::unique_ptr<DatabaseQueue> AppDatabase::openQueue(const QString &path)
+{
+    makePrivateFile(path);
+    auto queue = std::make_unique<DatabaseQueue>(path);
+    bringUpToDate(*queue);
+    return queue;
+}
+
+std::unique_ptr<DatabaseQueue> AppDatabase::makeFreshQueue()
+{
+    auto queue = std::make_unique<DatabaseQueue>();
+    bringUpToDate(*queue);
+    return queue;
+}

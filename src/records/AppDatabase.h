@@ -1,0 +1,24 @@
+#pragma once
+
+#include "records/database/DatabaseQueue.h"
+
+#include <memory>
+
+class QString;
+
+/// The one database of the program: the file "vorn.sqlite" in the folder of the user's application data.
+class AppDatabase {
+public:
+    /// The shared instance, opened and brought up to date on first use. Throws DatabaseError or FileError when there
+    /// can be no database; the file is then as it was.
+    static AppDatabase &shared();
+    /// A new, empty, private database in memory with the same schema. Throws DatabaseError.
+    [[nodiscard]] static std::unique_ptr<DatabaseQueue> makeFreshQueue();
+    /// Opens or makes the file at `path` and brings its schema up to date. Throws DatabaseError.
+    [[nodiscard]] static std::unique_ptr<DatabaseQueue> openQueue(const QString &path);
+
+    const std::unique_ptr<DatabaseQueue> dbQueue;
+
+private:
+    AppDatabase();
+};

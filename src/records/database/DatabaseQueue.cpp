@@ -1,0 +1,125 @@
+#include "records/database/DatabaseQueue.h"
+
+#include "records/database/DatabaseError.h"
+#include "records/database/TableChanges.h"
+
+#include <sqlite3.h>
+
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+std::unique_ptr<Database> opened(const QByteArray &name, const Configuration &configuration)
+{
+    // SQLite's own mutexes are needless: the queue lets one thread in at a time.
+    const int flags = SQLITE_OPEN_NOMUTEX
+        | (configuration.readonly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    sqlite3 *raw = nullptr;
+    const int status = sqlite3_open_v2(name.constData(), &raw, flags, nullptr);
+    auto database = std::make_unique<Database>(raw); // owns it before the check may throw
+    if (status != SQLITE_OK) {
+        const char *message = raw ? sqlite3_errmsg(raw) : sqlite3_errstr(status);
+        throw DatabaseError::whileExecuting(status, QString::fromUtf8(message), {});
+    }
+    return database;
+}
+
+void setUp(Database &database, const Configuration &configuration)
+{
+    sqlite3 *connection = database.connection();
+    sqlite3_busy_timeout(connection, 0);
+    const int quotes = configuration.acceptsDoubleQuotedStringLiterals ? 1 : 0;
+    sqlite3_db_config(connection, SQLITE_DBCONFIG_DQS_DDL, quotes, nullptr);
+    sqlite3_db_config(connection, SQLITE_DBCONFIG_DQS_DML, quotes, nullptr);
+    // A file from elsewhere may hold views and triggers that call functions; they get no more than plain ones.
+    sqlite3_db_config(connection, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    if (configuration.foreignKeysEnabled)
+        database.execute("PRAGMA foreign_keys = ON");
+    sqlite3_extended_result_codes(connection, 1);
+    database.execute("SELECT * FROM sqlite_master LIMIT 1");
+}
+
+} // namespace
+
+DatabaseQueue::DatabaseQueue(const QString &path, const Configuration &configuration)
+    : m_database(opened(QFile::encodeName(path), configuration))
+{
+    setUp(*m_database, configuration);
+}
+
+DatabaseQueue::DatabaseQueue(const Configuration &configuration) : m_database(opened(":memory:", configuration))
+{
+    setUp(*m_database, configuration);
+}
+
+DatabaseQueue::~DatabaseQueue() = default;
+
+void DatabaseQueue::addWatcher(TableChanges &watcher)
+{
+    if (m_watchers.empty()) {
+        const auto tell = [](void *watchers, int, const char *, const char *table, sqlite3_int64 rowID) {
+            for (TableChanges *each : *static_cast<std::vector<TableChanges *> *>(watchers))
+                each->noteChange(table, rowID);
+        };
+        sqlite3_update_hook(m_database->connection(), tell, &m_watchers);
+    }
+    m_watchers.push_back(&watcher);
+}
+
+void DatabaseQueue::removeWatcher(TableChanges &watcher)
+{
+    std::erase(m_watchers, &watcher);
+}
+
+DatabaseQueue::Transaction::Transaction(Database &database) : m_database(database)
+{
+    m_database.execute("BEGIN IMMEDIATE TRANSACTION");
+}
+
+DatabaseQueue::Transaction::~Transaction()
+{
+    // SQLite ends a transaction by itself after some failures, as of a full disk.
+    if (m_ended || !m_database.isInTransaction())
+        return;
+    try {
+        m_database.execute("ROLLBACK TRANSACTION");
+    } catch (const DatabaseError &) {
+        // The failure that brought us here is on its way to the caller; the file is whole through its journal.
+    }
+}
+
+void DatabaseQueue::Transaction::commit()
+{
+    m_database.execute("COMMIT TRANSACTION");
+    m_ended = true;
+}
+
+DatabaseQueue::Turn::Turn(DatabaseQueue &queue) : m_queue(queue)
+{
+    if (m_queue.m_holder == std::this_thread::get_id())
+        throw DatabaseError::misuse(u"The database was entered again from within an access to it."_s);
+    m_queue.m_mutex.lock();
+    m_queue.m_holder = std::this_thread::get_id();
+}
+
+DatabaseQueue::Turn::~Turn()
+{
+    m_queue.m_holder = std::thread::id();
+    m_queue.m_mutex.unlock();
+}
+
+DatabaseQueue::QueryOnly::QueryOnly(Database &database) : m_database(database)
+{
+    m_database.execute("PRAGMA query_only = 1");
+}
+
+DatabaseQueue::QueryOnly::~QueryOnly()
+{
+    try {
+        m_database.execute("PRAGMA query_only = 0");
+    } catch (const DatabaseError &) {
+        // Only memory can fail here; the next write would say so.
+    }
+}

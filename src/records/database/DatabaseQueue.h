@@ -1,0 +1,111 @@
+#pragma once
+
+#include "records/database/Database.h"
+
+#include <QString>
+
+#include <memory>
+#include <mutex>
+#include <thread>
+#include <type_traits>
+
+class TableChanges;
+
+/// The settings of a connection; the program always uses these values.
+struct Configuration {
+    bool foreignKeysEnabled = true;
+    bool readonly = false; ///< otherwise the file is opened for writing and made if missing
+    QString label;
+    bool acceptsDoubleQuotedStringLiterals = false;
+};
+
+/// One connection; every access to it waits its turn. There is no busy handler: a file that another process has
+/// locked fails at once. The file stays in the rollback journal's mode.
+class DatabaseQueue {
+public:
+    /// Opens or makes the file at `path`. Throws DatabaseError.
+    explicit DatabaseQueue(const QString &path, const Configuration &configuration = {});
+    /// A private database in memory, gone with the queue. Throws DatabaseError.
+    explicit DatabaseQueue(const Configuration &configuration = {});
+    ~DatabaseQueue();
+    DatabaseQueue(const DatabaseQueue &) = delete;
+    DatabaseQueue &operator=(const DatabaseQueue &) = delete;
+
+    /// Runs `body(Database &)` with the connection query-only and returns its result. A body must not call back into
+    /// the queue. Throws DatabaseError and what the body throws.
+    template <typename Body>
+    std::invoke_result_t<Body, Database &> read(Body &&body)
+    {
+        const Turn turn(*this);
+        const QueryOnly queryOnly(*m_database);
+        return std::forward<Body>(body)(*m_database);
+    }
+    /// Runs `body(Database &)` in one transaction, which a throwing body rolls back. Throws as `read`.
+    template <typename Body>
+    std::invoke_result_t<Body, Database &> write(Body &&body)
+    {
+        const Turn turn(*this);
+        Transaction transaction(*m_database);
+        if constexpr (std::is_void_v<std::invoke_result_t<Body, Database &>>) {
+            std::forward<Body>(body)(*m_database);
+            transaction.commit();
+        } else {
+            auto result = std::forward<Body>(body)(*m_database);
+            transaction.commit();
+            return result;
+        }
+    }
+    /// As `write`, but without a transaction around the body.
+    template <typename Body>
+    std::invoke_result_t<Body, Database &> writeWithoutTransaction(Body &&body)
+    {
+        const Turn turn(*this);
+        return std::forward<Body>(body)(*m_database);
+    }
+
+    /// `watcher` is told of every row that this connection changes, until it is removed. Not owned.
+    void addWatcher(TableChanges &watcher);
+    void removeWatcher(TableChanges &watcher);
+
+    /// A transaction that rolls back unless it was committed.
+    class Transaction {
+    public:
+        explicit Transaction(Database &database);
+        ~Transaction();
+        Transaction(const Transaction &) = delete;
+        Transaction &operator=(const Transaction &) = delete;
+        void commit();
+
+    private:
+        Database &m_database;
+        bool m_ended = false;
+    };
+
+private:
+    /// Holds the connection for one body; throws when the same thread holds it already, instead of waiting for ever.
+    class Turn {
+    public:
+        explicit Turn(DatabaseQueue &queue);
+        ~Turn();
+        Turn(const Turn &) = delete;
+        Turn &operator=(const Turn &) = delete;
+
+    private:
+        DatabaseQueue &m_queue;
+    };
+    class QueryOnly {
+    public:
+        explicit QueryOnly(Database &database);
+        ~QueryOnly();
+        QueryOnly(const QueryOnly &) = delete;
+        QueryOnly &operator=(const QueryOnly &) = delete;
+
+    private:
+        Database &m_database;
+    };
+
+    std::unique_ptr<Database> m_database;
+    std::vector<TableChanges *> m_watchers;
+    std::mutex m_mutex;
+    std::atomic<std::thread::id> m_holder;
+};

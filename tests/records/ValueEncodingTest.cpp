@@ -1,0 +1,104 @@
+#include "records/database/ValueEncoding.h"
+
+#include "records/database/DatabaseError.h"
+
+#include <QTimeZone>
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+ValueView text(QByteArrayView bytes)
+{
+    return {.kind = ValueView::Kind::text, .bytes = bytes};
+}
+ValueView blob(QByteArrayView bytes)
+{
+    return {.kind = ValueView::Kind::blob, .bytes = bytes};
+}
+ValueView integer(qint64 value)
+{
+    return {.kind = ValueView::Kind::integer, .integer = value, .bytes = {}};
+}
+ValueView real(double value)
+{
+    return {.kind = ValueView::Kind::real, .real = value, .bytes = {}};
+}
+
+struct DateCase {
+    const char *name;
+    ValueView stored;
+    const char *expected; ///< as written back; null for a refused value
+};
+
+class StoredDate : public testing::TestWithParam<DateCase> { };
+
+} // namespace
+
+TEST_P(StoredDate, IsReadAsTheMomentItNames)
+{
+    const auto date = ValueEncoding::date(GetParam().stored);
+    ASSERT_EQ(date.has_value(), GetParam().expected != nullptr);
+    if (date) {
+        EXPECT_EQ(std::get<TextValue>(ValueEncoding::encoded(*date)).utf8, QByteArray(GetParam().expected));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Forms, StoredDate,
+    testing::Values(DateCase{"own_form_with_milliseconds", text("2026-03-01 09:05:07.042"), "2026-03-01 09:05:07.042"},
+        DateCase{"day_alone", text("2026-03-01"), "2026-03-01 00:00:00.000"},
+        DateCase{"no_seconds", text("2026-03-01 09:05"), "2026-03-01 09:05:00.000"},
+        DateCase{"t_between", text("2026-03-01T09:05:07"), "2026-03-01 09:05:07.000"},
+        DateCase{"zulu", text("2026-03-01T09:05:07Z"), "2026-03-01 09:05:07.000"},
+        DateCase{"one_digit_of_a_second", text("2026-03-01 09:05:07.5"), "2026-03-01 09:05:07.500"},
+        DateCase{"microseconds_are_cut", text("2026-03-01 09:05:07.123999"), "2026-03-01 09:05:07.123"},
+        DateCase{"zone_east_crosses_midnight", text("2026-03-01 00:30+02:00"), "2026-02-28 22:30:00.000"},
+        DateCase{"zone_west_behind_a_blank", text("2026-03-01T23:00:00.250 -05:30"), "2026-03-02 04:30:00.250"},
+        DateCase{"time_alone", text("12:30:15"), "2000-01-01 12:30:15.000"},
+        DateCase{"blob_of_text", blob("2026-03-01 09:05:07.042"), "2026-03-01 09:05:07.042"},
+        DateCase{"whole_seconds", integer(1'772'355'907), "2026-03-01 09:05:07.000"},
+        DateCase{"real_seconds", real(1'772'355'907.042), "2026-03-01 09:05:07.042"},
+        DateCase{"seconds_before_1970", real(-0.5), "1969-12-31 23:59:59.500"},
+        DateCase{"last_moment", text("9999-12-31 23:59:59.999"), "9999-12-31 23:59:59.999"},
+        DateCase{"enormous_integer", integer(std::numeric_limits<qint64>::max()), nullptr},
+        DateCase{"enormous_real", real(1e300), nullptr},
+        DateCase{"not_a_number", real(std::numeric_limits<double>::quiet_NaN()), nullptr},
+        DateCase{"zone_beyond_the_last_year", text("9999-12-31 23:59:59-14:00"), nullptr},
+        DateCase{"thirteenth_month", text("2026-13-01"), nullptr},
+        DateCase{"thirtieth_of_february", text("2026-02-30"), nullptr},
+        DateCase{"hour_24", text("2026-03-01 24:00"), nullptr}, DateCase{"rest_behind", text("2026-03-01x"), nullptr},
+        DateCase{"point_without_digits", text("2026-03-01 09:05:07."), nullptr}, DateCase{"empty", text(""), nullptr},
+        DateCase{"null", {}, nullptr}),
+    [](const auto &row) { return std::string(row.param.name); });
+
+TEST(StoredIdentifier, IsWrittenAsItsSixteenBytesAndReadInAnyForm)
+{
+    const QUuid id(u"6F1D2A90-0E25-4A1B-9C4E-7B8A5F2D3E11"_s);
+    const auto written = std::get<BlobValue>(ValueEncoding::encoded(id)).bytes;
+    EXPECT_EQ(written.toHex(), "6f1d2a900e254a1b9c4e7b8a5f2d3e11");
+    EXPECT_EQ(ValueEncoding::identifier(blob(written)), id);
+    EXPECT_EQ(ValueEncoding::identifier(text("6F1D2A90-0E25-4A1B-9C4E-7B8A5F2D3E11")), id);
+    EXPECT_EQ(ValueEncoding::identifier(text("6f1d2a90-0e25-4a1b-9c4e-7b8a5f2d3e11")), id);
+    EXPECT_EQ(ValueEncoding::identifier(text("00000000-0000-0000-0000-000000000000")), QUuid());
+    for (const char *wrong : {"6f1d2a900e254a1b9c4e7b8a5f2d3e11", "{6F1D2A90-0E25-4A1B-9C4E-7B8A5F2D3E1}",
+             "6F1D2A90-0E25-4A1B-9C4E-7B8A5F2D3E1G", "6F1D2A90x0E25-4A1B-9C4E-7B8A5F2D3E11", ""})
+        EXPECT_EQ(ValueEncoding::identifier(text(wrong)), std::nullopt) << wrong;
+    EXPECT_EQ(ValueEncoding::identifier(blob("fifteen bytes..")), std::nullopt);
+    EXPECT_EQ(ValueEncoding::identifier(integer(7)), std::nullopt);
+}
+
+TEST(StoredText, KeepsEveryUnitThatUtf8CanHold)
+{
+    const QString nasty = u"\r\n\0 \u2028\uFFFC\uFDD0\U0001F600é"_s + QString(QChar(0xD83D)) + u"x"_s;
+    QString back;
+    const DatabaseValue stored = ValueEncoding::encoded(nasty);
+    ValueEncoding::decode(viewOf(stored), "text", back);
+    QString expected = nasty;
+    expected[nasty.size() - 2] = QChar::ReplacementCharacter;
+    EXPECT_EQ(back, expected); // same length: no position moves
+    EXPECT_THROW(ValueEncoding::decode(integer(1), "text", back), DatabaseError);
+}
