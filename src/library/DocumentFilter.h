@@ -1,0 +1,29 @@
+#pragma once
+
+#include "records/Document.h"
+
+#include <QHash>
+#include <QList>
+#include <QString>
+
+#include <optional>
+
+class TextSearch;
+
+/// Finds the documents whose title or text holds a search text, as it is typed letter by letter.
+class DocumentFilter {
+public:
+    /// In the order of `documents`; all of them when `searchText`, without the blanks around it, is empty.
+    [[nodiscard]] QList<Document> matching(const QList<Document> &documents, const QString &searchText);
+
+private:
+    [[nodiscard]] const QList<Document> &candidates(const QList<Document> &documents, const QString &needle) const;
+    [[nodiscard]] bool isInText(const TextSearch &search, const Document &document);
+
+    /// What the last search looked at, for and found: a longer search text can only find some of that.
+    QList<Document> m_searched;
+    QString m_needle;
+    QList<Document> m_found;
+    /// For each text that was ever looked at, its lowered copy where it needs one, else nothing.
+    QHash<QUuid, std::optional<QString>> m_lowered;
+};

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QDateTime>
+#include <QStringList>
+
+#include <functional>
+
+class DatabaseQueue;
+class FileViewer;
+class Panels;
+class Terminator;
+
+/// What the store works with. Everything referred to must outlive it.
+struct LibraryServices {
+    DatabaseQueue &queue;
+    Panels &panels;
+    FileViewer &fileViewer;
+    Terminator &terminator;
+    QStringList arguments; ///< of the command line, without the program's name
+    std::function<QDateTime()> now = [] { return QDateTime::currentDateTimeUtc(); };
+    std::function<void(const QString &line)> print = [](const QString &) {};
+};

@@ -1,0 +1,90 @@
+#include "library/LibraryStore.h"
+
+#include "library/LibraryStore+Access.h"
+#include "library/PassageTrimming.h"
+#include "records/TextTrimming.h"
+
+QList<Coding> LibraryStore::codings(const Document &document) const
+{
+    return readOrEmpty([&](Database &database) {
+        return Coding::filter(Column("documentID") == document.id).order(Column("createdAt")).fetchAll(database);
+    });
+}
+
+void LibraryStore::assignCode(const Code &code, const Document &document, const TextRange &range)
+{
+    const TextRange passage = PassageTrimming::passage(document.text, range);
+    if (passage.length == 0)
+        return;
+    const Expression same = Column("documentID") == document.id && Column("codeID") == code.id
+        && Column("start") == passage.location && Column("length") == passage.length;
+    const bool isDuplicate =
+        readOrEmpty([&](Database &database) { return Coding::filter(same).fetchCount(database); }) != 0;
+    if (isDuplicate)
+        return;
+
+    Coding coding;
+    coding.id = QUuid::createUuid();
+    coding.documentID = document.id;
+    coding.codeID = code.id;
+    coding.start = passage.location;
+    coding.length = passage.length;
+    coding.createdAt = m_services.now();
+    writeIgnoringFailure([&](Database &database) { coding.insert(database); });
+    raiseCodingRevision();
+    refreshCodeCounts();
+}
+
+void LibraryStore::removeCoding(const Coding &coding)
+{
+    const QUuid id = coding.id;
+    writeIgnoringFailure([&](Database &database) { Coding::deleteOne(database, id); });
+    raiseCodingRevision();
+    refreshCodeCounts();
+}
+
+QList<ExcerptHit> LibraryStore::excerpts(const QUuid &codeID) const
+{
+    const QList<Coding> codings = readOrEmpty([&](Database &database) {
+        return Coding::filter(Column("codeID") == codeID).order(Column("createdAt")).fetchAll(database);
+    });
+    QList<ExcerptHit> hits;
+    for (const Coding &coding : codings) {
+        const Document *document = findDocument(coding.documentID);
+        if (!document || !PassageTrimming::liesIn(document->text, coding.range()))
+            continue;
+        QString snippet = document->text.mid(coding.start, coding.length);
+        snippet.replace(u'\n', u' ');
+        hits.append({coding.id, coding.documentID, document->title, TextTrimming::trimmedBlanks(snippet).toString(),
+            coding.start, coding.length, coding.createdAt});
+    }
+    return hits;
+}
+
+void LibraryStore::reveal(const ExcerptHit &hit)
+{
+    reveal(hit.documentID, hit.id, hit.range());
+}
+
+void LibraryStore::reveal(const QueryResult &result)
+{
+    reveal(result.documentID, result.id, result.range);
+}
+
+void LibraryStore::reveal(const WordFrequency::Occurrence &occurrence)
+{
+    reveal(occurrence.documentID, occurrence.id, occurrence.range);
+}
+
+void LibraryStore::reveal(const QUuid &documentID, const QUuid &itemID, const TextRange &range)
+{
+    const RevealRequest request{
+        documentID, itemID, range, m_revealRequest.get() ? m_revealRequest->value().token + 1 : 1};
+    m_selectedDocumentID.set(request.documentID);
+    m_revealRequest.set(request);
+}
+
+bool LibraryStore::shouldShowCodingHint() const
+{
+    return !m_codingHintDismissed.get() && m_codeCounts->isEmpty() && !m_documents->isEmpty();
+}

@@ -1,0 +1,57 @@
+#include "library/LibraryStore.h"
+
+#include "library/LibraryStore+Access.h"
+#include "records/HalfPairs.h"
+#include "records/TextTrimming.h"
+
+using namespace Qt::StringLiterals;
+
+void LibraryStore::addPastedDocument(const QString &title, const QString &text)
+{
+    if (!m_project.get())
+        return;
+    const Document document = newDocument(title.isEmpty() ? u"Untitled Document"_s : title, text, u"paste"_s);
+    writeIgnoringFailure([&](Database &database) { document.insert(database); });
+    refresh();
+    m_selectedDocumentID.set(m_documents->isEmpty() ? std::nullopt : std::optional(m_documents->first().id));
+}
+
+void LibraryStore::renameDocument(const Document &document, const QString &title)
+{
+    const QString trimmed = TextTrimming::trimmed(title).toString();
+    if (trimmed.isEmpty())
+        return;
+    Document renamed = document;
+    renamed.title = trimmed;
+    writeIgnoringFailure([&](Database &database) { renamed.update(database); });
+    refresh();
+}
+
+void LibraryStore::deleteDocument(const Document &document)
+{
+    const QUuid id = document.id; // `document` may be an entry of the list that is reloaded below
+    try {
+        m_queue.write([&](Database &database) {
+            Coding::filter(Column("documentID") == id).deleteAll(database);
+            Document::deleteOne(database, id);
+        });
+    } catch (const LocalizedError &error) {
+        m_lastError.set(error.description());
+        return;
+    }
+    if (m_revealRequest.get() && m_revealRequest->value().documentID == id)
+        m_revealRequest.set({});
+    raiseCodingRevision();
+    refresh();
+}
+
+void LibraryStore::setDocumentMemo(const Document &document, const QString &memo)
+{
+    Document changed = document;
+    changed.memo = memo.isEmpty() ? std::nullopt : std::optional(withoutHalfPairs(memo));
+    writeIgnoringFailure([&](Database &database) { changed.update(database); });
+    m_documents.replace([&](QList<Document> &documents) {
+        std::ranges::replace_if(
+            documents, [&](const Document &each) { return each.id == changed.id; }, changed);
+    });
+}

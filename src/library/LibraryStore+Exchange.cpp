@@ -1,0 +1,112 @@
+#include "library/LibraryStore.h"
+
+#include "exchange/ExcerptExporter.h"
+#include "exchange/RefiQdpx.h"
+#include "exchange/RefiQdpxExport.h"
+#include "exchange/RefiQdpxImport.h"
+#include "library/FileNames.h"
+#include "library/LibraryStore+Access.h"
+#include "platform/AtomicFile.h"
+#include "platform/FileViewer.h"
+#include "platform/Panels.h"
+
+using namespace Qt::StringLiterals;
+
+QList<ExportCodeGroup> LibraryStore::exportGroups(const std::optional<QUuid> &scopeCodeID) const
+{
+    const Code *only = scopeCodeID ? findCode(*scopeCodeID) : nullptr;
+    if (only)
+        return {{*only, excerpts(only->id)}};
+    QList<ExportCodeGroup> groups;
+    for (const FlatCode &line : orderedCodes())
+        groups.append({line.code, excerpts(line.code.id)});
+    return groups;
+}
+
+void LibraryStore::writeExport(const QList<ExportCodeGroup> &groups, ExportFormat format, const QString &path) const
+{
+    const QString projectName = m_project.get() ? m_project->value().name : u"Vorn Project"_s;
+    const QDateTime now = m_services.now();
+    const auto rendered = [&] {
+        switch (format) {
+        case ExportFormat::markdown:
+            return ExcerptExporter::markdown(projectName, groups, now);
+        case ExportFormat::csv:
+            return ExcerptExporter::csv(groups);
+        case ExportFormat::html:
+            return ExcerptExporter::html(projectName, groups, now);
+        }
+        Q_UNREACHABLE();
+    };
+    AtomicFile::write(path, rendered().toUtf8());
+}
+
+void LibraryStore::exportQdpx(const QString &path) const
+{
+    if (!m_project.get())
+        return;
+    const QList<Coding> codings = m_queue.read([](Database &database) { return Coding::all().fetchAll(database); });
+    RefiQdpx::exportArchive({m_project->value(), m_documents.get(), m_codes.get(), codings}, path);
+}
+
+void LibraryStore::importQdpx(const QString &path)
+{
+    if (!m_project.get())
+        return;
+    try {
+        const RefiQdpx::ImportSummary summary = RefiQdpx::importQdpx(path, m_queue, m_project->value().id);
+        raiseCodingRevision();
+        refresh();
+        m_statusMessage.set(u"Imported %1 codes · %2 documents · %3 excerpts"_s.arg(summary.codes)
+                                .arg(summary.documents)
+                                .arg(summary.excerpts));
+    } catch (const LocalizedError &error) {
+        m_lastError.set(u"Import failed: "_s + error.description());
+    }
+}
+
+struct LibraryStore::ExchangeFile {
+    QString title;
+    QString nameEnding;
+    QString extension;
+    QString success;
+    std::function<void(const QString &path)> write;
+};
+
+void LibraryStore::presentExportQdpxPanel()
+{
+    presentExchangePanel({u"Export REFI-QDA Project"_s, u"-REFI-QDA.qdpx"_s, u"qdpx"_s,
+        u"Exported REFI-QDA project ✓"_s, [this](const QString &path) { exportQdpx(path); }});
+}
+
+void LibraryStore::presentExportQdcPanel()
+{
+    presentExchangePanel({u"Export Codebook (REFI-QDA)"_s, u"-Codebook.qdc"_s, u"qdc"_s, u"Exported codebook ✓"_s,
+        [this](const QString &path) { AtomicFile::write(path, RefiQdpx::buildCodebookXML(m_codes.get())); }});
+}
+
+void LibraryStore::presentExchangePanel(const ExchangeFile &file)
+{
+    const QString name = m_project.get() ? FileNames::cleaned(m_project->value().name) : u"Vorn"_s;
+    const std::optional<QString> path = m_services.panels.chooseToSave({.title = file.title,
+        .prompt = u"Export"_s,
+        .proposedName = name + file.nameEnding,
+        .extension = file.extension});
+    if (!path)
+        return;
+    try {
+        file.write(*path);
+        m_statusMessage.set(file.success);
+        m_services.fileViewer.reveal(*path);
+    } catch (const LocalizedError &error) {
+        m_lastError.set(u"Export failed: "_s + error.description());
+    }
+}
+
+void LibraryStore::presentImportQdpxPanel()
+{
+    const QStringList paths = m_services.panels.chooseToOpen(
+        {.title = u"Import REFI-QDA Project"_s, .prompt = u"Import"_s, .extension = u"qdpx"_s});
+    if (!paths.isEmpty())
+        importQdpx(paths.first());
+}

@@ -1,0 +1,111 @@
+#include "library/LibraryStore.h"
+
+#include "library/LibraryStore+Access.h"
+#include "records/HalfPairs.h"
+#include "records/TextStats.h"
+
+using namespace Qt::StringLiterals;
+
+LibraryStore::LibraryStore(LibraryServices services)
+    : m_services(std::move(services)),
+      m_queue(m_services.queue),
+      m_shelf(m_queue),
+      m_tally(m_queue),
+      m_wordFreqScopeLabel(u"All documents"_s)
+{
+}
+
+void LibraryStore::refresh()
+{
+    if (!m_project.get()) {
+        setDocuments({});
+        m_codes.set({});
+        m_codeCounts.set({});
+        return;
+    }
+    try {
+        setDocuments(m_shelf.documents(m_project->value().id));
+    } catch (const LocalizedError &error) {
+        m_lastError.set(error.description());
+    }
+    loadCodes();
+    loadProjects();
+
+    const std::optional<QUuid> selected = m_selectedDocumentID.get();
+    if (selected && findDocument(*selected))
+        return;
+    m_selectedDocumentID.set(m_documents->isEmpty() ? std::nullopt : std::optional(m_documents->first().id));
+}
+
+void LibraryStore::loadCodes()
+{
+    if (!m_project.get()) {
+        m_codes.set({});
+        m_codeCounts.set({});
+        return;
+    }
+    const QUuid projectID = m_project->value().id;
+    m_codes.set(readOrEmpty([&](Database &database) {
+        return Code::filter(Column("projectID") == projectID).order(Column("createdAt")).fetchAll(database);
+    }));
+    refreshCodeCounts();
+}
+
+void LibraryStore::refreshCodeCounts()
+{
+    if (!m_project.get()) {
+        m_codeCounts.set({});
+        return;
+    }
+    try {
+        m_codeCounts.set(m_tally.counts(m_project->value().id));
+    } catch (const LocalizedError &error) {
+        m_lastError.set(error.description());
+    }
+}
+
+QList<Document> LibraryStore::visibleDocuments() const
+{
+    return m_filter.matching(m_documents.get(), m_searchText.get());
+}
+
+void LibraryStore::setDocuments(const QList<Document> &documents)
+{
+    if (documents == m_documents.get())
+        return;
+    m_documentPositions.clear();
+    for (qsizetype position = 0; position < documents.size(); ++position)
+        m_documentPositions.insert(documents.at(position).id, position);
+    m_documents.set(documents);
+}
+
+const Document *LibraryStore::findDocument(const QUuid &id) const
+{
+    const auto position = m_documentPositions.constFind(id);
+    return position == m_documentPositions.constEnd() ? nullptr : &m_documents->at(*position);
+}
+
+const Code *LibraryStore::findCode(const QUuid &id) const
+{
+    const auto found = std::ranges::find(m_codes.get(), id, &Code::id);
+    return found == m_codes->end() ? nullptr : &*found;
+}
+
+Document LibraryStore::newDocument(const QString &title, const QString &text, const QString &sourceKind) const
+{
+    Document document;
+    document.id = QUuid::createUuid();
+    document.projectID = m_project->value().id;
+    document.title = title;
+    document.text = withoutHalfPairs(text);
+    document.addedAt = m_services.now();
+    document.sourceKind = sourceKind;
+    document.wordCount = TextStats::wordCount(document.text);
+    document.charCount = TextStats::characterCount(document.text);
+    return document;
+}
+
+void LibraryStore::raiseCodingRevision()
+{
+    m_codingRevision.replace([](qint64 &revision) { ++revision; });
+}

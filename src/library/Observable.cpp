@@ -1,0 +1,1 @@
+#include "library/Observable.h" // for its meta-object
