@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/Terminator.h"
+#include "workspace/DesktopFileViewer.h"
+#include "workspace/DesktopPanels.h"
+
+#include <QStringList>
+
+#include <memory>
+
+class DatabaseQueue;
+class LibraryStore;
+class QMainWindow;
+
+/// The program: its one store and its one window.
+class VornApp final : private Terminator {
+public:
+    /// `queue` must outlive this; `arguments` are those of the command line without the program's name.
+    VornApp(DatabaseQueue &queue, const QStringList &arguments);
+    ~VornApp() override;
+    VornApp(const VornApp &) = delete;
+    VornApp &operator=(const VornApp &) = delete;
+
+    /// Shows the window, starts the store, and returns when the program ends.
+    int run();
+
+private:
+    void terminate() override;
+
+    DesktopPanels m_panels;
+    DesktopFileViewer m_fileViewer;
+    std::unique_ptr<LibraryStore> m_store;
+    std::unique_ptr<QMainWindow> m_window;
+};
