@@ -1,0 +1,128 @@
+#include "platform/AtomicFile.h"
+#include "records/AppDatabase.h"
+#include "support/TestLibrary.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A library with one coded passage.
+struct CodedLibrary : TestLibrary {
+    CodedLibrary()
+    {
+        const Code code = makeCodes({u"One"_s, u"Child"_s}).first();
+        store.nestCode(this->code(u"Child"_s).id, code.id);
+        store.assignCode(code, paste(u"A"_s, u"some \U0001F600 text\r\nhere"_s), {5, 7});
+    }
+};
+
+QStringList stagingFolders()
+{
+    return QDir(QDir::tempPath()).entryList({u"vorn-qdpx-*"_s}, QDir::Dirs);
+}
+
+} // namespace
+
+TEST(Reports, HoldOneCodeOrAllOfThem)
+{
+    CodedLibrary library;
+    const QUuid one = library.code(u"One"_s).id;
+    EXPECT_EQ(library.store.exportGroups(one).size(), 1);
+    EXPECT_EQ(library.store.exportGroups({}).size(), 2);
+    EXPECT_EQ(library.store.exportGroups(QUuid::createUuid()).size(), 2);
+    EXPECT_EQ(library.store.exportGroups(one).first().hits.first().snippet, u"\U0001F600 text"_s);
+}
+
+TEST(Reports, ReplaceAFileOrLeaveItAsItWas)
+{
+    CodedLibrary library;
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"report"_s);
+    AtomicFile::write(path, "old");
+    EXPECT_THROW(library.store.writeExport({}, ExportFormat::csv, folder.filePath(u"no/report"_s)), LocalizedError);
+    library.store.writeExport(library.store.exportGroups({}), ExportFormat::csv, path);
+    EXPECT_EQ(AtomicFile::read(path),
+        "\xEF\xBB\xBF"
+        "Code,Excerpt,Document,Start,Length\nOne,😀 text,A,5,7\n");
+    for (const ExportFormat format : {ExportFormat::markdown, ExportFormat::html}) {
+        library.store.writeExport(library.store.exportGroups({}), format, path);
+        EXPECT_TRUE(AtomicFile::read(path).contains("Untitled Study — Coded Excerpts"));
+    }
+}
+
+TEST(Exchange, ArchiveComesBackThroughThePanels)
+{
+    CodedLibrary library;
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"study.qdpx"_s);
+    library.store.renameProject(library.store.project()->value(), u"../a/b"_s);
+    library.store.presentExportQdpxPanel(); // cancelled
+    EXPECT_EQ(library.panels.saveRequest->proposedName, u"-a-b-REFI-QDA.qdpx"_s);
+    EXPECT_EQ(library.panels.saveRequest->title, u"Export REFI-QDA Project"_s);
+    EXPECT_EQ(library.store.statusMessage().get(), std::nullopt);
+    library.panels.pathToSave = path;
+    library.store.presentExportQdpxPanel();
+    EXPECT_EQ(library.store.statusMessage().get(), u"Exported REFI-QDA project ✓"_s);
+    EXPECT_EQ(library.fileViewer.revealed, QStringList{path});
+
+    const QList<Coding> coded = library.store.codings(library.document(u"A"_s));
+    library.store.createProject(u"Second"_s);
+    const qint64 revision = library.store.codingRevision().get();
+    library.panels.pathsToOpen = {path};
+    library.store.presentImportQdpxPanel();
+    EXPECT_EQ(library.panels.openRequest->extension, u"qdpx"_s);
+    EXPECT_EQ(library.store.statusMessage().get(), u"Imported 2 codes · 1 documents · 1 excerpts"_s);
+    EXPECT_EQ(library.store.codingRevision().get(), revision + 1);
+    EXPECT_EQ(library.document(u"A"_s).text, u"some \U0001F600 text\r\nhere"_s);
+    EXPECT_EQ(library.store.codings(library.document(u"A"_s)).first().range(), coded.first().range());
+    EXPECT_EQ(library.store.orderedCodes().last().depth, 1);
+    EXPECT_EQ(library.store.codeCounts()->value(library.code(u"One"_s).id), 1);
+}
+
+TEST(Exchange, CodebookGoesOutAlone)
+{
+    CodedLibrary library;
+    const QTemporaryDir folder;
+    library.panels.pathToSave = folder.filePath(u"book.qdc"_s);
+    library.store.presentExportQdcPanel();
+    EXPECT_EQ(library.panels.saveRequest->title, u"Export Codebook (REFI-QDA)"_s);
+    EXPECT_EQ(library.panels.saveRequest->proposedName, u"Untitled Study-Codebook.qdc"_s);
+    EXPECT_EQ(library.store.statusMessage().get(), u"Exported codebook ✓"_s);
+    EXPECT_TRUE(AtomicFile::read(*library.panels.pathToSave).contains("urn:QDA-XML:codebook:1.0"));
+}
+
+TEST(Exchange, FailuresAreToldAndChangeNothing)
+{
+    CodedLibrary library;
+    const QTemporaryDir folder;
+    const QStringList staging = stagingFolders();
+    library.panels.pathToSave = folder.filePath(u"no/study.qdpx"_s);
+    library.store.presentExportQdpxPanel();
+    EXPECT_EQ(library.store.lastError().get(), u"Export failed: /usr/bin/zip failed with status 15"_s);
+    EXPECT_TRUE(library.fileViewer.revealed.isEmpty());
+
+    AtomicFile::write(folder.filePath(u"broken.qdpx"_s), "no archive");
+    library.store.importQdpx(folder.filePath(u"broken.qdpx"_s));
+    EXPECT_EQ(library.store.lastError().get(), u"Import failed: /usr/bin/unzip failed with status 9"_s);
+
+    library.panels.pathToSave = folder.filePath(u"good.qdpx"_s);
+    library.store.presentExportQdpxPanel();
+    library.queue->write([](Database &database) {
+        database.execute("CREATE TRIGGER full BEFORE INSERT ON coding BEGIN SELECT RAISE(ABORT, 'disk is full'); END");
+    });
+    library.store.statusMessage().set({});
+    library.store.importQdpx(*library.panels.pathToSave);
+    EXPECT_TRUE(library.store.lastError()->value_or(QString()).startsWith(u"Import failed: disk is full - while "_s));
+    EXPECT_EQ(library.store.statusMessage().get(), std::nullopt);
+    library.store.refresh();
+    EXPECT_EQ(library.store.documents()->size(), 1);
+    EXPECT_EQ(library.storedCodes().size(), 2);
+    EXPECT_EQ(stagingFolders(), staging);
+}

@@ -1,0 +1,123 @@
+#include "records/AppDatabase.h"
+#include "records/database/Request.h"
+#include "support/TestLibrary.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+TEST(SampleContent, FillsAnEmptyLibraryOnceAndShowsItsFirstCode)
+{
+    TestLibrary library({u"--seed-demo"_s});
+    QStringList codes;
+    for (const Code &code : library.store.codes().get())
+        codes.append(
+            code.name + u' ' + code.colorHex + u' ' + QString::number(library.store.codeCounts()->value(code.id)));
+    EXPECT_EQ(codes,
+        (QStringList{
+            u"Tools & friction #5E5CE6 3"_s, u"Attention habits #34C759 2"_s, u"Environment matters #FF9500 3"_s}));
+    QStringList ranges;
+    for (const Coding &coding : library.storedCodings())
+        ranges.append(u"%1+%2"_s.arg(coding.start).arg(coding.length));
+    EXPECT_EQ(ranges,
+        (QStringList{
+            u"221+59"_s, u"205+21"_s, u"291+63"_s, u"183+59"_s, u"571+25"_s, u"185+13"_s, u"221+28"_s, u"299+39"_s}));
+    EXPECT_EQ(
+        library.store.sidebarSelection().get(), SidebarSelection(CodeSelection{library.store.codes()->first().id}));
+    EXPECT_EQ(library.document(u"Field notes — week 1"_s).charCount, 625);
+    EXPECT_EQ(library.document(u"Field notes — week 1"_s).memo->left(5), u"Site:"_s);
+    EXPECT_EQ(library.terminator.terminations, 0);
+
+    const QList<Document> documents = library.store.documents().get();
+    library.store.loadSampleContent();
+    EXPECT_EQ(library.store.documents().get(), documents);
+    EXPECT_EQ(library.storedCodings().size(), 8);
+    EXPECT_TRUE(library.store.statusMessage()->value().startsWith(u"Sample content loaded — click"_s));
+}
+
+TEST(SampleContent, LeavesALibraryWithCodesItsCodesAndAnEmptyMemoItsMemo)
+{
+    TestLibrary library;
+    const Code own = library.store.createCode(u"Tools & friction"_s).value();
+    library.store.loadSampleContent();
+    EXPECT_EQ(library.store.documents()->size(), 4);
+    EXPECT_EQ(library.store.codes()->size(), 1);
+    EXPECT_TRUE(library.code(u"Tools & friction"_s).memo->startsWith(u"Instances where"_s));
+    library.queue->write([](Database &database) { database.execute("UPDATE code SET memo = ''"); });
+    library.store.loadSampleContent();
+    EXPECT_EQ(library.code(own.name).memo, u""_s);
+}
+
+TEST(SelfTests, PrintTheirLinesAndEndTheProgram)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.path();
+    struct Case {
+        QStringList arguments;
+        QStringList lines;
+        int terminations;
+    };
+    const QStringList count{u"FREQ-TEST terms=50"_s,
+        u"FREQ-TEST top: 分钟:4  every:3  phone:3  重要:3  back:2  need:2  sentence:2  table:2"_s,
+        u"FREQ-TEST occurrences(分钟)=4"_s};
+    const Case cases[] = {
+        {{u"--seed-demo"_s, u"--freq-test"_s, u"--freq-demo"_s}, count, 1},
+        {{u"--seed-demo"_s, u"--query-test"_s, u"--freq-test"_s}, {u"QUERY-TEST any=3 all=1 filtered-phone=1"_s}, 1},
+        {{u"--query-test"_s}, {u"QUERY-TEST skip: fewer than 2 codes"_s}, 1},
+        {{u"--freq-test"_s}, {u"FREQ-TEST terms=0"_s, u"FREQ-TEST top: "_s}, 1},
+        {{u"--seed-demo"_s, u"--export-demo"_s, path + u"/new/deep"_s, u"--qdpx-test"_s, path},
+            {u"EXPORT-DEMO OK codes=3 hits=8 dir="_s + path + u"/new/deep"_s}, 1},
+        {{u"--seed-demo"_s, u"--qdpx-test"_s, path},
+            {u"QDPX-TEST OK expected codes=3 docs=4 codings=8 · got codes=3 docs=4 codings=8 · file="_s + path
+                    + u"/roundtrip.qdpx"_s,
+                u"QDPX-TEST first-code name=OK color=OK memo=OK"_s, u"QDPX-TEST coding-ranges OK"_s},
+            1},
+        {{u"--export-demo"_s}, {}, 0},
+        {{u"--import-test"_s, path + u"/gone.docx"_s}, {u"IMPORT-TEST FAIL Couldn't read gone.docx."_s}, 1},
+        {{u"--nonsense"_s, u"--freq"_s}, {}, 0},
+    };
+    for (const Case &each : cases) {
+        const TestLibrary library(each.arguments);
+        EXPECT_EQ(library.printed, each.lines) << each.arguments.join(u' ').toStdString();
+        EXPECT_EQ(library.terminator.terminations, each.terminations);
+    }
+    for (const char16_t *name : {u"md", u"csv", u"html"})
+        EXPECT_TRUE(QFileInfo::exists(path + u"/new/deep/vorn-demo."_s + QString(name)));
+}
+
+TEST(SelfTests, ReadAFileAndAnArchiveFromElsewhere)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"notes.txt"_s);
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("One\r\ntwo\n" + QByteArray("👨‍👩‍👧 ").repeated(300));
+    file.close();
+    const TestLibrary library({u"--import-test"_s, path});
+    EXPECT_EQ(library.printed.at(0), u"IMPORT-TEST OK kind=txt chars=608 words=2"_s);
+    EXPECT_EQ(library.printed.at(1), u"IMPORT-TEST preview: One ⏎ two ⏎ "_s + u"👨‍👩‍👧 "_s.repeated(86));
+
+    const TestLibrary exporting({u"--seed-demo"_s, u"--qdpx-test"_s, folder.path()});
+    ASSERT_TRUE(QFile::rename(folder.filePath(u"roundtrip.qdpx"_s), folder.filePath(u"external.qdpx"_s)));
+    const TestLibrary importing({u"--qdpx-test"_s, folder.path()});
+    EXPECT_EQ(importing.printed.at(1), u"QDPX-TEST coding-ranges OK"_s);
+    EXPECT_EQ(importing.printed.last(), u"QDPX-TEST external-import codes=3 docs=4 codings=8 first=Tools & friction"_s);
+}
+
+TEST(Switches, SetUpTheScreensThatStayOpen)
+{
+    TestLibrary query({u"--seed-demo"_s, u"--query-demo"_s, u"--query-sheet"_s});
+    EXPECT_EQ(query.store.queryResults()->first().range, (TextRange{299, 39}));
+    EXPECT_EQ(query.store.querySummary(), u"Tools & friction + Attention habits · overlapping passages"_s);
+    EXPECT_TRUE(query.store.showQuerySheet().get());
+    TestLibrary count({u"--seed-demo"_s, u"--freq-demo-term"_s});
+    EXPECT_EQ(count.store.wordFreqSelectedTerm().get(), u"分钟"_s);
+    EXPECT_EQ(count.store.wordFreqOccurrences()->size(), 4);
+    TestLibrary empty({u"--query-demo"_s});
+    EXPECT_FALSE(empty.store.activeQuery().get());
+    EXPECT_EQ(query.terminator.terminations + count.terminator.terminations, 0);
+}

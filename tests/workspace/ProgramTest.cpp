@@ -1,0 +1,92 @@
+#include "platform/AtomicFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Ending {
+    int status;
+    QString output;
+    QString errors;
+};
+
+/// The built program itself, on a library in a folder of its own and without a display.
+class Program {
+public:
+    [[nodiscard]] Ending run(const QStringList &arguments) const
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        for (const auto &variable : {u"DISPLAY"_s, u"WAYLAND_DISPLAY"_s, u"QT_QPA_PLATFORM"_s})
+            environment.remove(variable);
+        environment.insert(u"XDG_DATA_HOME"_s, m_folder.filePath(u"data"_s));
+        environment.insert(u"LANG"_s, u"C.UTF-8"_s);
+        QProcess process;
+        process.setProcessEnvironment(environment);
+        process.start(QStringLiteral(VORN_PROGRAM), arguments);
+        process.waitForFinished(120'000);
+        return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+    }
+    [[nodiscard]] QString libraryFile() const { return m_folder.filePath(u"data/Vorn/vorn.sqlite"_s); }
+    [[nodiscard]] QString path(const QString &name) const { return m_folder.filePath(name); }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+const QString counted = u"FREQ-TEST terms=50\n"
+                        u"FREQ-TEST top: 分钟:4  every:3  phone:3  重要:3  back:2  need:2  sentence:2  table:2\n"
+                        u"FREQ-TEST occurrences(分钟)=4\n"_s;
+
+} // namespace
+
+TEST(Program, PrintsItsLinesAndNothingElseOnAFreshAndOnAnExistingLibrary)
+{
+    const Program program;
+    EXPECT_EQ(program.run({u"--seed-demo"_s, u"--freq-test"_s}).output, counted);
+    EXPECT_EQ(program.run({u"--freq-test"_s}).output, counted);
+    const QString folder = program.path(u"out"_s);
+    EXPECT_EQ(program.run({u"--qdpx-test"_s, folder}).output,
+        u"QDPX-TEST OK expected codes=3 docs=4 codings=8 · got codes=3 docs=4 codings=8 · file="_s + folder
+            + u"/roundtrip.qdpx\nQDPX-TEST first-code name=OK color=OK memo=OK\nQDPX-TEST coding-ranges OK\n"_s);
+    EXPECT_EQ(QFile::permissions(program.libraryFile()) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
+    EXPECT_EQ(
+        QFile::permissions(program.path(u"data/Vorn"_s)) & (QFile::ReadGroup | QFile::ExeOther), QFile::Permissions());
+}
+
+TEST(Program, SaysThatItNeedsADisplayWhenItsWindowIsWanted)
+{
+    const Program program;
+    for (const QStringList &arguments : {QStringList{}, {u"--export-demo"_s}, {u"--seed-demo"_s, u"--query-sheet"_s}}) {
+        const Ending ending = program.run(arguments);
+        EXPECT_NE(ending.status, 0);
+        EXPECT_EQ(ending.output, QString());
+        EXPECT_EQ(ending.errors, u"Vorn needs a display to show its window, and there is none.\n"_s);
+    }
+    EXPECT_FALSE(QFile::exists(program.libraryFile()));
+}
+
+TEST(Program, SaysWhyItCantOpenItsLibraryAndLeavesTheFileAlone)
+{
+    const Program program;
+    QDir().mkpath(program.path(u"data/Vorn"_s));
+    const QByteArray foreign = "These are no pages of a database but a shopping list, kept under a strange name.";
+    AtomicFile::write(program.libraryFile(), foreign);
+    const Ending ending = program.run({u"--freq-test"_s});
+    EXPECT_NE(ending.status, 0);
+    EXPECT_EQ(ending.output, QString());
+    EXPECT_TRUE(ending.errors.contains(u"Vorn can't open its library.\n\nfile is not a database"_s));
+    EXPECT_EQ(AtomicFile::read(program.libraryFile()), foreign);
+
+    QFile::remove(program.libraryFile());
+    QDir(program.path(u"data"_s)).rmdir(u"Vorn"_s);
+    AtomicFile::write(program.path(u"data/Vorn"_s), "a file where the folder should be");
+    EXPECT_TRUE(program.run({u"--freq-test"_s}).errors.contains(u"unable to open database file"_s));
+}
