@@ -71,9 +71,10 @@ Result run(const Command &command)
             process.kill();
         }
     }
-    drain(process, command, result);
+    // A program may have written too much and ended before it was looked at: what was kept isn't all it had to say.
+    overflowing = drain(process, command, result) || overflowing;
     result.status = process.exitCode();
-    result.end = stopped                              ? Result::End::stopped
+    result.end = stopped || overflowing               ? Result::End::stopped
         : process.exitStatus() == QProcess::CrashExit ? Result::End::crashed
                                                       : Result::End::exited;
     return result;

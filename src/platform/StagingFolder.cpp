@@ -6,8 +6,10 @@
 #include <QFile>
 #include <QUuid>
 
+#include <algorithm>
 #include <filesystem>
 #include <system_error>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 namespace fs = std::filesystem;
@@ -24,21 +26,24 @@ void makePrivate(const QString &path)
     fs::permissions(folder, fs::perms::owner_all, error);
 }
 
-/// An unpacked archive may hold folders that nobody may enter; they are opened first. Links aren't followed.
-void openFolders(const fs::path &root)
+/// Removes folders that nobody may enter, and folders that lie deeper than files may be open: both may come out of an
+/// archive. Links aren't followed.
+void removeStubbornly(const fs::path &root)
 {
     std::error_code error;
-    std::vector<fs::path> waiting{root};
-    while (!waiting.empty()) {
-        const fs::path folder = std::move(waiting.back());
-        waiting.pop_back();
+    std::vector<fs::path> folders{root}; // each before those that it holds
+    for (size_t index = 0; index < folders.size(); ++index) {
+        const fs::path folder = folders[index];
         fs::permissions(folder, fs::perms::owner_all, fs::perm_options::add | fs::perm_options::nofollow, error);
         for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-            if (entry->symlink_status(error).type() == fs::file_type::directory)
-                waiting.push_back(entry->path());
+            std::error_code ignored;
+            if (entry->symlink_status(ignored).type() == fs::file_type::directory)
+                folders.push_back(entry->path());
+            else
+                fs::remove(entry->path(), ignored);
         }
-        error.clear();
     }
+    std::for_each(folders.rbegin(), folders.rend(), [&](const fs::path &folder) { fs::remove(folder, error); });
 }
 
 } // namespace
@@ -54,10 +59,8 @@ StagingFolder::~StagingFolder()
     std::error_code error;
     const fs::path folder(QFile::encodeName(m_path).toStdString());
     fs::remove_all(folder, error);
-    if (error) {
-        openFolders(folder);
-        fs::remove_all(folder, error);
-    }
+    if (error)
+        removeStubbornly(folder);
 }
 
 void StagingFolder::makeFolder(const QString &relative) const

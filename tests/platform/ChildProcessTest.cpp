@@ -32,6 +32,15 @@ TEST(ChildProcess, EndsAProgramThatFloodsItsOutput)
     EXPECT_EQ(result.output.size(), 1'000'000);
 }
 
+TEST(ChildProcess, NeverTakesCutOutputForTheWholeOfIt)
+{
+    ChildProcess::Command command = shell(u"head -c 100001 /dev/zero"_s); // ends at once, by itself
+    command.outputLimit = 100'000;
+    EXPECT_FALSE(ChildProcess::run(command).succeeded());
+    command.outputLimit = 100'001;
+    EXPECT_TRUE(ChildProcess::run(command).succeeded());
+}
+
 TEST(ChildProcess, EndsAProgramThatMayNotGoOn)
 {
     ChildProcess::Command command = shell(u"exec sleep 600"_s);

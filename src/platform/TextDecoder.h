@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QByteArrayView>
+#include <QString>
+
+#include <optional>
+
+/// Decoders that refuse what isn't valid in them, a character cut off at the end included. A byte-order mark is not
+/// part of the text: other programs count their positions without it. Only the first one is a mark; U+0000 and line
+/// ends of every kind stay. Costs are linear.
+namespace TextDecoder {
+[[nodiscard]] std::optional<QString> utf8(QByteArrayView bytes);
+/// Takes only data with a byte-order mark, since nearly any even number of bytes is something in UTF-16. Unpaired
+/// surrogates, which common programs write, become U+FFFD, unit for unit.
+[[nodiscard]] std::optional<QString> utf16(QByteArrayView bytes);
+[[nodiscard]] std::optional<QString> gb18030(QByteArrayView bytes);
+/// Takes any bytes.
+[[nodiscard]] QString latin1(QByteArrayView bytes);
+} // namespace TextDecoder
