@@ -1,0 +1,152 @@
+#include "exchange/RtfTokenizer.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+
+namespace {
+
+enum class ByteKind : quint8 { text, ignored, syntax };
+
+// Line ends in the file only keep its lines short; other control characters have no meaning at all.
+constexpr std::array<ByteKind, 256> byteKinds = [] {
+    std::array<ByteKind, 256> kinds{};
+    std::fill_n(kinds.begin(), 0x20, ByteKind::ignored);
+    kinds[0x7F] = ByteKind::ignored;
+    kinds['\t'] = ByteKind::text;
+    for (const char byte : {'{', '}', '\\'})
+        kinds[uchar(byte)] = ByteKind::syntax;
+    return kinds;
+}();
+
+ByteKind kindOf(char byte)
+{
+    return byteKinds[uchar(byte)];
+}
+
+constexpr bool isLetter(char byte)
+{
+    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
+}
+
+constexpr bool isDigit(char byte)
+{
+    return byte >= '0' && byte <= '9';
+}
+
+constexpr std::optional<int> hexDigit(char byte)
+{
+    if (isDigit(byte))
+        return byte - '0';
+    if (byte >= 'a' && byte <= 'f')
+        return byte - 'a' + 10;
+    if (byte >= 'A' && byte <= 'F')
+        return byte - 'A' + 10;
+    return {};
+}
+
+} // namespace
+
+RtfTokenizer::RtfTokenizer(QByteArrayView bytes) : m_position(bytes.begin()), m_end(bytes.end())
+{
+}
+
+RtfToken RtfTokenizer::next()
+{
+    m_position = std::find_if(m_position, m_end, [](char byte) { return kindOf(byte) != ByteKind::ignored; });
+    if (m_position == m_end)
+        return {};
+    switch (*m_position) {
+    case '{':
+        ++m_position;
+        return {.kind = RtfToken::Kind::groupStart};
+    case '}':
+        ++m_position;
+        return {.kind = RtfToken::Kind::groupEnd};
+    case '\\':
+        ++m_position;
+        return escape();
+    default:
+        return textRun();
+    }
+}
+
+void RtfTokenizer::skipToGroupEnd()
+{
+    qint64 openGroups = 0;
+    while (true) {
+        m_position = std::find_if(m_position, m_end, [](char byte) { return kindOf(byte) == ByteKind::syntax; });
+        if (m_position == m_end || (*m_position == '}' && openGroups == 0))
+            return;
+        const RtfToken token = next();
+        if (token.kind == RtfToken::Kind::groupStart)
+            ++openGroups;
+        else if (token.kind == RtfToken::Kind::groupEnd)
+            --openGroups;
+    }
+}
+
+RtfToken RtfTokenizer::escape()
+{
+    if (m_position == m_end)
+        return {};
+    if (isLetter(*m_position))
+        return controlWord();
+    const char symbol = *m_position++;
+    if (symbol == '\'')
+        return hexByte();
+    return {.kind = RtfToken::Kind::symbol, .symbol = symbol};
+}
+
+RtfToken RtfTokenizer::controlWord()
+{
+    const char *nameStart = m_position;
+    m_position = std::find_if_not(m_position, m_end, isLetter);
+    const QByteArrayView name(nameStart, m_position);
+    const std::optional<qint32> number = parameter();
+    if (m_position != m_end && *m_position == ' ')
+        ++m_position;
+    if (name == "bin")
+        skipBytes(number.value_or(0));
+    return {.kind = RtfToken::Kind::word, .bytes = name, .parameter = number};
+}
+
+std::optional<qint32> RtfTokenizer::parameter()
+{
+    const bool isNegative = m_end - m_position >= 2 && m_position[0] == '-' && isDigit(m_position[1]);
+    if (isNegative)
+        ++m_position;
+    if (m_position == m_end || !isDigit(*m_position))
+        return {};
+    constexpr qint64 limit = std::numeric_limits<qint32>::max();
+    qint64 number = 0;
+    for (; m_position != m_end && isDigit(*m_position); ++m_position)
+        number = std::min(limit, number * 10 + (*m_position - '0'));
+    return qint32(isNegative ? -number : number);
+}
+
+RtfToken RtfTokenizer::hexByte()
+{
+    if (m_end - m_position < 2) {
+        m_position = m_end;
+        return {};
+    }
+    const std::optional<int> high = hexDigit(m_position[0]);
+    const std::optional<int> low = hexDigit(m_position[1]);
+    if (!high || !low)
+        return {.kind = RtfToken::Kind::symbol, .symbol = '\''};
+    m_position += 2;
+    return {.kind = RtfToken::Kind::hexByte, .symbol = char(*high << 4 | *low)};
+}
+
+RtfToken RtfTokenizer::textRun()
+{
+    const char *start = m_position;
+    m_position = std::find_if(m_position, m_end, [](char byte) { return kindOf(byte) != ByteKind::text; });
+    return {.kind = RtfToken::Kind::text, .bytes = QByteArrayView(start, m_position)};
+}
+
+void RtfTokenizer::skipBytes(qint64 count)
+{
+    m_position += std::clamp<qint64>(count, 0, m_end - m_position);
+}

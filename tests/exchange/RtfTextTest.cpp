@@ -1,0 +1,363 @@
+#include "exchange/RtfText.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <random>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Case {
+    const char *name;
+    QByteArray rtf;
+    QString text;
+};
+
+std::string nameOf(const testing::TestParamInfo<Case> &row)
+{
+    return row.param.name;
+}
+
+QString textOf(const QByteArray &document)
+{
+    return RtfText::plainText(document).value_or(u"(not Rich Text)"_s);
+}
+
+QString textOfBody(const QByteArray &body)
+{
+    return textOf("{\\rtf1\\ansi " + body + "}");
+}
+
+class RtfBody : public testing::TestWithParam<Case> { };
+
+TEST_P(RtfBody, GivesItsPlainText)
+{
+    EXPECT_EQ(textOfBody(GetParam().rtf), GetParam().text);
+}
+
+INSTANTIATE_TEST_SUITE_P(Characters, RtfBody,
+    testing::Values(Case{"line_ends_of_the_file_are_text", "a\r\nb\nc", u"abc"_s},
+        Case{"paragraph_ends_are_lost", "a\\par b\\line c\\sect d\\page e\\column f", u"a\nb\nc\nd\ne\nf"_s},
+        Case{"escaped_line_end_is_no_paragraph", "a\\\nb\\\r\nc\\\rd", u"a\nb\nc\nd"_s},
+        Case{"tabs_are_lost", "a\\tab b\tc\\\td", u"a\tb\tc\td"_s},
+        Case{"escaped_syntax_is_obeyed", "\\{a\\\\b\\}", u"{a\\b}"_s},
+        Case{"spaces_after_a_word_are_all_eaten", "a\\b  b\\b0 c", u"a bc"_s},
+        Case{"minus_is_taken_for_a_number", "\\b-x\\fs-20 y", u"-xy"_s}, Case{"names_ignore_case", "a\\PAR b", u"ab"_s},
+        Case{"long_name_is_cut_and_its_rest_is_text", "a\\" + QByteArray(300, 'x') + "1 b", u"ab"_s},
+        Case{"symbols", "a\\~b\\_c\\-d\\|e\\:f", u"a\u00A0b\u2011cdef"_s},
+        Case{"named_characters", "\\emdash\\endash\\bullet\\lquote\\rquote\\ldblquote\\rdblquote",
+            u"\u2014\u2013\u2022\u2018\u2019\u201C\u201D"_s},
+        Case{"named_spaces_and_marks", "\\emspace\\enspace\\qmspace\\zwj\\zwnj\\ltrmark\\rtlmark\\zwbo\\zwnbo",
+            u"\u2003\u2002\u2005\u200D\u200C\u200E\u200F\u200B\u2060"_s},
+        Case{"control_characters_get_through", QByteArray("a\0\x01\x7F", 4) + "\\'00\\'7f\\u0?\\u27?\\u133?b", u"ab"_s},
+        Case{"line_ends_in_hexadecimal_are_lost", "a\\'0db", u"a\nb"_s},
+        Case{"upper_case_digits_are_refused", "\\'E9\\'eA", u"éê"_s},
+        Case{"bad_digits_eat_the_text", "a\\'x1b", u"a\uFFFDx1b"_s}),
+    nameOf);
+
+INSTANTIATE_TEST_SUITE_P(Unicode, RtfBody,
+    testing::Values(Case{"fallback_is_read_too", "\\u8212?a\\u8212\\'97b", u"\u2014a\u2014b"_s},
+        Case{"negative_numbers_fail", "\\u-4064?\\u-1?", u"\uF020\uFFFF"_s},
+        Case{"number_of_fallbacks_is_ignored", "\\uc0\\u8212 a\\uc2\\u8212 \\'97?b", u"\u2014a\u2014b"_s},
+        Case{"odd_numbers_of_fallbacks", "\\uc-5\\u65 ?\\uc\\u66 ?\\uc99\\u67 ????", u"A?BC"_s},
+        Case{"number_of_fallbacks_outlives_its_group", "{\\uc0\\u65 x}\\u66?y", u"AxBy"_s},
+        Case{"fallback_is_sought_beyond_the_group", "\\uc3{\\u65 ?}abc\\u66 {def}", u"AabcBdef"_s},
+        Case{"symbol_is_no_fallback", "\\u65\\~x\\u66\\}y", u"AxBy"_s},
+        Case{"word_is_no_fallback", "\\u8226\\bullet x\\u65\\b y", u"\u2022xAy"_s},
+        Case{"binary_data_are_no_fallback", "\\uc2\\u65\\bin3 }}}?x", u"Ax"_s},
+        Case{"paragraph_end_is_taken_for_a_fallback", "\\u65\\par b\\u66\\\nc", u"A\nbB\nc"_s},
+        Case{"next_character_is_taken_for_a_fallback", "\\u65\\u66 ?c", u"ABc"_s},
+        Case{"fallback_in_double_bytes_is_half_read", "\\ansicpg932\\uc2\\u34920\\'95\\\\x", u"表x"_s},
+        Case{"surrogates_stay_apart", "\\u-10179?\\u-8704?", u"\U0001F600"_s},
+        Case{"surrogates_as_positive_numbers", "\\uc0\\u55357\\u56832", u"\U0001F600"_s},
+        Case{"whole_code_point_is_cut_to_16_bits", "\\u128512?", u"\U0001F600"_s},
+        Case{"lone_surrogates_get_through", "\\u-10179?a\\u-8704?\\u-8704?", u"\uFFFDa\uFFFD\uFFFD"_s},
+        Case{"high_surrogate_waits_for_too_long", "\\u55357?\\u55357?\\u56832?\\u56832?", u"\uFFFD\U0001F600\uFFFD"_s},
+        Case{"number_overflows", "\\u4294967361?a\\u-99999999999999999999?", u"\uFFFDa\uFFFD"_s},
+        Case{"word_without_number_is_a_character", "a\\u b", u"ab"_s},
+        Case{"both_alternatives_are_read", "{\\upr{a\\'3f}{\\*\\ud{a\\u945 ?}}}b", u"aαb"_s}),
+    nameOf);
+
+INSTANTIATE_TEST_SUITE_P(LeftOut, RtfBody,
+    testing::Values(Case{"optional_destination_is_read", "a{\\*\\unheardof b{c\\}}d}e", u"ae"_s},
+        Case{"unknown_word_hides_its_group", "a{\\unheardof b}c", u"abc"_s},
+        Case{"colours_and_styles", "{\\colortbl;\\red0;}{\\stylesheet{\\s0 Normal;}}{\\info{\\title t}}a", u"a"_s},
+        Case{
+            "picture_data", "a{\\pict\\wmetafile8 010203}{\\*\\shppict{\\pict ff}}{\\nonshppict{\\pict ff}}b", u"ab"_s},
+        Case{"object_data", "a{\\object\\objemb{\\*\\objdata 0105}{\\result x}}b", u"ab"_s},
+        Case{"headers_and_footers", "{\\header h}{\\headerl h}{\\headerr h}{\\headerf h}{\\footer f}{\\footerf f}a",
+            u"a"_s},
+        Case{"notes_and_comments", "a{\\footnote n}{\\*\\atnid X}{\\*\\annotation c}{\\footnote\\ftnalt e}b", u"ab"_s},
+        Case{"bookmarks_and_index_entries", "a{\\*\\bkmkstart x}b{\\*\\bkmkend x}{\\xe y}{\\tc z}c", u"abc"_s},
+        Case{"field_code_is_read", "{\\field{\\*\\fldinst HYPERLINK \"x\"}{\\fldrslt a}}{\\field{\\fldinst PAGE}}",
+            u"a"_s},
+        Case{"list_number_is_lost", "{\\pntext\\f0 1.\\tab}{\\*\\pn\\pnlvlbody{\\pntxta .}}a", u"1.\ta"_s},
+        Case{"text_box_is_lost_or_doubled",
+            "a{\\shp{\\*\\shpinst\\shpleft0{\\sp{\\sn x}{\\sv 1}}{\\shptxt b\\par}}{\\shprslt{\\*\\do{\\dptxbxtext "
+            "b}}}}c",
+            u"a\nb\nc"_s},
+        Case{"text_box_begins_with_an_empty_line", "{\\shptxt a\\par}{\\shptxt b}", u"a\nb"_s},
+        Case{"formula_is_lost_or_doubled",
+            "{\\mmath{\\*\\moMath{\\mr x}{\\md{\\mdPr{\\mbegChr (}}{\\me{\\mr y}}}}{\\mmathPict{\\pict 00}}}", u"xy"_s},
+        Case{"hidden_text", "a{\\v b\\par}c\\v d\\v0 e\\v f\\plain g", u"aceg"_s},
+        Case{"deleted_text", "a{\\deleted\\revauthdel1 b\\u65?}c{\\revised d}{\\mvf e\\mvf0 f}{\\deleted g\\plain h}",
+            u"acdfh"_s},
+        Case{"hidden_text_outlives_its_group", "{\\v a{b}}c", u"c"_s},
+        Case{"braces_in_binary_data", "a{\\pict\\bin5 {{{}}}b\\bin2 }}c", u"abc"_s},
+        Case{"braces_in_a_left_out_group", "a{\\pict \\{ \\'7b \\\\{\\binary x}}b", u"ab"_s},
+        Case{"stray_destination_takes_the_rest", "a\\header b\\*\\unheardof c\\fonttbl d", u"abcd"_s},
+        Case{"text_behind_the_document", "a}b{c}", u"a"_s}),
+    nameOf);
+
+INSTANTIATE_TEST_SUITE_P(Tables, RtfBody,
+    testing::Values(
+        Case{"row_ends_in_a_tab", "\\trowd a\\cell b\\cell\\row c\\cell d\\cell{\\row}e", u"a\tb\nc\td\ne"_s},
+        Case{"empty_cells_shift_the_columns", "\\cell b\\cell\\cell\\row", u"\tb\t\n"_s},
+        Case{"second_row_end_is_lost", "a\\cell\\row\\row b", u"a\n\nb"_s},
+        Case{"bytes_come_after_their_cell", "\\ansicpg932 a\\cell\\'95\\'5c\\row b", u"a\t表\nb"_s},
+        Case{"tab_of_the_text_is_taken_for_a_cell", "a\\cell b\\tab\\row", u"a\tb\t\n"_s},
+        Case{"nested_row_is_lost_or_doubled",
+            "a\\nestcell b\\nestcell{\\*\\nesttableprops\\trowd\\nestrow}{\\nonesttables\\par}c\\cell d\\cell\\row",
+            u"a\tb\nc\td\n"_s}),
+    nameOf);
+
+QByteArray withFonts(const QByteArray &body)
+{
+    return "\\ansicpg1251\\deff1{\\fonttbl{\\f0\\fcharset0 Arial;}{\\f1\\fcharset204{\\*\\falt x}Arial Cyr;}"
+           "{\\f2\\fcharset128 Mincho;}{\\f3\\fcharset2 Symbol;}{\\f4\\fcharset2 Wingdings 2;}{\\f5\\fcharset1 Any;}"
+           "{\\f6\\fcharset0\\cpg1253 Greek;}{\\f7\\fcharset2 Doulos;}\\f8\\fcharset238 Loose;\\f31506\\fcharset177 H;}"
+        + body;
+}
+
+INSTANTIATE_TEST_SUITE_P(Fonts, RtfBody,
+    testing::Values(Case{"names_are_text", withFonts("a"), u"a"_s},
+        Case{"default_font_is_ignored", withFonts("\\'e6"), u"ж"_s},
+        Case{"character_set_is_ignored", withFonts("\\f0\\'e6\\f8\\'e6\\f31506\\'e0"), u"æćא"_s},
+        Case{"font_outlives_its_group", withFonts("{\\f0\\'e6}\\'e6\\f0\\plain\\'e6"), u"æжж"_s},
+        Case{"code_page_of_the_font_is_ignored", withFonts("\\f6\\'e6"), u"ζ"_s},
+        Case{
+            "default_character_set_is_western", withFonts("\\f5\\'e6\\f99\\'e6\\f-7\\'e6\\f999999999\\'e6"), u"жжжж"_s},
+        Case{"raw_bytes_are_latin", withFonts("\xE6\\f0 \xE6"), u"жæ"_s},
+        Case{"pair_is_split_by_formatting", withFonts("\\f2\\'95{\\b\\'5c}\\'83\\i \\\\\\'8e\n\\'a9\\'83A\x83\\'5c"),
+            u"表ソ自アソ"_s},
+        Case{"pair_is_joined_across_fonts", withFonts("\\f2\\'95\\f0\\'5c"), u"\uFFFD\\"_s},
+        Case{"first_half_swallows_a_paragraph_end", withFonts("\\f2\\'95\\par\\'95\\u65?\\'95"),
+            u"\uFFFD\n\uFFFDA\uFFFD"_s},
+        Case{"bytes_come_after_later_text", withFonts("\\f2\\'95\\'5c\\tab\\'95\\'5c\\f0 x"), u"表\t表x"_s},
+        Case{"greek_of_the_symbol_font_is_latin", withFonts("\\f3 ab\\'b7\\u-3913?"), u"αβ••"_s},
+        Case{"bullets_of_dingbats_are_letters", withFonts("\\f4\\'a7\\'fc\\u-3932?z"), u"▪✔\uFFFD\uFFFD"_s},
+        Case{"lettered_symbol_font_is_greek", withFonts("\\f7 ab\\'e6"), u"abж"_s},
+        Case{"symbols_outlive_their_font", withFonts("{\\fonttbl\\f8\\fcharset2 Any;\\f9 Symbol;}\\f9 a"), u"a"_s},
+        Case{"unknown_code_page_is_taken", withFonts("{\\fonttbl\\f9\\fcharset238\\cpg9999 x;}\\f9\\'e6"), u"ć"_s},
+        Case{"hostile_font_numbers", "{\\fonttbl\\f2147483647\\fcharset204;\\f-5\\fcharset204;}\\f2147483647\\'e6",
+            u"æ"_s}),
+    nameOf);
+
+INSTANTIATE_TEST_SUITE_P(CodePages, RtfBody,
+    testing::Values(Case{"without_any", "\\'80\\'e9\\'81", u"€é\uFFFD"_s}, Case{"mac", "\\mac\\'8e", u"é"_s},
+        Case{"pc", "\\pc\\'82", u"é"_s}, Case{"pca", "\\pca\\'d5", u"ı"_s},
+        Case{"unknown_is_western", "\\ansicpg4711\\'e9\\ansicpg-1\\'e9\\ansicpg0\\'e9", u"ééé"_s},
+        Case{"cp437", "\\ansicpg437\\'e1", u"ß"_s}, Case{"cp850", "\\ansicpg850\\'b5", u"Á"_s},
+        Case{"cp852", "\\ansicpg852\\'a5", u"ą"_s}, Case{"cp866", "\\ansicpg866\\'a6", u"ж"_s},
+        Case{"cp874", "\\ansicpg874\\'a1", u"ก"_s}, Case{"cp932", "\\ansicpg932\\'8e\\'a9\\'c0\\'a0", u"自ﾀ\uFFFD"_s},
+        Case{"cp936", "\\ansicpg936\\'d6\\'d0\\'80\\'ff", u"中€\uFFFD"_s},
+        Case{"cp949", "\\ansicpg949\\'c7\\'d1\\'8c\\'63\\'80", u"한똠\uFFFD"_s},
+        Case{"cp950", "\\ansicpg950\\'a4\\'a4", u"中"_s}, Case{"cp1250", "\\ansicpg1250\\'b3", u"ł"_s},
+        Case{"cp1251", "\\ansicpg1251\\'c6", u"Ж"_s}, Case{"cp1252", "\\ansicpg1252\\'8c", u"Œ"_s},
+        Case{"cp1253", "\\ansicpg1253\\'f9", u"ω"_s}, Case{"cp1254", "\\ansicpg1254\\'fe", u"ş"_s},
+        Case{"cp1255", "\\ansicpg1255\\'e0", u"א"_s}, Case{"cp1256", "\\ansicpg1256\\'c8", u"ب"_s},
+        Case{"cp1257", "\\ansicpg1257\\'e0", u"ą"_s}, Case{"cp1258", "\\ansicpg1258\\'fe", u"₫"_s},
+        Case{"cp10000", "\\ansicpg10000\\'8a", u"ä"_s}, Case{"cp10006", "\\ansicpg10006\\'e1", u"α"_s},
+        Case{"cp10007", "\\ansicpg10007\\'80", u"А"_s}, Case{"cp10029", "\\ansicpg10029\\'88", u"ą"_s},
+        Case{"cp10081", "\\ansicpg10081\\'df", u"ş"_s}, Case{"cp20866", "\\ansicpg20866\\'c1", u"а"_s},
+        Case{"utf8", "\\ansicpg65001\\'e4\\'b8\xAD\xF0\x9F\x98\x80\\'e4\\'b8x\\'c0", u"中\U0001F600\uFFFDx\uFFFD"_s}),
+    nameOf);
+
+class RtfDocument : public testing::TestWithParam<Case> { };
+
+TEST_P(RtfDocument, GivesItsPlainText)
+{
+    EXPECT_EQ(textOf(GetParam().rtf), GetParam().text);
+}
+
+INSTANTIATE_TEST_SUITE_P(OfWriters, RtfDocument,
+    testing::Values(
+        Case{"word",
+            "{\\rtf1\\adeflang1025\\ansi\\ansicpg1252\\uc1\\adeff31507\\deff0\\stshfdbch31505\\stshfloch31506\n"
+            "{\\fonttbl{\\f0\\fbidi \\froman\\fcharset0\\fprq2{\\*\\panose 02020603050405020304}Times New Roman;}\n"
+            "{\\f3\\fbidi \\froman\\fcharset2\\fprq2{\\*\\panose 05050102010706020507}Symbol;}\n"
+            "{\\f13\\fbidi \\fnil\\fcharset134\\fprq2{\\*\\panose 02010600030101010101}SimSun{\\*\\falt "
+            "\\'cb\\'ce};}}\n"
+            "{\\colortbl;\\red0\\green0\\blue0;}{\\*\\defchp \\f31506\\fs22 }{\\stylesheet{\\ql \\fs22 \\snext0 "
+            "Normal;}}\n"
+            "{\\*\\rsidtbl \\rsid1}{\\mmathPr\\mmathFont34}{\\info{\\author A}{\\nofpages1}}{\\*\\xmlnstbl {\\xmlns1 "
+            "h}}\n"
+            "\\paperw12240\\sectd {\\*\\pnseclvl1\\pnucrm{\\pntxta .}}\\pard\\plain \\ltrpar\\ql \\rtlch\\fcs1 "
+            "\\af31507 "
+            "\\ltrch\\fcs0 \\fs22 {\\listtext\\pard\\plain\\ltrpar \\rtlch\\fcs1 \\af0 \\ltrch\\fcs0 \\f3\\insrsid1 "
+            "\\loch\\af3\\dbch\\af31505\\hich\\f3 \\'b7\\tab}{\\rtlch\\fcs1 \\af31507 \\ltrch\\fcs0 \\insrsid1 "
+            "\\hich\\af31506\\dbch\\af31505\\loch\\f31506 It}{\\rtlch\\fcs1 \\ltrch\\fcs0 \\insrsid1 "
+            "\\hich\\af31506\\dbch\\af31505\\loch\\f31506 \\rquote s }{\\loch\\af0\\hich\\af0\\dbch\\f13 \\'d6\\'d0\n"
+            "\\'ce\\'c4\\par }\\pard \\ltrpar{\\rtlch\\fcs1 \\af0 \\ltrch\\fcs0 caf\\'e9\\par }{\\*\\themedata 504b}\n"
+            "{\\*\\datastore 0105}}",
+            u"•\tIt’s 中文\ncafé\n"_s},
+        Case{"libreoffice",
+            "{\\rtf1\\ansi\\deff3\\adeflang1025\n{\\fonttbl{\\f0\\froman\\fprq2\\fcharset0 Times New Roman;}"
+            "{\\f3\\froman\\fprq2\\fcharset0 Liberation Serif;}}\n{\\*\\generator LibreOffice/7.4}"
+            "{\\*\\listtable{\\list{\\listlevel{\\leveltext \\'01\\u8226 ?;}}}}\n\\pard\\plain "
+            "\\s0\\ql{\\listtext\\pard\\plain "
+            "\\u8226\\'95\\tab}\\ilvl0\\ls1{\\loch\\uc1\\u32\\'20\\loch\n\\u1088\\'3f\\u1091\\'3f}\n\\par "
+            "\\pard\\plain "
+            "{\\field{\\*\\fldinst HYPERLINK \"http://x/\" }{\\fldrslt {\\loch link}{}}}\n\\par }",
+            u"•\t ру\nlink\n"_s},
+        Case{"textedit",
+            "{\\rtf1\\ansi\\ansicpg1252\\cocoartf2639\n\\cocoatextscaling0\\cocoaplatform0{"
+            "\\fonttbl\\f0\\fswiss\\fcharset0 "
+            "Helvetica;\\f1\\fnil\\fcharset128 HiraKakuProN-W3;}\n{\\colortbl;\\red255\\green255\\blue255;}\n"
+            "{\\*\\expandedcolortbl;;}\n\\pard\\tx560\\pardirnatural\\partightenfactor0\n\n\\f0\\fs24 \\cf0 "
+            "Don\\'92t\\\n"
+            "\\uc0\\u55357 \\u56832 \\f1 \\'93\\'fa\\'96\\'7b\n\\f0 \\\n\\pard\\li720\n\\ls1\\ilvl0\\cf0 "
+            "{\\listtext\t\\'95\t}"
+            "one\\uc0\\u8232 two}",
+            u"Don’t\n\U0001F600日本\n\t•\tone\u2028two"_s},
+        Case{"wordpad",
+            "{\\rtf1\\ansi\\ansicpg1251\\deff0\\nouicompat\\deflang1049{\\fonttbl{\\f0\\fnil\\fcharset204 Calibri;}"
+            "{\\f1\\fnil\\fcharset0 Calibri;}}\r\n{\\*\\generator Riched20 10.0.19041}\\viewkind4\\uc1 "
+            "\r\n\\pard\\sa200\\f0"
+            "\\fs22\\lang1049\\'cf\\'f0\\'e8\\'e2\\'e5\\'f2\\lang1033  \\f1 caf\\'e9\\par\r\n}\r\n"
+                + QByteArray(1, '\0'),
+            u"Привет café\n"_s},
+        Case{"google_docs",
+            "{\\rtf1\\ansi\\ansicpg1252\\uc0\\stshfdbch0\\stshfloch0\\deff0{\\fonttbl{\\f0 \\fswiss\\fcharset0 "
+            "Arial;}}\n"
+            "{\\colortbl;\\red0\\green0\\blue0;}{\\stylesheet {\\*\\ts0 Normal "
+            "Table;}}{\\*\\listoverridetable}\n\\pard\\li720"
+            "{\\listtext \\uc0\\u9679 \\tab}\\ilvl0 {\\b0 \\u8220Who\\u8221}\\par\n\\pard {\\u233 t\\u233 }\\par}",
+            u"●\t“Who”\nété\n"_s}),
+    nameOf);
+
+INSTANTIATE_TEST_SUITE_P(Beginnings, RtfDocument,
+    testing::Values(Case{"blanks_before_are_refused", " \r\n\t{\\rtf1 a}", u"a"_s},
+        Case{"byte_order_mark_is_refused", "\xEF\xBB\xBF\n{\\rtf1 a}", u"a"_s},
+        Case{"empty_document_is_refused", "{\\rtf}", u""_s}, Case{"nothing_is_taken", "", u"(not Rich Text)"_s},
+        Case{"plain_text_is_taken", "a {\\rtf1 b}", u"(not Rich Text)"_s},
+        Case{"other_group_is_taken", "{\\rt", u"(not Rich Text)"_s}),
+    nameOf);
+
+INSTANTIATE_TEST_SUITE_P(CutOff, RtfDocument,
+    testing::Values(Case{"in_a_group", "{\\rtf1 a{b{\\v c", u"ab"_s}, Case{"after_a_backslash", "{\\rtf1 a\\", u"a"_s},
+        Case{"in_a_word", "{\\rtf1 a\\ansicp", u"a"_s}, Case{"in_a_number", "{\\rtf1 a\\fs-2", u"a"_s},
+        Case{"in_digits", "{\\rtf1 a\\'8", u"a"_s},
+        Case{"in_a_pair_of_bytes", "{\\rtf1\\ansicpg932 a\\'95", u"a\uFFFD"_s},
+        Case{"in_a_fallback", "{\\rtf1\\uc9 a\\u65 ?", u"aA"_s},
+        Case{"in_a_row", "{\\rtf1 a\\cell b\\cell", u"a\tb\t"_s},
+        Case{"in_binary_data", "{\\rtf1 a\\bin2147483647 xyz", u"a"_s},
+        Case{"in_a_left_out_group", "{\\rtf1 a{\\pict{\\bin99999999999 }}b}", u"a"_s},
+        Case{"negative_binary_data", "{\\rtf1 a\\bin-5 b}", u"ab"_s}),
+    nameOf);
+
+TEST(RtfText, ReadsGroupsOfAnyDepth)
+{
+    constexpr qsizetype depth = 300'000;
+    const QByteArray opening = QByteArray("{\\f1\\v0 ").repeated(depth);
+    EXPECT_EQ(textOfBody("a" + opening + "b" + QByteArray(depth, '}') + "c"), u"abc"_s);
+    EXPECT_EQ(textOfBody("a{\\pict" + opening + "b" + QByteArray(depth, '}') + "}c"), u"ac"_s);
+    EXPECT_EQ(textOfBody(opening + "b"), u"b"_s);
+}
+
+TEST(RtfText, ReadsPairsOfBytesAcrossItsOwnBuffers)
+{
+    for (const qsizetype shift : {0, 1}) {
+        const QByteArray pairs = QByteArray("\\'95\\'5c\x92\x86").repeated(10'000);
+        EXPECT_EQ(textOfBody("\\ansicpg932 " + QByteArray(shift, 'x') + pairs),
+            QString(shift, u'x') + u"表中"_s.repeated(10'000));
+    }
+    const QByteArray cutCharacter = QByteArray(4095, 'x') + "\xE4" + QByteArray(4096, 'y');
+    EXPECT_EQ(textOfBody("\\ansicpg65001 " + cutCharacter), QString(4095, u'x') + u'\uFFFD' + QString(4096, u'y'));
+}
+
+/// Writes random text in every way that Rich Text knows, with things in between that nobody sees.
+class RandomWriter {
+public:
+    explicit RandomWriter(quint32 seed) : m_random(seed) { }
+
+    [[nodiscard]] bool chance(int outOf) { return number(outOf) == 0; }
+    [[nodiscard]] int number(int limit) { return int(m_random() % quint32(limit)); }
+
+    void write(const QString &character, const QByteArray &shiftJis)
+    {
+        if (shiftJis.isEmpty() || chance(4))
+            writeUnicode(character);
+        else
+            for (const char byte : shiftJis)
+                writeByte(byte);
+    }
+
+    QByteArray document{"{\\rtf1\\ansicpg932 "};
+
+private:
+    void writeUnicode(const QString &character)
+    {
+        const int fallbacks = number(4);
+        document += "{\\uc" + QByteArray::number(fallbacks);
+        for (const QChar unit : character) {
+            document += "\\u" + QByteArray::number(chance(2) ? qint16(unit.unicode()) : int(unit.unicode())) + " ";
+            for (int index = chance(5) && character.size() == 1 ? 1 : 0; index < fallbacks; ++index)
+                document += pick({"?", "\\'3f", "\\'95", "\\\\", "\\bullet ", "\\bin3 {}\\", "\n?", "\\~"});
+        }
+        document += "}";
+        writeNoise();
+    }
+
+    void writeByte(char byte)
+    {
+        const bool isSyntax = byte == '\\' || byte == '{' || byte == '}';
+        if (chance(2))
+            document += "\\'" + QByteArray(1, byte).toHex();
+        else
+            document += (isSyntax ? "\\" : "") + QByteArray(1, byte);
+        writeNoise();
+    }
+
+    void writeNoise()
+    {
+        while (chance(3))
+            document += pick({"\r\n", "\\b ", "\\fs20 ", "{}", R"({\*\x y})", "{\\v h\\'95}", R"({\pict \bin4 }\{{})",
+                "\\-", "{\\footnote {\\u65 ?}}", "\\uc2 ", "{\\deleted\\par}", "\\bin2 {{", R"({\header\'95})",
+                "{\\fonttbl\\f7 x;}"});
+    }
+
+    const char *pick(std::initializer_list<const char *> choices)
+    {
+        return choices.begin()[number(int(choices.size()))];
+    }
+
+    std::mt19937 m_random;
+};
+
+TEST(RtfText, GivesBackWhatWasWrittenInAnyWay)
+{
+    struct Character {
+        QString text;
+        QByteArray shiftJis;
+    };
+    const auto alphabet = std::to_array<Character>(
+        {{u"a"_s, "a"}, {u" "_s, " "}, {u"-"_s, "-"}, {u"7"_s, "7"}, {u"'"_s, "'"}, {u"*"_s, "*"}, {u"\\"_s, "\\"},
+            {u"{"_s, "{"}, {u"}"_s, "}"}, {u"\t"_s, "\t"}, {u"表"_s, "\x95\x5C"}, {u"ソ"_s, "\x83\x5C"},
+            {u"ボ"_s, "\x83\x7B"}, {u"マ"_s, "\x83\x7D"}, {u"あ"_s, "\x82\xA0"}, {u"ﾀ"_s, "\xC0"}, {u"é"_s, ""},
+            {u"\u00A0"_s, ""}, {u"\u2028"_s, ""}, {u"\u0301"_s, ""}, {u"\uFEFF"_s, ""}, {u"\U0001F600"_s, ""}});
+    for (quint32 seed = 0; seed < 2'000; ++seed) {
+        RandomWriter writer(seed);
+        QString expected;
+        for (int left = writer.number(60); left > 0; --left) {
+            const Character &next = alphabet[std::size_t(writer.number(int(alphabet.size())))];
+            writer.write(next.text, next.shiftJis);
+            expected += next.text;
+        }
+        ASSERT_EQ(textOf(writer.document + "}"), expected) << "seed " << seed << '\n' << writer.document.toStdString();
+    }
+}
+
+} // namespace
