@@ -1,0 +1,35 @@
+#include "platform/TextDecoder.h"
+
+#include <QByteArray>
+
+#include <cstdint>
+#include <cstdlib>
+
+namespace {
+
+void check(bool holds)
+{
+    if (!holds)
+        std::abort();
+}
+
+QByteArrayView withoutMark(QByteArrayView utf8)
+{
+    return utf8.startsWith("\xEF\xBB\xBF") ? utf8.sliced(3) : utf8;
+}
+
+} // namespace
+
+/// What a decoder takes is text that can be stored, and UTF-8 comes back byte by byte.
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    const QByteArrayView bytes(data, qsizetype(size));
+    if (const std::optional<QString> text = TextDecoder::utf8(bytes))
+        check(text->isValidUtf16() && text->toUtf8() == withoutMark(bytes));
+    if (const std::optional<QString> text = TextDecoder::utf16(bytes))
+        check(text->isValidUtf16() && text->size() == bytes.size() / 2 - 1);
+    if (const std::optional<QString> text = TextDecoder::gb18030(bytes))
+        check(text->isValidUtf16() && text->size() <= bytes.size());
+    check(TextDecoder::latin1(bytes).size() == bytes.size());
+    return 0;
+}

@@ -1,0 +1,224 @@
+#include "exchange/ExcerptExporter.h"
+
+#include "exchange/TextLines.h"
+#include "platform/LocaleText.h"
+#include "records/TextTrimming.h"
+
+#include <QDateTime>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+qsizetype excerptCount(const QList<ExportCodeGroup> &groups)
+{
+    qsizetype count = 0;
+    for (const ExportCodeGroup &group : groups)
+        count += group.hits.size();
+    return count;
+}
+
+/// About the units that a report takes; a little more saves the last doubling of the buffer.
+qsizetype expectedLength(const QList<ExportCodeGroup> &groups)
+{
+    constexpr qsizetype aroundGroup = 150;
+    constexpr qsizetype aroundHit = 60;
+    qsizetype length = 2'000;
+    for (const ExportCodeGroup &group : groups) {
+        length += aroundGroup + group.code.name.size() + group.code.memo.value_or(QString()).size();
+        for (const ExcerptHit &hit : group.hits)
+            length += aroundHit + hit.snippet.size() + hit.documentTitle.size();
+    }
+    return length;
+}
+
+/// Appends `text` with the units for which `replacementOf` gives more than a null view replaced.
+template <typename ReplacementOf>
+void appendReplacing(QString &report, QStringView text, ReplacementOf replacementOf)
+{
+    qsizetype copied = 0;
+    for (qsizetype index = 0; index < text.size(); ++index) {
+        const QStringView replacement = replacementOf(text[index].unicode());
+        if (replacement.isNull())
+            continue;
+        report += text.sliced(copied, index - copied);
+        report += replacement;
+        copied = index + 1;
+    }
+    report += text.sliced(copied);
+}
+
+// ---- CSV
+
+void appendField(QString &report, const QString &field)
+{
+    const auto needsQuotes = [](QChar unit) { return unit == u',' || unit == u'"' || unit == u'\n'; };
+    if (std::none_of(field.begin(), field.end(), needsQuotes)) {
+        report += field;
+        return;
+    }
+    report += u'"';
+    appendReplacing(report, field, [](char16_t unit) { return unit == u'"' ? QStringView(u"\"\"") : QStringView(); });
+    report += u'"';
+}
+
+void appendRow(QString &report, const Code &code, const ExcerptHit &hit)
+{
+    for (const QString &field : {code.name, hit.snippet, hit.documentTitle}) {
+        appendField(report, field);
+        report += u',';
+    }
+    report += QString::number(hit.start) + u',' + QString::number(hit.length) + u'\n';
+}
+
+// ---- Markdown
+
+void appendMarkdownHit(QString &report, const ExcerptHit &hit)
+{
+    forEachLine(hit.snippet, [&](QStringView line) {
+        report += u"> "_s;
+        report += line;
+        report += u'\n';
+    });
+    report += u">\n> — *"_s + hit.documentTitle + u"*\n\n"_s;
+}
+
+void appendMarkdownGroup(QString &report, const ExportCodeGroup &group)
+{
+    report += u"\n---\n\n## "_s + group.code.name + u" ("_s + QString::number(group.hits.size()) + u")\n\n"_s;
+    if (const std::optional<QString> memo = ExcerptExporter::trimmed(group.code.memo)) {
+        report += u"_Memo: "_s;
+        report += QString(*memo).replace(u'\n', u' ');
+        report += u"_\n\n"_s;
+    }
+    for (const ExcerptHit &hit : group.hits)
+        appendMarkdownHit(report, hit);
+}
+
+// ---- HTML
+
+QStringView escapeOf(char16_t unit)
+{
+    switch (unit) {
+    case u'&':
+        return u"&amp;";
+    case u'<':
+        return u"&lt;";
+    case u'>':
+        return u"&gt;";
+    case u'"':
+        return u"&quot;";
+    default:
+        return {};
+    }
+}
+
+void appendEscaped(QString &report, QStringView text)
+{
+    appendReplacing(report, text, escapeOf);
+}
+
+void appendHead(QString &report, const QString &projectName)
+{
+    report += uR"(<!doctype html>
+<html lang="en">
+<head>
+<meta charset="utf-8">
+<title>)"_s;
+    appendEscaped(report, projectName);
+    report += uR"( — Coded Excerpts</title>
+<style>
+:root { color-scheme: light dark; }
+body { font: 15px/1.65 -apple-system, "SF Pro Text", system-ui, sans-serif; max-width: 720px; margin: 48px auto; padding: 0 24px; }
+h1 { font-size: 26px; margin-bottom: 4px; }
+h2 { font-size: 18px; margin: 44px 0 12px; display: flex; align-items: center; gap: 8px; }
+.dot { width: 10px; height: 10px; border-radius: 5px; display: inline-block; flex: none; }
+.count { font-size: 12px; color: #8a8a8e; font-weight: 400; }
+.memo { font-style: italic; color: #8a8a8e; }
+blockquote { margin: 14px 0; padding: 10px 16px; border-left: 3px solid rgba(127,127,127,0.35); background: rgba(127,127,127,0.07); border-radius: 4px; }
+blockquote footer { margin-top: 8px; font-size: 12px; color: #8a8a8e; }
+.meta { color: #8a8a8e; }
+</style>
+</head>
+)"_s;
+}
+
+void appendHtmlHit(QString &report, const ExcerptHit &hit)
+{
+    report += u"<blockquote>"_s;
+    appendReplacing(
+        report, hit.snippet, [](char16_t unit) { return unit == u'\n' ? QStringView(u"<br>") : escapeOf(unit); });
+    report += u"<footer>— "_s;
+    appendEscaped(report, hit.documentTitle);
+    report += u"</footer></blockquote>\n"_s;
+}
+
+void appendHtmlGroup(QString &report, const ExportCodeGroup &group)
+{
+    report += u"<section>\n<h2><span class=\"dot\" style=\"background:"_s;
+    appendEscaped(report, group.code.colorHex);
+    report += u"\"></span>"_s;
+    appendEscaped(report, group.code.name);
+    report += u" <span class=\"count\">"_s + QString::number(group.hits.size()) + u"</span></h2>\n"_s;
+    if (const std::optional<QString> memo = ExcerptExporter::trimmed(group.code.memo)) {
+        report += u"<p class=\"memo\">"_s;
+        appendEscaped(report, *memo);
+        report += u"</p>\n"_s;
+    }
+    for (const ExcerptHit &hit : group.hits)
+        appendHtmlHit(report, hit);
+    report += u"</section>\n"_s;
+}
+
+} // namespace
+
+QString ExcerptExporter::csv(const QList<ExportCodeGroup> &groups)
+{
+    QString report;
+    report.reserve(expectedLength(groups));
+    report += u"\uFEFFCode,Excerpt,Document,Start,Length\n"_s;
+    for (const ExportCodeGroup &group : groups)
+        for (const ExcerptHit &hit : group.hits)
+            appendRow(report, group.code, hit);
+    return report;
+}
+
+QString ExcerptExporter::markdown(
+    const QString &projectName, const QList<ExportCodeGroup> &groups, const QDateTime &date)
+{
+    QString report;
+    report.reserve(expectedLength(groups));
+    report += u"# "_s + projectName + u" — Coded Excerpts\n\n"_s;
+    report += u"_Exported from Vorn · "_s + LocaleText::longDateAndShortTime(date) + u"_\n\n"_s;
+    report += u"**"_s + QString::number(groups.size()) + u"** codes · **"_s + QString::number(excerptCount(groups))
+        + u"** excerpts\n"_s;
+    for (const ExportCodeGroup &group : groups)
+        appendMarkdownGroup(report, group);
+    return report;
+}
+
+QString ExcerptExporter::html(const QString &projectName, const QList<ExportCodeGroup> &groups, const QDateTime &date)
+{
+    QString report;
+    report.reserve(expectedLength(groups));
+    appendHead(report, projectName);
+    report += u"<body>\n<h1>"_s;
+    appendEscaped(report, projectName);
+    report += u" — Coded Excerpts</h1>\n<p class=\"meta\">Exported from Vorn · "_s
+        + LocaleText::longDateAndShortTime(date) + u" · "_s + QString::number(groups.size()) + u" codes · "_s
+        + QString::number(excerptCount(groups)) + u" excerpts</p>\n"_s;
+    for (const ExportCodeGroup &group : groups)
+        appendHtmlGroup(report, group);
+    report += u"</body>\n</html>"_s;
+    return report;
+}
+
+std::optional<QString> ExcerptExporter::trimmed(const std::optional<QString> &text)
+{
+    if (!text)
+        return {};
+    const QStringView rest = TextTrimming::trimmed(*text);
+    return rest.isEmpty() ? std::nullopt : std::optional(rest.toString());
+}

@@ -1,0 +1,275 @@
+#include "exchange/DocumentImporter.h"
+
+#include "exchange/ImportError.h"
+#include "platform/ChildProcess.h"
+#include "platform/FileError.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString fixture(const QString &name)
+{
+    return QStringLiteral(VORN_FIXTURES "/") + name;
+}
+
+/// The sentence that the import of `path` fails with; empty if it doesn't.
+QString complaintAbout(const QString &path)
+{
+    try {
+        (void)DocumentImporter::extract(path);
+    } catch (const LocalizedError &error) {
+        return error.description();
+    }
+    return {};
+}
+
+QString unreadable(const QString &fileName)
+{
+    return u"Couldn't read "_s + fileName + u"."_s;
+}
+
+/// A folder to write files into.
+class DocumentImport : public testing::Test {
+protected:
+    [[nodiscard]] QString path(const QString &name) const { return m_folder.filePath(name); }
+
+    QString write(const QString &name, QByteArrayView bytes) const
+    {
+        QDir().mkpath(QFileInfo(path(name)).path());
+        QFile file(path(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes.data(), bytes.size()) == bytes.size());
+        return path(name);
+    }
+
+    /// An archive with `part` as its member `member`, under any name at all.
+    QString writeArchive(const QString &name, QByteArrayView part, const QString &member = u"word/document.xml"_s,
+        const QStringList &options = {}) const
+    {
+        write(u"parts/"_s + member, part);
+        const QString made = path(u"made.zip"_s);
+        const QStringList arguments = QStringList(u"-q"_s) + options + QStringList{made, member};
+        EXPECT_TRUE(ChildProcess::run(
+            {.program = u"/usr/bin/zip"_s, .arguments = arguments, .workingDirectory = path(u"parts"_s)})
+                        .succeeded());
+        QDir().mkpath(QFileInfo(path(name)).path());
+        EXPECT_TRUE(QFile::rename(made, path(name)));
+        return path(name);
+    }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+struct FixtureCase {
+    const char *name;
+    QString text;
+};
+
+class TextFile : public testing::TestWithParam<FixtureCase> { };
+
+TEST_P(TextFile, KeepsItsLineEndsAndLosesItsMark)
+{
+    const auto [text, sourceKind] =
+        DocumentImporter::extract(fixture(QString::fromLatin1(GetParam().name) + u".txt"_s));
+    EXPECT_EQ(text, GetParam().text);
+    EXPECT_EQ(sourceKind, u"txt"_s);
+}
+
+const QString letter = u"Zoë wrote:\r\n“信任” \U0001F600\r\n\r\nnaïve café\r\n"_s;
+
+INSTANTIATE_TEST_SUITE_P(Encodings, TextFile,
+    testing::Values(FixtureCase{"utf-8", letter}, FixtureCase{"utf-8-mark", letter},
+        FixtureCase{"utf-16le-mark", letter}, FixtureCase{"utf-16be-mark", letter}, FixtureCase{"gb18030", letter},
+        FixtureCase{"latin-1", u"Zoë wrote:\r\nnaïve café\r\n"_s}),
+    [](const auto &row) { return QString::fromLatin1(row.param.name).replace(u'-', u'_').toStdString(); });
+
+TEST_F(DocumentImport, OrderOfTheEncodings)
+{
+    EXPECT_EQ(DocumentImporter::extract(write(u"utf-8 before others.txt"_s, "\xC3\xA9\xC3\xA9")).text, u"éé"_s);
+    EXPECT_EQ(DocumentImporter::extract(write(u"utf-16 only with mark.txt"_s, QByteArray("a\0b\0", 4))).text,
+        QString::fromLatin1("a\0b\0", 4));
+    EXPECT_EQ(DocumentImporter::extract(write(u"gb18030 before latin 1.txt"_s, "\xD0\xC5")).text, u"信"_s);
+    EXPECT_EQ(DocumentImporter::extract(write(u"cut off.txt"_s, "caf\xC3")).text, u"cafÃ"_s);
+    EXPECT_EQ(DocumentImporter::extract(write(u"empty.txt"_s, {})).text, QString());
+}
+
+TEST_F(DocumentImport, SourceKindIsTheExtension)
+{
+    const QList<std::pair<QString, QString>> kinds{{u"notes.TXT"_s, u"txt"_s}, {u"report.final.md"_s, u"md"_s},
+        {u"story.Markdown"_s, u"markdown"_s}, {u"noextension"_s, u"txt"_s}, {u".hidden"_s, u"txt"_s},
+        {u"dot."_s, u"txt"_s}, {u"folder.pdf/plain"_s, u"txt"_s}, {u"table.csv"_s, u"csv"_s}};
+    for (const auto &[name, kind] : kinds)
+        EXPECT_EQ(DocumentImporter::extract(write(name, "a")).sourceKind, kind) << name.toStdString();
+    EXPECT_EQ(DocumentImporter::extract(write(u"rich.RTFD"_s, "{\\rtf1 a}")).sourceKind, u"rtf"_s);
+}
+
+TEST(DocumentImporter, SupportsSixExtensions)
+{
+    EXPECT_EQ(DocumentImporter::supportedExtensions(),
+        QSet<QString>({u"txt"_s, u"md"_s, u"markdown"_s, u"rtf"_s, u"docx"_s, u"pdf"_s}));
+}
+
+TEST(DocumentImporter, ReadsAWordDocument)
+{
+    const auto [text, sourceKind] = DocumentImporter::extract(fixture(u"interview.docx"_s));
+    EXPECT_EQ(sourceKind, u"docx"_s);
+    EXPECT_EQ(text,
+        u"Interview with Zoë\nTrust & doubt\nShe said “I trusted them” in a café, naïvely.\n"
+        "Then she laughed \U0001F600 and wrote 信任 on the board.\n1 < 2 && 3 > 2 same paragraph after a tab\n\n"
+        "Code\nTimes\nTrust\n12\nAfter the table.\nA second page."_s);
+}
+
+TEST(DocumentImporter, ReadsRichText)
+{
+    const auto [text, sourceKind] = DocumentImporter::extract(fixture(u"interview.rtf"_s));
+    EXPECT_EQ(sourceKind, u"rtf"_s);
+    EXPECT_TRUE(text.contains(u"Interview with Zoë\n"));
+    EXPECT_TRUE(text.contains(u"Trust & doubt\nShe said “I trusted them” "));
+    EXPECT_TRUE(text.contains(u"Then she laughed \U0001F600 and wrote 信任 on the board.\n"));
+}
+
+TEST(DocumentImporter, ReadsAPdf)
+{
+    const auto [text, sourceKind] = DocumentImporter::extract(fixture(u"interview.pdf"_s));
+    EXPECT_EQ(sourceKind, u"pdf"_s);
+    EXPECT_TRUE(text.startsWith(u"Interview with Zoë\n"));
+    EXPECT_TRUE(text.endsWith(u"\n\nA second page."));
+}
+
+TEST(DocumentImporter, PassesOverBlankPages)
+{
+    EXPECT_EQ(DocumentImporter::readPDF(fixture(u"blank-pages.pdf"_s)), u"First page.\n\nFourth page."_s);
+}
+
+TEST_F(DocumentImport, TellsWhatIsWrong)
+{
+    EXPECT_EQ(complaintAbout(fixture(u"scan.pdf"_s)),
+        u"No text layer found in scan.pdf — it looks like a scanned PDF. OCR isn't supported yet."_s);
+    EXPECT_EQ(complaintAbout(fixture(u"locked.pdf"_s)), unreadable(u"locked.pdf"_s));
+    EXPECT_EQ(complaintAbout(write(u"broken.pdf"_s, "%PDF-1.4\njunk")), unreadable(u"broken.pdf"_s));
+    EXPECT_EQ(complaintAbout(path(u"missing.pdf"_s)), unreadable(u"missing.pdf"_s));
+    EXPECT_EQ(complaintAbout(write(u"plain %1.rtf"_s, "no rich text")), unreadable(u"plain %1.rtf"_s));
+    EXPECT_EQ(complaintAbout(write(u"empty.rtf"_s, "{\\rtf1}")), unreadable(u"empty.rtf"_s));
+    EXPECT_EQ(ImportError(ImportError::Kind::empty).description(), u"The document appears to be empty."_s);
+}
+
+TEST_F(DocumentImport, FailureToReadTheBytesIsTheFileSystems)
+{
+    QDir().mkpath(path(u"bundle.rtfd"_s));
+    QDir().mkpath(path(u"folder.txt"_s));
+    EXPECT_THROW((void)DocumentImporter::extract(path(u"missing.txt"_s)), FileError);
+    EXPECT_THROW((void)DocumentImporter::extract(path(u"missing.rtf"_s)), FileError);
+    EXPECT_THROW((void)DocumentImporter::extract(path(u"folder.txt"_s)), FileError);
+    EXPECT_THROW((void)DocumentImporter::extract(path(u"bundle.rtfd"_s)), FileError);
+}
+
+TEST_F(DocumentImport, NeverWaitsForAPipe)
+{
+    for (const QString &name : {u"pipe.txt"_s, u"pipe.rtf"_s, u"pipe.docx"_s, u"pipe.pdf"_s}) {
+        ASSERT_EQ(::mkfifo(QFile::encodeName(path(name)).constData(), 0600), 0);
+        EXPECT_FALSE(complaintAbout(path(name)).isEmpty()) << name.toStdString();
+    }
+}
+
+TEST_F(DocumentImport, WordPartLargerThanAPipe)
+{
+    const QByteArray part = "<w:p><w:t>0123456789 &amp;</w:t></w:p>"_ba.repeated(100'000);
+    EXPECT_EQ(DocumentImporter::readDocx(writeArchive(u"large.docx"_s, part)).size(), 100'000 * 13 - 1);
+}
+
+TEST_F(DocumentImport, WordPartIsStrictlyUtf8)
+{
+    EXPECT_EQ(DocumentImporter::readDocx(writeArchive(u"mark.docx"_s, "\xEF\xBB\xBF<?xml?><w:t>a</w:t>")), u"a"_s);
+    EXPECT_EQ(DocumentImporter::readDocx(writeArchive(u"empty.docx"_s, {})), QString());
+    EXPECT_EQ(complaintAbout(writeArchive(u"latin.docx"_s, "<w:t>caf\xE9</w:t>")), unreadable(u"latin.docx"_s));
+    EXPECT_EQ(complaintAbout(writeArchive(u"cut.docx"_s, "<w:t>caf</w:t>\xC3")), unreadable(u"cut.docx"_s));
+}
+
+TEST_F(DocumentImport, WordDocumentThatIsNone)
+{
+    const QString whole = writeArchive(u"whole.docx"_s, "<w:t>a</w:t>");
+    QFile file(whole);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    QDir().mkpath(path(u"folder.docx"_s));
+    EXPECT_EQ(
+        complaintAbout(write(u"cut.docx"_s, QByteArrayView(bytes).first(bytes.size() / 2))), unreadable(u"cut.docx"_s));
+    EXPECT_EQ(complaintAbout(write(u"text.docx"_s, "a")), unreadable(u"text.docx"_s));
+    EXPECT_EQ(complaintAbout(write(u"nothing.docx"_s, {})), unreadable(u"nothing.docx"_s));
+    EXPECT_EQ(complaintAbout(path(u"folder.docx"_s)), unreadable(u"folder.docx"_s));
+    EXPECT_EQ(complaintAbout(writeArchive(u"other.docx"_s, "a", u"word/styles.xml"_s)), unreadable(u"other.docx"_s));
+    EXPECT_EQ(complaintAbout(writeArchive(u"locked.docx"_s, "a", u"word/document.xml"_s, {u"-P"_s, u"secret"_s})),
+        unreadable(u"locked.docx"_s));
+}
+
+TEST_F(DocumentImport, WordDocumentIsNotTakenFromAnArchiveBesideIt)
+{
+    writeArchive(u"a.docx.zip"_s, "<w:t>another</w:t>");
+    EXPECT_EQ(complaintAbout(path(u"a.docx"_s)), unreadable(u"a.docx"_s));
+    write(u"a.docx"_s, "no archive");
+    EXPECT_EQ(complaintAbout(path(u"a.docx"_s)), unreadable(u"a.docx"_s));
+}
+
+/// A name that a shell, an option parser or a wildcard would take for something else, and what lies beside it.
+struct NameCase {
+    const char *name;
+    QString fileName;
+    QString sibling;
+};
+
+class NameOfWordDocument : public DocumentImport, public testing::WithParamInterface<NameCase> { };
+
+TEST_P(NameOfWordDocument, IsTakenAsItStands)
+{
+    writeArchive(GetParam().sibling, "<w:t>sibling</w:t>");
+    EXPECT_NE(complaintAbout(path(GetParam().fileName)), QString()) << "the sibling was read instead of nothing";
+    writeArchive(GetParam().fileName, "<w:t>meant</w:t>");
+    EXPECT_EQ(DocumentImporter::readDocx(path(GetParam().fileName)), u"meant"_s);
+}
+
+INSTANTIATE_TEST_SUITE_P(Hostile, NameOfWordDocument,
+    testing::Values(NameCase{"blanks", u"two words .docx"_s, u"two.docx"_s},
+        NameCase{"quotes", u"it's \"so\" `x` $HOME.docx"_s, u"its.docx"_s},
+        NameCase{"leading_dash", u"-d.docx"_s, u"d.docx"_s}, NameCase{"set", u"[ab].docx"_s, u"a.docx"_s},
+        NameCase{"open_bracket", u"a[.docx"_s, u"a.docx"_s}, NameCase{"negated_set", u"[!z].docx"_s, u"a.docx"_s},
+        NameCase{"star", u"*.docx"_s, u"a.docx"_s}, NameCase{"question_mark", u"?.docx"_s, u"a.docx"_s},
+        NameCase{"backslash", u"a\\b.docx"_s, u"ab.docx"_s},
+        NameCase{"backslash_and_star", u"a\\*.docx"_s, u"ab.docx"_s},
+        NameCase{"folder_with_a_set", u"f[1]/x.docx"_s, u"f1/x.docx"_s},
+        NameCase{"folder_with_a_star", u"*/x.docx"_s, u"f/x.docx"_s},
+        NameCase{"line_feed", u"a\nb.docx"_s, u"a.docx"_s},
+        NameCase{"other_scripts", u"Zoë 信任 \U0001F600.docx"_s, u"Zo.docx"_s},
+        NameCase{"place_to_fill", u"%1 %s.docx"_s, u"1.docx"_s}),
+    [](const auto &row) { return std::string(row.param.name); });
+
+TEST_F(DocumentImport, RelativePathMayBeginWithADash)
+{
+    writeArchive(u"-x.docx"_s, "<w:t>meant</w:t>");
+    const QString before = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(path(QString())));
+    EXPECT_EQ(DocumentImporter::readDocx(u"-x.docx"_s), u"meant"_s);
+    QDir::setCurrent(before);
+}
+
+TEST_F(DocumentImport, NameThatIsNoUtf8EndsInAMessageAtWorst)
+{
+    for (const char *extension : {".docx", ".txt", ".pdf"}) {
+        const QByteArray name = QFile::encodeName(path(u"caf"_s)) + "\xE9" + extension;
+        std::FILE *file = std::fopen(name.constData(), "wb");
+        ASSERT_NE(file, nullptr);
+        std::fclose(file);
+        EXPECT_NO_THROW((void)complaintAbout(QFile::decodeName(name)));
+        std::remove(name.constData());
+    }
+}
+
+} // namespace
