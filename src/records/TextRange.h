@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtTypes>
+#include <QtGlobal>
 
 /// A stretch of a document's plain text, in UTF-16 code units. May lie outside the text until it has been clamped.
 struct TextRange {

@@ -1,0 +1,125 @@
+#include "records/CharacterTable.h"
+#include "support/NastyText.h"
+#include "support/PlainAnalysis.h"
+#include "support/Printing.h"
+
+#include <gtest/gtest.h>
+
+#include <unicode/uchar.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString unitText(char32_t unit)
+{
+    return QString(QChar(char16_t(unit)));
+}
+
+template <typename Check>
+void forEachUnit(Check check)
+{
+    for (char32_t unit = 0; unit <= 0xFFFF; ++unit) {
+        check(char16_t(unit), CharacterTable::shared()[char16_t(unit)]);
+        if (testing::Test::HasFailure()) {
+            ADD_FAILURE() << "at unit " << std::hex << unsigned(unit);
+            return;
+        }
+    }
+}
+
+} // namespace
+
+TEST(CharacterTable, ClassifiesEveryUnitAsICU)
+{
+    forEachUnit([](char16_t unit, const CharacterTable::Entry &entry) {
+        const bool isSurrogate = unit >= 0xD800 && unit <= 0xDFFF;
+        const bool isIdeograph = u_hasBinaryProperty(unit, UCHAR_IDEOGRAPHIC);
+        const bool isAlphanumeric = (U_MASK(u_charType(unit)) & (U_GC_L_MASK | U_GC_M_MASK | U_GC_N_MASK)) != 0;
+        EXPECT_EQ(entry.has(CharacterTable::surrogate), isSurrogate);
+        EXPECT_EQ(entry.has(CharacterTable::ideograph), isIdeograph);
+        EXPECT_EQ(entry.has(CharacterTable::word), isAlphanumeric && !isIdeograph);
+        EXPECT_EQ(entry.has(CharacterTable::blank), u_charType(unit) == U_SPACE_SEPARATOR || unit == u'\t');
+    });
+}
+
+TEST(CharacterTable, LowersEveryUnitAsICUOrSaysThatItCannot)
+{
+    forEachUnit([](char16_t unit, const CharacterTable::Entry &entry) {
+        const QString lowered = PlainAnalysis::lowered(unitText(unit));
+        EXPECT_EQ(CharacterTable::lowered(unitText(unit)), lowered);
+        const bool isLowersApart = lowered.size() != 1 || entry.has(CharacterTable::surrogate);
+        EXPECT_EQ(entry.has(CharacterTable::lowersApart), isLowersApart);
+        if (!isLowersApart) {
+            EXPECT_EQ(lowered, unitText(entry.lower));
+            EXPECT_EQ(entry.has(CharacterTable::wideLower), entry.lower > 0xFF);
+        }
+    });
+}
+
+TEST(CharacterTable, LetsNoUnitPassAsSimpleThatComposesOrJoins)
+{
+    forEachUnit([](char16_t unit, const CharacterTable::Entry &entry) {
+        if (!entry.has(CharacterTable::word | CharacterTable::ideograph) || entry.has(CharacterTable::complex))
+            return;
+        const QString lower = unitText(entry.lower);
+        const QString thrice = lower + lower + lower;
+        EXPECT_EQ(PlainAnalysis::composed(thrice), thrice);
+        EXPECT_EQ(PlainAnalysis::composed(u"a"_s + lower), u"a"_s + lower);
+        EXPECT_EQ(PlainAnalysis::characterCount(thrice), 3);
+    });
+}
+
+TEST(CharacterTable, LetsNoUnitPassAsLonerThatJoinsItsNeighbours)
+{
+    forEachUnit([](char16_t unit, const CharacterTable::Entry &entry) {
+        if (entry.has(CharacterTable::joins))
+            return;
+        EXPECT_EQ(PlainAnalysis::characterCount(u'a' + unitText(unit) + u'가'), 3);
+        EXPECT_EQ(PlainAnalysis::characterCount(unitText(unit) + unitText(unit)), 2);
+    });
+}
+
+TEST(CharacterTable, KnowsWhichLettersOfOtherPlanesHaveCase)
+{
+    EXPECT_TRUE(CharacterTable::changesInLowerCase(0x10400));
+    EXPECT_FALSE(CharacterTable::changesInLowerCase(0x10428));
+    EXPECT_FALSE(CharacterTable::changesInLowerCase(0x1F468));
+}
+
+struct LoweringCase {
+    const char *name;
+    QString text;
+    QString lowered;
+};
+class Lowering : public testing::TestWithParam<LoweringCase> { };
+TEST_P(Lowering, MapsEachCodePointAlone)
+{
+    EXPECT_EQ(CharacterTable::lowered(GetParam().text), GetParam().lowered);
+}
+INSTANTIATE_TEST_SUITE_P(CharacterTable, Lowering,
+    testing::Values(LoweringCase{"empty", u""_s, u""_s}, //
+        LoweringCase{"sigma_at_a_words_end_stays_sigma", u"ΟΔΟΣ"_s, u"οδοσ"_s},
+        LoweringCase{"dotted_capital_i_becomes_two", u"A\u0130B"_s, u"ai\u0307b"_s},
+        LoweringCase{"pair_of_a_cased_letter", u"X\U00010400Y"_s, u"x\U00010428y"_s},
+        LoweringCase{"emoji_stays", u"A\U0001F468B"_s, u"a\U0001F468b"_s},
+        LoweringCase{"halves_stay_where_they_are", u"A\xD801"_s + u"B\xDC00"_s, u"a\xD801"_s + u"b\xDC00"_s},
+        LoweringCase{"kelvin_sign_is_a_k", u"\u212A"_s, u"k"_s},
+        LoweringCase{"marks_are_not_composed", u"E\u0301"_s, u"e\u0301"_s}),
+    [](const auto &row) { return std::string(row.param.name); });
+
+TEST(CharacterTable, LowersAndComposesNastyTextsAsICU)
+{
+    NastyText nasty(1);
+    for (int round = 0; round < 20'000; ++round) {
+        const QString text = nasty.next(40);
+        ASSERT_EQ(CharacterTable::lowered(text), PlainAnalysis::lowered(text)) << "round " << round;
+        ASSERT_EQ(CharacterTable::composed(text), PlainAnalysis::composed(text)) << "round " << round;
+    }
+}
+
+TEST(CharacterTable, ComposesAlsoWhatGrows)
+{
+    // The Hebrew letter shin with dagesh and sin dot is one unit, and three when composed.
+    EXPECT_EQ(CharacterTable::composed(QString(1000, QChar(0xFB2D))).size(), 3000);
+}
