@@ -16,11 +16,14 @@ void LibraryStore::runQuery(const QuerySpec &spec)
     if (spec.codeIDs.isEmpty())
         return;
     // Each code has an index entry of its own, so that the codings of all other codes aren't even read.
-    const QSet<QUuid> codeIDs(spec.codeIDs.begin(), spec.codeIDs.end());
     const QList<Coding> codings = readOrEmpty([&](Database &database) {
         QList<Coding> found;
-        for (const QUuid &codeID : codeIDs)
-            found += Coding::filter(Column("codeID") == codeID).fetchAll(database);
+        QSet<QUuid> seen;
+        for (const QUuid &codeID : spec.codeIDs) {
+            if (!seen.contains(codeID))
+                found += Coding::filter(Column("codeID") == codeID).fetchAll(database);
+            seen.insert(codeID);
+        }
         return found;
     });
     const QList<QueryResult> results = CompoundQuery::evaluate(spec, codings, m_documents.get());

@@ -59,7 +59,7 @@ void LibraryStore::importURLs(const QList<QUrl> &urls)
 
 void LibraryStore::importCandidate(const QString &path, ImportCount &count)
 {
-    if (!DocumentImporter::supportedExtensions().contains(DocumentImporter::fileExtension(path))) {
+    if (!DocumentImporter::supportedExtensions().contains(DocumentImporter::extension(path))) {
         ++count.skipped;
         return;
     }
@@ -67,7 +67,7 @@ void LibraryStore::importCandidate(const QString &path, ImportCount &count)
         const DocumentImporter::Extracted extracted = DocumentImporter::extract(path);
         if (TextTrimming::trimmed(extracted.text).isEmpty())
             return;
-        const Document document = newDocument(DocumentImporter::titleOf(path), extracted.text, extracted.sourceKind);
+        const Document document = newDocument(QFileInfo(path).completeBaseName(), extracted.text, extracted.sourceKind);
         m_queue.write([&](Database &database) { document.insert(database); });
         ++count.imported;
     } catch (const LocalizedError &error) {

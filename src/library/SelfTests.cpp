@@ -110,11 +110,11 @@ void SelfTests::runExportDemo(const QString &path)
     for (const ExportCodeGroup &group : groups)
         hits += group.hits.size();
     QDir().mkpath(path);
-    for (const ExportFormat format : {ExportFormat::markdown, ExportFormat::csv, ExportFormat::html}) {
+    for (const ExportFormat format : ExportFormats::formats()) {
         try {
-            m_store.writeExport(groups, format, path + u"/vorn-demo."_s + fileExtension(format));
+            m_store.writeExport(groups, format, path + u"/vorn-demo."_s + ExportFormats::fileExtension(format));
         } catch (const LocalizedError &error) {
-            print(u"EXPORT-DEMO FAIL "_s + rawValue(format) + u": "_s + error.description());
+            print(u"EXPORT-DEMO FAIL "_s + ExportFormats::rawValue(format) + u": "_s + error.description());
             return;
         }
     }

@@ -1,3 +1,4 @@
+cmake_minimum_required(VERSION 3.25)
 # QtTest's own assertions pass silently inside a GoogleTest: none may stand in the tests.
 file(GLOB_RECURSE sources ${TESTS}/*.h ${TESTS}/*.cpp)
 set(wrong "")

@@ -1,3 +1,4 @@
+cmake_minimum_required(VERSION 3.25)
 # Compares every #include "layer/…" below src/ with what the layer says it USES.
 separate_arguments(LAYERS)
 set(names "")

@@ -1,4 +1,5 @@
 #include "platform/AtomicFile.h"
+#include "platform/LocalizedError.h"
 #include "records/AppDatabase.h"
 #include "support/TestLibrary.h"
 

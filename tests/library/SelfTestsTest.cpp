@@ -85,8 +85,8 @@ TEST(SelfTests, PrintTheirLinesAndEndTheProgram)
         EXPECT_EQ(library.printed, each.lines) << each.arguments.join(u' ').toStdString();
         EXPECT_EQ(library.terminator.terminations, each.terminations);
     }
-    for (const char16_t *name : {u"md", u"csv", u"html"})
-        EXPECT_TRUE(QFileInfo::exists(path + u"/new/deep/vorn-demo."_s + QString(name)));
+    for (const QString &name : {u"md"_s, u"csv"_s, u"html"_s})
+        EXPECT_TRUE(QFileInfo::exists(path + u"/new/deep/vorn-demo."_s + name));
 }
 
 TEST(SelfTests, ReadAFileAndAnArchiveFromElsewhere)
