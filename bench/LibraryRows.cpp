@@ -86,25 +86,25 @@ BenchRow oneKeyRow(const QString &before, const QString &key)
                     document.text = text;
                     documents.append(document);
                 }
-                const auto filter = std::make_shared<DocumentFilter>();
-                return BenchRow::Jobs{
-                    .straightforward =
-                        [=] {
-                            qsizetype found = 0;
-                            for (const Document &document : documents)
-                                found += document.text.toLower().contains(key) ? 1 : 0;
-                            keep(found);
-                        },
-                    .ours =
-                        [=] {
-                            if (!before.isEmpty()) {
-                                static_cast<void>(filter->matching(documents, u"no such text anywhere"_s));
-                                static_cast<void>(filter->matching(documents, before));
-                            }
-                            keep(filter->matching(documents, key).size());
-                            static_cast<void>(filter->matching(documents.first(1), u"\u0001"_s)); // forget the answer
-                        },
-                    .megabytes = largeCorpus().megabytes(),
+                // A search remembers what it found, so each run begins with a copy of one that stands before the key.
+        DocumentFilter standing;
+        static_cast<void>(standing.matching(documents, u"\u0001no such text"_s));
+        if (!before.isEmpty())
+            static_cast<void>(standing.matching(documents, before));
+        return BenchRow::Jobs {
+            .straightforward =
+                [=] {
+                    qsizetype found = 0;
+                    for (const Document &document : documents)
+                        found += document.text.toLower().contains(key) ? 1 : 0;
+                    keep(found);
+                },
+            .ours =
+                [=] {
+                    DocumentFilter filter = standing;
+                    keep(filter.matching(documents, key).size());
+                },
+            .megabytes = largeCorpus().megabytes(),
                 };
             }};
 }
@@ -166,7 +166,10 @@ BenchRow manyCodingsRow()
     return {"7 200,000 codings written in one transaction", [] {
                 constexpr int count = 200'000;
                 const auto folder = std::make_shared<QTemporaryDir>();
-                const auto run = [folder](bool preparesEachTime) {
+                QList<QUuid> ids; // made before: drawing random numbers from the system takes as long as a row
+        for (int index = 0; index < count; ++index)
+            ids.append(QUuid::createUuid());
+        const auto run = [folder, ids](bool preparesEachTime) {
                     const QString path = folder->filePath(QUuid::createUuid().toString(QUuid::WithoutBraces));
                     {
                         const auto queue = AppDatabase::openQueue(path);

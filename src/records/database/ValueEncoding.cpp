@@ -1,5 +1,6 @@
 #include "records/database/ValueEncoding.h"
 
+#include "platform/TextDecoder.h"
 #include "records/HalfPairs.h"
 #include "records/database/DatabaseError.h"
 
@@ -242,7 +243,7 @@ void decode(const ValueView &view, const char *column, QString &value)
 {
     if (view.kind != ValueView::Kind::text)
         refuse(column, view, u"a text"_s);
-    value = QString::fromUtf8(view.bytes);
+    value = TextDecoder::unmarkedUtf8(view.bytes);
 }
 
 void decode(const ValueView &view, const char *column, qint64 &value)
