@@ -1,0 +1,30 @@
+#include "analysis/PassageCursor.h"
+
+#include "analysis/Saturated.h"
+
+#include <algorithm>
+
+PassageCursor::PassageCursor(qsizetype textLength) : m_covered{{0, textLength}}
+{
+}
+
+PassageCursor::PassageCursor(std::span<const TextRange> passages, qsizetype textLength)
+{
+    for (const TextRange &passage : passages) {
+        const qint64 start = std::max<qint64>(passage.location, 0);
+        const qint64 end = std::min<qint64>(Saturated::sum(passage.location, passage.length), textLength);
+        if (start >= end)
+            continue;
+        if (!m_covered.empty() && start <= m_covered.back().end)
+            m_covered.back().end = std::max(m_covered.back().end, end);
+        else
+            m_covered.push_back({start, end});
+    }
+}
+
+bool PassageCursor::operator()(qsizetype start, qsizetype end)
+{
+    while (m_next < m_covered.size() && m_covered[m_next].end <= start)
+        ++m_next;
+    return m_next < m_covered.size() && m_covered[m_next].start < end;
+}

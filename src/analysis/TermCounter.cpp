@@ -1,0 +1,151 @@
+#include "analysis/TermCounter.h"
+
+#include "analysis/PassageCursor.h"
+#include "analysis/TermRanking.h"
+#include "analysis/TextRuns.h"
+#include "records/CharacterTable.h"
+
+#include <algorithm>
+
+namespace {
+
+/// A word of the text, with its first units packed in lower case while it was walked.
+struct Word {
+    TextRuns::Run run;
+    ShortWord packed; ///< the term, if the word is short, Latin-1 in lower case and not complex
+
+    [[nodiscard]] bool isPacked() const
+    {
+        constexpr quint16 unfit = CharacterTable::complex | CharacterTable::wideLower;
+        return (run.traits & unfit) == 0 && run.length() <= ShortWord::longest;
+    }
+};
+
+inline Word wordAt(QStringView text, qsizetype start, const CharacterTable &table)
+{
+    const char16_t *const units = text.utf16();
+    qsizetype position = start;
+    quint16 traits = 0;
+    const auto packUpToEight = [&] {
+        quint64 packed = 0;
+        for (int shift = 0; shift < 64 && position < text.size(); shift += 8) {
+            const CharacterTable::Entry entry = table[units[position]];
+            if (!entry.has(CharacterTable::word))
+                break;
+            traits |= entry.traits;
+            packed |= quint64(quint8(entry.lower)) << shift;
+            ++position;
+        }
+        return packed;
+    };
+    const quint64 low = packUpToEight();
+    const quint64 high = position - start == 8 ? packUpToEight() : 0;
+    Word word{{start, position, traits}, {low, high, quint32(position - start)}};
+    if (position - start == ShortWord::longest)
+        TextRuns::extend(word.run, text, CharacterTable::word);
+    return word;
+}
+
+} // namespace
+
+void TermCounter::add(QStringView text)
+{
+    count(text, PassageCursor(text.size()));
+}
+
+void TermCounter::add(QStringView text, std::span<const TextRange> passages)
+{
+    if (!passages.empty())
+        count(text, PassageCursor(passages, text.size()));
+}
+
+void TermCounter::clear()
+{
+    m_shortWords.clear();
+    m_bigrams.clear();
+    m_otherTerms.clear();
+}
+
+void TermCounter::count(QStringView text, PassageCursor isInPassage)
+{
+    const CharacterTable &table = CharacterTable::shared();
+    const auto countWord = [&](const Word &word) {
+        if (!isInPassage(word.run.start, word.run.end))
+            return;
+        const QStringView units = text.sliced(word.run.start, word.run.length());
+        if (word.isPacked())
+            m_shortWords.add(word.packed);
+        else if ((word.run.traits & CharacterTable::complex) == 0)
+            m_otherTerms.add(CharacterTable::lowered(units), false);
+        else
+            addComplexWord(units);
+    };
+    const auto countIdeographs = [&](const TextRuns::Run &term) {
+        if (!isInPassage(term.start, term.end))
+            return;
+        const QStringView units = text.sliced(term.start, term.length());
+        if ((term.traits & CharacterTable::complex) == 0)
+            m_bigrams.add(Bigram::from(units));
+        else
+            addComplexIdeographs(units);
+    };
+    for (qsizetype position = 0; position < text.size();) {
+        const CharacterTable::Entry &entry = table[text.utf16()[position]];
+        if (entry.has(CharacterTable::word)) {
+            const Word word = wordAt(text, position, table);
+            countWord(word);
+            position = word.run.end;
+        } else if (entry.has(CharacterTable::ideograph)) {
+            TextRuns::Run run{position, position, 0};
+            TextRuns::extend(run, text, CharacterTable::ideograph);
+            TextRuns::forEachIdeographicTerm(run, text, countIdeographs);
+            position = run.end;
+        } else {
+            ++position;
+        }
+    }
+    m_shortWords.flush();
+    m_bigrams.flush();
+}
+
+// The composed form decides where a word is counted: it may be Latin-1 where the word in the text wasn't.
+void TermCounter::addComplexWord(QStringView word)
+{
+    const QString term = CharacterTable::composed(CharacterTable::lowered(word));
+    if (const auto packed = ShortWord::from(term))
+        m_shortWords.add(*packed);
+    else
+        m_otherTerms.add(term, false);
+}
+
+// An ideograph composes to one ideograph, though perhaps one of a supplementary plane.
+void TermCounter::addComplexIdeographs(QStringView ideographs)
+{
+    const QString term = CharacterTable::composed(ideographs);
+    const bool needsPairs = std::ranges::any_of(term, [](QChar unit) { return unit.isSurrogate(); });
+    if (needsPairs)
+        m_otherTerms.add(term, true);
+    else
+        m_bigrams.add(Bigram::from(term));
+}
+
+QList<WordFrequency::Item> TermCounter::top(qsizetype minLength, bool ignoreStopwords, qsizetype limit) const
+{
+    TermRanking ranking(limit);
+    const auto isIgnored = [&](QLatin1StringView term) {
+        return ignoreStopwords && WordFrequency::stopwords().contains(QString(term));
+    };
+    m_shortWords.forEach([&](QLatin1StringView term, qint64 count) {
+        if (ranking.mayKeep(count) && term.size() >= minLength && !isIgnored(term))
+            ranking.add(term, count);
+    });
+    m_bigrams.forEach([&](QStringView term, qint64 count) {
+        if (ranking.mayKeep(count))
+            ranking.add(term, count);
+    });
+    m_otherTerms.forEach([&](QStringView term, qint64 clusters, qint64 count) {
+        if (ranking.mayKeep(count) && clusters >= minLength)
+            ranking.add(term, count);
+    });
+    return ranking.items();
+}

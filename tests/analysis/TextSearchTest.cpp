@@ -1,0 +1,134 @@
+#include "analysis/TextSearch.h"
+#include "records/CharacterTable.h"
+#include "support/NastyText.h"
+#include "support/PlainAnalysis.h"
+#include "support/Printing.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+struct SearchCase {
+    const char *name;
+    QString text;
+    QString needle;
+    bool isIn;
+};
+class Search : public testing::TestWithParam<SearchCase> { };
+TEST_P(Search, IgnoresCaseAndNothingElse)
+{
+    const SearchCase &row = GetParam();
+    const TextSearch search(row.needle);
+    EXPECT_EQ(search.isIn(row.text), row.isIn);
+    EXPECT_EQ(search.isInLowered(CharacterTable::lowered(row.text)), row.isIn);
+    const QString filler(50, u'-');
+    EXPECT_EQ(search.isIn(filler + row.text + filler), row.isIn);
+}
+INSTANTIATE_TEST_SUITE_P(TextSearch, Search,
+    testing::Values(SearchCase{"empty_needle", u"text"_s, u""_s, true},
+        SearchCase{"empty_needle_in_empty_text", u""_s, u""_s, true},
+        SearchCase{"longer_than_the_text", u"ab"_s, u"abc"_s, false},
+        SearchCase{"needle_in_capitals", u"a phone"_s, u"PHONE"_s, true},
+        SearchCase{"text_in_capitals", u"A PHONE"_s, u"phone"_s, true},
+        SearchCase{"marks_matter", u"café"_s, u"cafe"_s, false},
+        SearchCase{"composition_matters", u"cafe\u0301"_s, u"café"_s, false},
+        SearchCase{"first_and_last_unit_alone", u"axxb"_s, u"ayyb"_s, false},
+        SearchCase{"third_case_of_a_letter", u"\u212Aelvin \u01C5 \u03F4"_s, u"kelvin ǆ θ"_s, true},
+        SearchCase{"last_unit_in_its_third_case", u"dar\u212A"_s, u"dark"_s, true},
+        SearchCase{"final_sigma_of_the_text", u"ΟΔΟΣ"_s, u"οδοσ"_s, true},
+        SearchCase{"final_sigma_is_another_letter", u"ΟΔΟΣ"_s, u"οδος"_s, false},
+        SearchCase{"dotted_capital_i_in_the_text", u"\u0130stanbul"_s, u"i\u0307stanbul"_s, true},
+        SearchCase{"dotted_capital_i_in_the_needle", u"i\u0307stanbul"_s, u"\u0130STANBUL"_s, true},
+        SearchCase{"part_of_dotted_capital_i", u"A\u0130B"_s, u"ai"_s, true},
+        SearchCase{"cased_letters_of_other_planes", u"x\U00010400"_s, u"X\U00010428"_s, true},
+        SearchCase{"half_of_a_lowered_letter", u"\U00010400"_s, u"\xDC00"_s, false},
+        SearchCase{"emoji", u"good \U0001F44D day"_s, u"D \U0001F44D D"_s, true},
+        SearchCase{"half_an_emoji", u"\U0001F44D"_s, u"\xD83D"_s, true}),
+    [](const auto &row) { return std::string(row.param.name); });
+
+struct CopyCase {
+    const char *name;
+    QString text;
+    bool needsCopy;
+};
+class LoweredCopy : public testing::TestWithParam<CopyCase> { };
+TEST_P(LoweredCopy, IsForTextsThatLowerBeyondSingleUnits)
+{
+    const CopyCase &row = GetParam();
+    for (const int before : {0, 15, 16, 31}) {
+        const QString text = QString(before, u'x') + row.text + QString(20, u'y');
+        EXPECT_EQ(TextSearch::needsLoweredCopy(text), row.needsCopy) << before;
+        EXPECT_EQ(TextSearch::needsLoweredCopy<PlainUnitBlock>(text), row.needsCopy) << before;
+    }
+    EXPECT_EQ(TextSearch::needsLoweredCopy(row.text), row.needsCopy);
+}
+INSTANTIATE_TEST_SUITE_P(TextSearch, LoweredCopy,
+    testing::Values(CopyCase{"latin", u"Ünïcode"_s, false}, CopyCase{"emoji", u"\U0001F44D"_s, false},
+        CopyCase{"capital_of_another_plane", u"\U00010400"_s, true},
+        CopyCase{"small_letter_of_another_plane", u"\U00010428"_s, false},
+        CopyCase{"dotted_capital_i", u"\u0130"_s, true}, CopyCase{"dotless_i", u"ıI"_s, false},
+        CopyCase{"halves", u"\xDC00\xD801"_s, false}),
+    [](const auto &row) { return std::string(row.param.name); });
+
+TEST(TextSearch, FindsInNastyTextsWhatThePlainWayFinds)
+{
+    NastyText nasty(9);
+    for (int round = 0; round < 10'000; ++round) {
+        const QString text = nasty.next(60);
+        const int start = nasty.number(0, int(text.size()));
+        const QString needle = nasty.onceIn(4) ? nasty.next(3) : text.mid(start, nasty.number(0, 20)).toUpper();
+        const bool isIn = PlainAnalysis::firstInLowered(text, needle) >= 0;
+        const TextSearch search(needle);
+        ASSERT_EQ(search.isIn(text), isIn) << "round " << round;
+        ASSERT_EQ(search.isInLowered(PlainAnalysis::lowered(text)), isIn) << "round " << round;
+        if (TextSearch::needsLoweredCopy(text))
+            continue;
+        const qsizetype first = PlainAnalysis::firstInLowered(text, needle, start);
+        ASSERT_EQ(search.firstIn(text, start), first) << "round " << round;
+        ASSERT_EQ(search.firstIn<PlainUnitBlock>(text, start), first) << "round " << round;
+    }
+}
+
+TEST(TextSearch, FindsAmongManyThatNearlyMatch)
+{
+    // Few letters: nearly every place begins and ends like the search text, until patience is lost.
+    NastyText random(10);
+    const auto letters = [&](int count) {
+        QString text;
+        for (; count > 0; --count)
+            text += random.onceIn(9) ? u'B' : u'a';
+        return text;
+    };
+    for (int round = 0; round < 300; ++round) {
+        const QString text = letters(20'000);
+        const int start = random.number(0, 19'000);
+        const QString needle =
+            random.onceIn(2) ? text.mid(start, random.number(1, 400)) : letters(random.number(1, 60));
+        const TextSearch search(needle);
+        const int from = random.number(-5, 20'010);
+        const qsizetype first = from > 20'000 ? -1 : PlainAnalysis::firstInLowered(text, needle, std::max(from, 0));
+        ASSERT_EQ(search.firstIn(text, from), first) << "round " << round;
+        ASSERT_EQ(search.firstIn<PlainUnitBlock>(text, from), first) << "round " << round;
+    }
+}
+
+TEST(TextSearch, TakesTimeForTheTextAloneNotForTheNeedleToo)
+{
+    // Comparing the whole search text at every place would take an hour.
+    const QString needle = QString(500'000, u'a') + u'b' + QString(500'000, u'a');
+    const QString text = QString(3'000'000, u'A');
+    EXPECT_EQ(TextSearch(needle).firstIn(text, 0), -1);
+    EXPECT_EQ(TextSearch(needle).firstIn(text + needle, 0), 3'000'000);
+}
+
+TEST(TextSearch, ContinuesFromAnyPlace)
+{
+    const TextSearch search(u"ab");
+    const QString text = u"abxAB"_s;
+    EXPECT_EQ(search.firstIn(text, -7), 0);
+    EXPECT_EQ(search.firstIn(text, 1), 3);
+    EXPECT_EQ(search.firstIn(text, 4), -1);
+    EXPECT_EQ(search.firstIn(text, 99), -1);
+    EXPECT_EQ(TextSearch(u"").firstIn(text, 5), 5);
+    EXPECT_EQ(TextSearch(u"").firstIn(text, 6), -1);
+}
