@@ -1,0 +1,74 @@
+#include "exchange/RefiQdpxExport.h"
+
+#include "exchange/RefiQdpx.h"
+#include "platform/AtomicFile.h"
+#include "platform/FileError.h"
+#include "platform/StagingFolder.h"
+#include "records/HalfPairs.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The staging folder is nobody's data: a file there needs none of the care, and cost, of an atomic write.
+void writePlainly(const QString &path, QByteArrayView bytes)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes.data(), bytes.size()) != bytes.size() || !file.flush())
+        throw FileError(file);
+}
+
+QByteArray textFile(const QString &text)
+{
+    constexpr QByteArrayView byteOrderMark("\xEF\xBB\xBF");
+    QByteArray bytes = withoutHalfPairs(text).toUtf8();
+    // Readers take a leading U+FEFF for a mark that isn't text, and would move every passage by one.
+    if (text.startsWith(u'\uFEFF'))
+        bytes.prepend(byteOrderMark);
+    return bytes;
+}
+
+void writeSources(const QList<Document> &documents, const StagingFolder &staging)
+{
+    staging.makeFolder(u"sources"_s);
+    for (const Document &document : documents) {
+        const QString guid = document.id.toString(QUuid::WithoutBraces).toUpper();
+        writePlainly(staging.path(u"sources/"_s + guid + u".txt"_s), textFile(document.text));
+    }
+}
+
+/// Has the archiver write to exactly `destination`; to a name without a dot it would append ".zip".
+template <typename Archive>
+void writeExactly(const QString &destination, Archive archive)
+{
+    if (QFileInfo(destination).fileName().contains(u'.')) {
+        archive(destination);
+        return;
+    }
+    const QString dotted = destination + u'-' + QUuid::createUuid().toString(QUuid::WithoutBraces) + u".zip"_s;
+    archive(dotted);
+    QFile file(dotted);
+    if (!file.rename(destination)) {
+        const FileError error(destination, file.errorString());
+        file.remove();
+        throw error;
+    }
+}
+
+} // namespace
+
+void RefiQdpx::exportArchive(const ExportInput &input, const QString &destination)
+{
+    const StagingFolder staging(u"vorn-qdpx-"_s);
+    AtomicFile::write(staging.path(u"project.qde"_s), buildProjectXML(input));
+    writeSources(input.documents, staging);
+    const QString target = QFileInfo(destination).absoluteFilePath();
+    QFile::remove(target); // zip would add to an archive that is there
+    writeExactly(target, [&](const QString &path) {
+        runCommand(
+            u"/usr/bin/zip"_s, {u"-X"_s, u"-q"_s, u"-r"_s, path, u"project.qde"_s, u"sources"_s}, staging.path());
+    });
+}

@@ -1,0 +1,212 @@
+#include "exchange/RefiQdpxImport.h"
+
+#include "exchange/ArchiveMembers.h"
+#include "exchange/RefiQdpx.h"
+#include "exchange/RefiQdpxDocument.h"
+#include "exchange/RefiQdpxUnpack.h"
+#include "exchange/UuidSource.h"
+#include "platform/FileError.h"
+#include "platform/StagingFolder.h"
+#include "platform/TextDecoder.h"
+#include "records/Code.h"
+#include "records/Coding.h"
+#include "records/Document.h"
+#include "records/TextStats.h"
+#include "records/database/DatabaseQueue.h"
+#include "records/database/Request.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace RefiQdpx {
+
+namespace {
+
+constexpr qint64 largestTextFile = qint64(1) << 30; // bytes
+constexpr qint64 mostText = qint64(4) << 30; // UTF-16 units, of all documents: many sources may name one file
+
+QDateTime now()
+{
+    return QDateTime::currentDateTimeUtc();
+}
+
+ParsedDocument parsedDocument(const ArchiveMembers &members)
+{
+    const std::optional<QString> path = members.path(u"project.qde");
+    if (!path)
+        throw RefiError(RefiError::Kind::notAQdpx, u"project.qde was not found in the archive"_s);
+    QFile file(*path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw FileError(file);
+    ParsedDocument document = readProjectDocument(file);
+    if (!document.isProject)
+        throw RefiError(RefiError::Kind::notAQdpx, u"the root element is not <Project>"_s);
+    return document;
+}
+
+QString decoded(QByteArrayView bytes)
+{
+    for (const auto decoder : {TextDecoder::utf8, TextDecoder::utf16})
+        if (std::optional<QString> text = decoder(bytes))
+            return *std::move(text);
+    return TextDecoder::latin1(bytes);
+}
+
+std::optional<QString> textOfFile(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly) || file.size() > largestTextFile)
+        return {};
+    const QByteArray bytes = file.readAll();
+    return file.error() == QFileDevice::NoError ? std::optional(decoded(bytes)) : std::nullopt;
+}
+
+/// The file's name in the archive, as far as the path of a source says it.
+QStringView memberName(QStringView plainTextPath)
+{
+    constexpr QStringView scheme(u"internal://");
+    if (plainTextPath.startsWith(scheme))
+        return plainTextPath.sliced(scheme.size());
+    while (plainTextPath.endsWith(u'/'))
+        plainTextPath.chop(1);
+    return plainTextPath.sliced(plainTextPath.lastIndexOf(u'/') + 1);
+}
+
+/// The text of the first file that is there and can be read. Other tools keep texts in the root of the archive, and
+/// write names with percent signs for what isn't ASCII.
+std::optional<QString> textOfMember(const ArchiveMembers &members, const QString &plainTextPath)
+{
+    const QString literal = memberName(plainTextPath).toString();
+    const QString unescaped = QString::fromUtf8(QByteArray::fromPercentEncoding(literal.toUtf8()));
+    for (const QString &name : {literal, unescaped}) {
+        for (const QString &candidate : {u"sources/"_s + name, name}) {
+            const std::optional<QString> path = members.path(candidate);
+            std::optional<QString> text = path ? textOfFile(*path) : std::nullopt;
+            if (text)
+                return text;
+        }
+    }
+    return {};
+}
+
+size_t codedRangeCount(const ParsedDocument &document)
+{
+    size_t count = 0;
+    for (const ParsedDocument::Source &source : document.sources)
+        count += source.codedRanges.size();
+    return count;
+}
+
+/// Puts what was parsed into the database, inside a transaction.
+class Import {
+public:
+    Import(Database &database, const QUuid &projectID, const ArchiveMembers &members)
+        : m_database(database),
+          m_projectID(projectID),
+          m_members(members)
+    {
+    }
+
+    ImportSummary run(const ParsedDocument &document)
+    {
+        m_codeIDs.reserve(document.codes.size());
+        m_codingIDs = m_uuids.ascending(codedRangeCount(document));
+        for (const ParsedDocument::ParsedCode &code : document.codes)
+            importCode(code);
+        for (const ParsedDocument::Source &source : document.sources)
+            importTextSource(source, document);
+        return m_summary;
+    }
+
+private:
+    void importCode(const ParsedDocument::ParsedCode &parsed)
+    {
+        Code code;
+        code.id = m_uuids.next();
+        code.projectID = m_projectID;
+        code.name = parsed.name;
+        code.colorHex = parsed.colorHex;
+        code.memo = trimmedMemo(parsed.memo);
+        if (parsed.parent)
+            code.parentID = m_codeIDs[*parsed.parent];
+        code.createdAt = now();
+        code.insert(m_database);
+        m_codeIDs.push_back(code.id);
+        ++m_summary.codes;
+    }
+
+    void importTextSource(const ParsedDocument::Source &source, const ParsedDocument &parsed)
+    {
+        std::optional<QString> text = textOf(source);
+        if (!text || text->isEmpty())
+            return;
+        m_textSize += text->size();
+        if (m_textSize > mostText)
+            throw RefiError(RefiError::Kind::notAQdpx, u"it holds more text than a project can"_s);
+        Document document;
+        document.id = m_uuids.next();
+        document.projectID = m_projectID;
+        document.title = source.title;
+        document.text = *std::move(text);
+        document.addedAt = now();
+        document.sourceKind = u"qdpx"_s;
+        document.wordCount = TextStats::wordCount(document.text);
+        document.charCount = TextStats::characterCount(document.text);
+        document.memo = trimmedMemo(source.memo);
+        document.insert(m_database);
+        ++m_summary.documents;
+        for (const ParsedDocument::CodedRange &codedRange : source.codedRanges) {
+            if (const std::optional<size_t> code = parsed.codeOfTarget[codedRange.target])
+                importCoding(document, codedRange.range, m_codeIDs[*code]);
+        }
+    }
+
+    [[nodiscard]] std::optional<QString> textOf(const ParsedDocument::Source &source) const
+    {
+        if (source.content)
+            return TextDecoder::unmarkedUtf8(*source.content);
+        return source.plainTextPath ? textOfMember(m_members, *source.plainTextPath) : std::nullopt;
+    }
+
+    void importCoding(const Document &document, const TextRange &range, const QUuid &codeID)
+    {
+        const qint64 room = document.text.size() - range.location;
+        if (room < 1)
+            return;
+        Coding coding;
+        coding.id = m_codingIDs[size_t(m_summary.excerpts)];
+        coding.documentID = document.id;
+        coding.codeID = codeID;
+        coding.start = range.location;
+        coding.length = std::min(range.length, room);
+        coding.createdAt = now();
+        coding.insert(m_database);
+        ++m_summary.excerpts;
+    }
+
+    Database &m_database;
+    const QUuid m_projectID;
+    const ArchiveMembers &m_members;
+    std::vector<QUuid> m_codeIDs; ///< of the records, in the order of the parsed codes
+    std::vector<QUuid> m_codingIDs; ///< for records to come
+    qint64 m_textSize = 0; ///< UTF-16 units
+    UuidSource m_uuids;
+    ImportSummary m_summary;
+};
+
+} // namespace
+
+ImportSummary importQdpx(const QString &archive, DatabaseQueue &queue, const QUuid &projectID)
+{
+    const StagingFolder staging(u"vorn-qdpx-import-"_s);
+    unpackArchive(archive, staging.path());
+    const ArchiveMembers members(staging.path());
+    const ParsedDocument document = parsedDocument(members);
+    return queue.write([&](Database &database) { return Import(database, projectID, members).run(document); });
+}
+
+} // namespace RefiQdpx

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QString>
+#include <QUuid>
+
+class DatabaseQueue;
+
+namespace RefiQdpx {
+
+/// How many records an import has made.
+struct ImportSummary {
+    qint64 codes = 0;
+    qint64 documents = 0;
+    qint64 excerpts = 0;
+
+    bool operator==(const ImportSummary &) const = default;
+};
+
+/// Reads an archive, of this program or of another, and adds its codes, documents and coded passages to the project,
+/// all under fresh identifiers. What can't be used of a sound archive is passed over in silence. All or nothing: throws
+/// RefiError, XmlError, FileError or DatabaseError, and then nothing was added.
+ImportSummary importQdpx(const QString &archive, DatabaseQueue &queue, const QUuid &projectID);
+
+} // namespace RefiQdpx

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+
+namespace RefiQdpx {
+
+/// What an archive may unpack to. One of a few kilobytes can hold any amount.
+struct UnpackLimits {
+    qint64 bytes = qint64(4) << 30;
+    qint64 archiveSizes = 20; ///< or as many times the archive's own size, if that is more
+    qint64 entries = 500'000; ///< files and folders
+};
+
+/// Unpacks the archive into a folder that is there and empty. Its files can be read and its folders be entered
+/// afterwards, whatever the archive says; links may be among them. Throws RefiError.
+void unpackArchive(const QString &archive, const QString &folder, const UnpackLimits &limits = {});
+
+} // namespace RefiQdpx

@@ -1,0 +1,154 @@
+#include "TestArchive.h"
+#include "exchange/RefiQdpx.h"
+#include "exchange/RefiQdpxExport.h"
+#include "exchange/RefiQdpxImport.h"
+#include "records/AppDatabase.h"
+#include "records/HalfPairs.h"
+#include "records/database/Request.h"
+#include "support/NastyText.h"
+#include "support/Printing.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using namespace RefiQdpx;
+
+namespace {
+
+/// What a project is to its owner, with names for identifiers: codes by their path, passages by code and document.
+struct Content {
+    QStringList codes;
+    QStringList documents;
+    QStringList passages;
+};
+
+/// What XML has no way to say becomes U+FFFD.
+QString expressible(QString text)
+{
+    text = withoutHalfPairs(text);
+    for (QChar &unit : text)
+        if ((unit < u' ' && !u"\t\n\r"_s.contains(unit)) || unit >= QChar(0xFFFE))
+            unit = QChar::ReplacementCharacter;
+    return text;
+}
+
+QString memoOf(const std::optional<QString> &memo)
+{
+    const std::optional<QString> trimmed = trimmedMemo(memo);
+    return trimmed ? u" memo="_s + expressible(*trimmed) : QString();
+}
+
+Content contentOf(const QList<Code> &codes, const QList<Document> &documents, const QList<Coding> &codings)
+{
+    Content content;
+    QHash<QUuid, QString> paths;
+    for (const Code &code : codes) { // parents come first
+        const QString path = (code.parentID ? paths.value(*code.parentID) : QString()) + u'/' + expressible(code.name);
+        paths.insert(code.id, path);
+        content.codes.append(path + u' ' + normalizedColor(code.colorHex) + memoOf(code.memo));
+    }
+    QHash<QUuid, QString> texts;
+    for (const Document &document : documents) {
+        texts.insert(document.id, expressible(document.title) + u' ' + withoutHalfPairs(document.text));
+        if (!document.text.isEmpty())
+            content.documents.append(texts.value(document.id) + memoOf(document.memo));
+    }
+    for (const Coding &coding : codings)
+        content.passages.append(paths.value(coding.codeID) + u' ' + QString::number(coding.start) + u'+'
+            + QString::number(coding.length) + u' ' + texts.value(coding.documentID));
+    for (QStringList *list : {&content.codes, &content.documents, &content.passages})
+        list->sort();
+    return content;
+}
+
+/// A project of nasty texts, as random as its seed.
+ExportInput randomProject(unsigned seed)
+{
+    NastyText nasty(seed);
+    const auto memo = [&] { return nasty.onceIn(2) ? std::optional(nasty.next(8) + u"\r\n\t\f"_s) : std::nullopt; };
+    const QDateTime start = QDateTime::currentDateTimeUtc();
+    ExportInput input;
+    input.project.name = nasty.next(3);
+    QList<int> depths;
+    for (int number = nasty.number(1, 30); number > 0; --number) {
+        Code code;
+        code.id = QUuid::createUuid();
+        code.name = nasty.next(4);
+        code.colorHex = nasty.onceIn(2) ? nasty.next(2) : u"#12ab3f"_s;
+        code.memo = memo();
+        code.createdAt = start.addMSecs(nasty.number(0, 5));
+        const int parent = nasty.number(0, int(input.codes.size()));
+        const bool isNested = parent < input.codes.size() && depths[parent] < 7;
+        if (isNested)
+            code.parentID = input.codes[parent].id;
+        depths.append(isNested ? depths[parent] + 1 : 0);
+        input.codes.append(code);
+    }
+    for (int number = nasty.number(0, 6); number > 0; --number) {
+        Document document;
+        document.id = QUuid::createUuid();
+        document.title = nasty.next(5);
+        document.text = (nasty.onceIn(5) ? u"\uFEFF"_s : QString()) + nasty.next(nasty.number(0, 60));
+        if (nasty.onceIn(3))
+            document.text += QChar(0) + u"\r\n\u0001\uFFFE"_s;
+        document.memo = memo();
+        document.addedAt = start.addMSecs(nasty.number(0, 5));
+        input.documents.append(document);
+        for (int coded = document.text.isEmpty() ? 0 : nasty.number(0, 20); coded > 0; --coded) {
+            const int first = nasty.number(0, int(document.text.size()) - 1);
+            const int length = nasty.number(1, int(document.text.size()) - first);
+            const QUuid code = input.codes[nasty.number(0, int(input.codes.size()) - 1)].id;
+            input.codings.append(
+                {{}, QUuid::createUuid(), document.id, code, first, length, start.addMSecs(nasty.number(0, 5))});
+        }
+    }
+    return input;
+}
+
+} // namespace
+
+class RoundTrip : public testing::TestWithParam<unsigned> { };
+
+TEST_P(RoundTrip, KeepsTheProject)
+{
+    const OwnTemporaryFolder folder;
+    const ExportInput input = randomProject(GetParam());
+    const QString archive = folder.path(u"study.qdpx"_s);
+    exportArchive(input, archive);
+    const auto queue = AppDatabase::makeFreshQueue();
+    const ImportSummary summary = importQdpx(archive, *queue, QUuid::createUuid());
+
+    const Content expected = contentOf(input.codes, input.documents, input.codings);
+    const Content got = queue->read([](Database &database) {
+        return contentOf(
+            Code::all().fetchAll(database), Document::all().fetchAll(database), Coding::all().fetchAll(database));
+    });
+    EXPECT_EQ(got.codes, expected.codes);
+    EXPECT_EQ(got.documents, expected.documents);
+    EXPECT_EQ(got.passages, expected.passages);
+    EXPECT_EQ(summary, (ImportSummary{expected.codes.size(), expected.documents.size(), expected.passages.size()}));
+    EXPECT_FALSE(folder.hasLeftovers());
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, RoundTrip, testing::Range(1u, 41u));
+
+TEST(RoundTripOfNineLevels, LosesTheNinthAndItsPassages)
+{
+    const OwnTemporaryFolder folder;
+    ExportInput input;
+    Document document;
+    document.id = QUuid::createUuid();
+    document.text = u"some text"_s;
+    input.documents = {document};
+    for (int level = 0; level < 9; ++level) {
+        Code code;
+        code.id = QUuid::createUuid();
+        if (level > 0)
+            code.parentID = input.codes.last().id;
+        input.codes.append(code);
+        input.codings.append({{}, QUuid::createUuid(), document.id, code.id, 0, 4, {}});
+    }
+    exportArchive(input, folder.path(u"a.qdpx"_s));
+    const auto queue = AppDatabase::makeFreshQueue();
+    EXPECT_EQ(importQdpx(folder.path(u"a.qdpx"_s), *queue, QUuid::createUuid()), (ImportSummary{8, 1, 8}));
+}
