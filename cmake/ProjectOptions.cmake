@@ -11,6 +11,8 @@ target_compile_definitions(project_options INTERFACE
 
 if(VORN_SANITIZE)
     target_compile_options(project_options INTERFACE
-        -fsanitize=${VORN_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+        -fsanitize=${VORN_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer
+        # The instrumented code makes g++ see uses of empty optionals that aren't there.
+        -Wno-maybe-uninitialized)
     target_link_options(project_options INTERFACE -fsanitize=${VORN_SANITIZE})
 endif()

@@ -13,6 +13,15 @@ QString LocaleText::longDateAndShortTime(const QDateTime &moment)
         locale.toString(local.date(), QLocale::LongFormat), locale.toString(local.time(), QLocale::ShortFormat));
 }
 
+QString LocaleText::monthAndDay(const QDateTime &moment)
+{
+    const QLocale locale = QLocale::system();
+    const QDate date = moment.toLocalTime().date();
+    const QString order = locale.dateFormat(QLocale::ShortFormat);
+    const bool dayFirst = order.indexOf(u'd') < order.indexOf(u'M');
+    return locale.toString(date, dayFirst ? u"d MMM"_s : u"MMM d"_s);
+}
+
 QString LocaleText::number(qint64 value)
 {
     return QLocale::system().toString(value);

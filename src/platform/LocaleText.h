@@ -8,6 +8,8 @@ class QDateTime;
 namespace LocaleText {
 /// A long date and a short time.
 [[nodiscard]] QString longDateAndShortTime(const QDateTime &moment);
+/// The abbreviated month and the day of the month, in the locale's order.
+[[nodiscard]] QString monthAndDay(const QDateTime &moment);
 /// With the locale's digit grouping.
 [[nodiscard]] QString number(qint64 value);
 } // namespace LocaleText

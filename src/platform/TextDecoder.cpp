@@ -1,5 +1,6 @@
 #include "platform/TextDecoder.h"
 
+#include <QStringDecoder>
 #include <QtEndian>
 
 #include <algorithm>
@@ -97,6 +98,15 @@ std::optional<QString> TextDecoder::gb18030(QByteArrayView bytes)
         text->remove(0, 1);
     text->squeeze();
     return text;
+}
+
+QString TextDecoder::unmarkedUtf8(QByteArrayView bytes)
+{
+    if (!bytes.startsWith("\xEF\xBB\xBF"))
+        return QString::fromUtf8(bytes);
+    using Flag = QStringDecoder::Flag;
+    QStringDecoder decoder(QStringDecoder::Utf8, Flag::ConvertInitialBom | Flag::Stateless);
+    return decoder(bytes);
 }
 
 QString TextDecoder::latin1(QByteArrayView bytes)

@@ -14,6 +14,8 @@ namespace TextDecoder {
 /// surrogates, which common programs write, become U+FFFD, unit for unit.
 [[nodiscard]] std::optional<QString> utf16(QByteArrayView bytes);
 [[nodiscard]] std::optional<QString> gb18030(QByteArrayView bytes);
+/// For valid UTF-8 that is no file: it bears no mark, and a leading U+FEFF is text.
+[[nodiscard]] QString unmarkedUtf8(QByteArrayView bytes);
 /// Takes any bytes.
 [[nodiscard]] QString latin1(QByteArrayView bytes);
 } // namespace TextDecoder

@@ -107,8 +107,8 @@ QString CharacterTable::lowered(QStringView text)
     const auto lowersApart = [&](QChar unit) { return table[unit.unicode()].has(Trait::lowersApart); };
     QString result;
     result.reserve(text.size());
-    for (auto next = text.begin(); next != text.end();) {
-        const auto runEnd = std::find_if(next, text.end(), lowersApart);
+    for (const QChar *next = text.begin(); next != text.end();) {
+        const QChar *runEnd = std::find_if(next, text.end(), lowersApart);
         const qsizetype written = result.size();
         result.resize(written + (runEnd - next));
         std::transform(
@@ -117,7 +117,7 @@ QString CharacterTable::lowered(QStringView text)
         if (next == text.end())
             break;
         const bool isPair = next->isHighSurrogate() && next + 1 != text.end() && next[1].isLowSurrogate();
-        const auto characterEnd = next + (isPair ? 2 : 1);
+        const QChar *characterEnd = next + (isPair ? 2 : 1);
         result += LowerCase(QStringView(next, characterEnd)).view();
         next = characterEnd;
     }

@@ -19,8 +19,7 @@ public:
         complex = 8,
         wideLower = 16, ///< `lower` lies beyond Latin-1
         lowersApart = 32, ///< `lower` says nothing: half a surrogate pair, or a lower case of several units
-        joins =
-            64, ///< may share a grapheme cluster with a neighbour; not borne by CR and LF, which only join each other
+        joins = 64, ///< may share a grapheme cluster with a neighbour; CR and LF, which join only each other, lack it
         blank = 128, ///< a space separator or the tabulator
         lineBreak = 256
     };

@@ -158,21 +158,24 @@ private:
         ++m_count;
     }
 
-    // The loner before a joining unit may belong to it, and so may the one behind it. Nothing belongs to a CR.
+    // The loner before a joining unit may belong to it, and so may the one behind it. Nothing belongs to a CR. Handing
+    // a stretch over costs as much as counting some dozen units, so a stretch takes in the next one when that is near.
     void takeStretch(qsizetype lonersStart)
     {
-        qsizetype start = m_position;
-        if (start > lonersStart) {
-            --start;
-            --m_count;
+        const bool hasLonerBefore = m_position > lonersStart;
+        const qsizetype start = hasLonerBefore ? m_position - 1 : m_position;
+        qsizetype end = m_position + 1;
+        for (qsizetype next = end; next < m_text.size() && next - end < nearUnits; ++next) {
+            if (joins(next))
+                end = next + 1;
         }
-        do
-            ++m_position;
-        while (
-            m_position < m_text.size() && m_text[m_position] != u'\r' && (joins(m_position) || joins(m_position - 1)));
-        m_count += clustersByRule(m_text.sliced(start, m_position - start));
+        if (end < m_text.size() && m_text[end] != u'\r')
+            ++end;
+        m_count += clustersByRule(m_text.sliced(start, end - start)) - qint64(hasLonerBefore);
+        m_position = end;
     }
 
+    static constexpr qsizetype nearUnits = 32;
     static constexpr char16_t lastBeforeMarks = 0x2FF;
 
     const CharacterTable &m_table = CharacterTable::shared();

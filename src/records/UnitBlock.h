@@ -92,11 +92,12 @@ public:
     }
     [[nodiscard]] Sse2UnitBlock within(char16_t first, char16_t last) const
     {
-        // SSE2 compares signed only; an unsigned unit is at most n exactly when subtracting n saturates to nothing.
-        const __m128i start = _mm_set1_epi16(short(first));
-        const __m128i width = _mm_set1_epi16(short(last - first));
+        // SSE2 compares signed only; subtraction that saturates leaves nothing exactly of what isn't greater.
+        const __m128i lowest = _mm_set1_epi16(short(first));
+        const __m128i highest = _mm_set1_epi16(short(last));
         const auto halfWithin = [&](__m128i half) {
-            return _mm_cmpeq_epi16(_mm_subs_epu16(_mm_sub_epi16(half, start), width), _mm_setzero_si128());
+            const __m128i outside = _mm_or_si128(_mm_subs_epu16(lowest, half), _mm_subs_epu16(half, highest));
+            return _mm_cmpeq_epi16(outside, _mm_setzero_si128());
         };
         return {halfWithin(m_low), halfWithin(m_high)};
     }

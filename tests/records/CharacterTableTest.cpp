@@ -59,7 +59,7 @@ TEST(CharacterTable, LowersEveryUnitAsICUOrSaysThatItCannot)
 
 TEST(CharacterTable, LetsNoUnitPassAsSimpleThatComposesOrJoins)
 {
-    forEachUnit([](char16_t unit, const CharacterTable::Entry &entry) {
+    forEachUnit([](char16_t, const CharacterTable::Entry &entry) {
         if (!entry.has(CharacterTable::word | CharacterTable::ideograph) || entry.has(CharacterTable::complex))
             return;
         const QString lower = unitText(entry.lower);

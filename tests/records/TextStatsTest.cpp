@@ -7,6 +7,7 @@
 
 #include <array>
 #include <thread>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -128,6 +129,7 @@ TEST(TextStats, CountsInSeveralThreadsAtOnce)
     std::array<qint64, 4> counts = {};
     {
         std::vector<std::jthread> threads;
+        threads.reserve(counts.size());
         for (qint64 &count : counts)
             threads.emplace_back([&text, &count] { count = TextStats::characterCount(text); });
     }

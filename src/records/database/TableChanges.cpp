@@ -26,8 +26,7 @@ TableChanges::Changes TableChanges::take(Database &database)
     result.everything = m_everything || foreign;
     if (!result.everything) {
         std::ranges::sort(m_rowIDs);
-        const auto repeated = std::ranges::unique(m_rowIDs);
-        m_rowIDs.erase(repeated.begin(), repeated.end());
+        m_rowIDs.erase(std::unique(m_rowIDs.begin(), m_rowIDs.end()), m_rowIDs.end());
         result.rowIDs = std::move(m_rowIDs);
     }
     m_everything = false;
