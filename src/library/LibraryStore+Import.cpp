@@ -47,10 +47,15 @@ void LibraryStore::importURLs(const QList<QUrl> &urls)
     if (!m_project.get())
         return;
     m_isImporting.set(true);
+    QStringList paths;
+    for (const QUrl &url : urls)
+        paths += candidates(url.toLocalFile());
     ImportCount count;
-    for (const QUrl &url : urls) {
-        for (const QString &path : candidates(url.toLocalFile()))
-            importCandidate(path, count);
+    for (qsizetype index = 0; index < paths.size(); ++index) {
+        const QString &path = paths.at(index);
+        if (!m_services.mayImport({index + 1, paths.size(), QFileInfo(path).fileName()}))
+            break;
+        importCandidate(path, count);
     }
     refresh();
     concludeImport(count);
