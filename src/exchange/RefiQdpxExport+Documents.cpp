@@ -90,20 +90,12 @@ private:
 template <typename Record>
 std::vector<const Record *> sortedBy(QDateTime Record::*moment, const QList<Record> &records)
 {
-    struct Entry {
-        qint64 time; // comparing the moments themselves is many times slower
-        const Record *record;
-    };
-    std::vector<Entry> entries;
-    entries.reserve(size_t(records.size()));
-    for (const Record &record : records)
-        entries.push_back({(record.*moment).toMSecsSinceEpoch(), &record});
-    std::ranges::stable_sort(entries, {}, &Entry::time);
-
     std::vector<const Record *> result;
-    result.reserve(entries.size());
-    for (const Entry &entry : entries)
-        result.push_back(entry.record);
+    result.reserve(size_t(records.size()));
+    for (const Record &record : records)
+        result.push_back(&record);
+    const auto time = [moment](const Record *record) { return (record->*moment).toMSecsSinceEpoch(); };
+    std::ranges::stable_sort(result, {}, time); // comparing the moments themselves is many times slower
     return result;
 }
 

@@ -9,6 +9,9 @@
 namespace {
 
 constexpr qsizetype indentation = 4;
+// A block of this size comes straight from the system: memory that isn't written to costs nothing, and the block grows
+// without leaving smaller copies of itself behind.
+constexpr qsizetype initialRoom = qsizetype(64) << 20; // bytes
 
 enum class Context { text, attribute };
 
@@ -146,8 +149,10 @@ void appendEncoded(QByteArray &output, Value value)
 
 } // namespace
 
-XmlWriter::XmlWriter() : m_output("<?xml version=\"1.0\" encoding=\"UTF-8\"?>")
+XmlWriter::XmlWriter()
 {
+    m_output.reserve(initialRoom);
+    m_output.append("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
 }
 
 void XmlWriter::startElement(QByteArrayView name)

@@ -42,5 +42,5 @@ bool DocumentFilter::isInText(const TextSearch &search, const Document &document
             copy = CharacterTable::lowered(document.text);
         known = m_lowered.insert(document.id, copy);
     }
-    return known->has_value() ? search.isInLowered(**known) : search.isIn(document.text);
+    return known->has_value() ? search.isInLowered(**known) : search.firstIn(document.text, 0) >= 0;
 }

@@ -1,6 +1,7 @@
 #include "library/LibraryStore.h"
 
 #include "analysis/CompoundQuery.h"
+#include "analysis/ListIdentity.h"
 #include "analysis/TermOccurrences.h"
 #include "library/LibraryStore+Access.h"
 
@@ -80,7 +81,7 @@ void LibraryStore::selectWordFreqTerm(const QString &term)
         for (const TextRange &range : TermOccurrences::occurrences(
                  document.text, term, m_wordFreqMinLength.get(), m_wordFreqIgnoreStopwords.get(), passages)) {
             const TextRange context = WordFrequency::contextOf(range, document.text.size());
-            occurrences.append({QUuid::createUuid(), document.id, document.title, range,
+            occurrences.append({ListIdentity::fresh(), document.id, document.title, range,
                 document.text.mid(context.location, context.length)});
         }
     }

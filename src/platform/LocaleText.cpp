@@ -5,9 +5,20 @@
 
 using namespace Qt::StringLiterals;
 
-QString LocaleText::longDateAndShortTime(const QDateTime &moment)
+namespace {
+
+/// A desktop without a language speaks that of the interface.
+QLocale userLocale()
 {
     const QLocale locale = QLocale::system();
+    return locale.language() == QLocale::C ? QLocale(QLocale::English, QLocale::UnitedStates) : locale;
+}
+
+} // namespace
+
+QString LocaleText::longDateAndShortTime(const QDateTime &moment)
+{
+    const QLocale locale = userLocale();
     const QDateTime local = moment.toLocalTime();
     return u"%1, %2"_s.arg(
         locale.toString(local.date(), QLocale::LongFormat), locale.toString(local.time(), QLocale::ShortFormat));
@@ -15,7 +26,7 @@ QString LocaleText::longDateAndShortTime(const QDateTime &moment)
 
 QString LocaleText::monthAndDay(const QDateTime &moment)
 {
-    const QLocale locale = QLocale::system();
+    const QLocale locale = userLocale();
     const QDate date = moment.toLocalTime().date();
     const QString order = locale.dateFormat(QLocale::ShortFormat);
     const bool dayFirst = order.indexOf(u'd') < order.indexOf(u'M');
@@ -24,5 +35,5 @@ QString LocaleText::monthAndDay(const QDateTime &moment)
 
 QString LocaleText::number(qint64 value)
 {
-    return QLocale::system().toString(value);
+    return userLocale().toString(value);
 }
