@@ -1,0 +1,90 @@
+#include "workspace/controls/EmptyState.h"
+
+#include "workspace/controls/Paragraph.h"
+#include "workspace/theme/Fonts.h"
+#include "workspace/theme/Metrics.h"
+#include "workspace/theme/Symbols.h"
+#include "workspace/theme/Theme.h"
+#include "workspace/theme/ThemeColors.h"
+
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int iconGap = 13;
+constexpr int titleHeight = 24;
+constexpr int descriptionGap = 4;
+constexpr int descriptionLine = 17;
+constexpr int buttonsGap = 17;
+constexpr int sidePadding = 24;
+constexpr int descriptionInset = 8; // a title may be wider than what explains it
+
+class Icon final : public QWidget {
+public:
+    Icon(QString symbol, int size, QWidget *parent) : QWidget(parent), m_symbol(std::move(symbol))
+    {
+        setFixedSize(size, size);
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        Symbols::paint(painter, rect(), m_symbol, Theme::colors().tertiary);
+    }
+
+private:
+    QString m_symbol;
+};
+
+} // namespace
+
+EmptyState::EmptyState(
+    const QString &symbol, int iconSize, const QString &title, const QString &description, QWidget *parent)
+    : QWidget(parent),
+      m_column(new QVBoxLayout(this)),
+      m_buttons(new QVBoxLayout),
+      m_title(new Paragraph(title, Fonts::thirdTitle(), Symbols::Tint::text, titleHeight, this)),
+      m_description(new Paragraph({}, Fonts::callout(), Symbols::Tint::secondary, descriptionLine, this))
+{
+    m_title->setAlignment(Qt::AlignHCenter);
+    m_description->setAlignment(Qt::AlignHCenter);
+    m_buttons->setSpacing(Metrics::controlSpacing);
+    auto *buttonRow = new QHBoxLayout;
+    buttonRow->addStretch();
+    buttonRow->addLayout(m_buttons);
+    buttonRow->addStretch();
+
+    m_column->setContentsMargins(sidePadding, 0, sidePadding, 0);
+    m_column->setSpacing(0);
+    m_column->addStretch();
+    m_column->addWidget(new Icon(symbol, iconSize, this), 0, Qt::AlignHCenter);
+    m_column->addSpacing(iconGap);
+    m_column->addWidget(m_title);
+    m_column->addWidget(m_description);
+    m_column->addLayout(buttonRow);
+    m_column->addStretch();
+    setDescription(description);
+}
+
+void EmptyState::setTitle(const QString &title)
+{
+    m_title->setText(title);
+}
+
+void EmptyState::setDescription(const QString &description)
+{
+    m_description->setText(description);
+    m_description->setContentsMargins(descriptionInset, descriptionGap, descriptionInset, 0);
+    m_description->setVisible(!description.isEmpty());
+}
+
+void EmptyState::addButton(QPushButton *button)
+{
+    if (m_buttons->isEmpty())
+        m_buttons->setContentsMargins(0, buttonsGap, 0, 0);
+    m_buttons->addWidget(button);
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QEasingCurve>
+#include <QPoint>
+
+class QWidget;
+
+/// Brings a child widget in and takes it out, moving and fading. What moves is a picture of the widget, so that its
+/// text is never painted through an effect; the widget itself is shown or hidden at once for everybody who asks.
+/// Without animations there is only the final state.
+struct Transition {
+    int duration = 0; ///< milliseconds
+    QEasingCurve curve;
+    QPoint offset; ///< where the widget comes from and goes to, beside its place
+
+    void appear(QWidget &widget) const;
+    void disappear(QWidget &widget) const;
+
+    /// From the bottom edge of its parent, as messages come.
+    [[nodiscard]] static Transition banner(const QWidget &widget);
+    [[nodiscard]] static Transition selectionBar(const QWidget &widget);
+    [[nodiscard]] static Transition fade();
+};

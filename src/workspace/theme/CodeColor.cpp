@@ -1,0 +1,11 @@
+#include "workspace/theme/CodeColor.h"
+
+#include "records/RGBComponents.h"
+#include "workspace/theme/Theme.h"
+
+QColor CodeColor::orAccent(const QString &hex)
+{
+    const auto components = RGBComponents::from(hex);
+    return components ? QColor::fromRgbF(float(components->red), float(components->green), float(components->blue))
+                      : Theme::accent;
+}
