@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QWidget>
+
+class ElidedLabel;
+class Pill;
+class QLabel;
+struct Document;
+
+/// A document's title, and in a line below it what kind of text it is, how long, from when and how much of it is coded.
+class DocumentHeader final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit DocumentHeader(QWidget *parent = nullptr);
+
+    void showDocument(const Document &document, qsizetype codingCount);
+
+private:
+    QLabel *m_title;
+    Pill *m_kind;
+    ElidedLabel *m_facts;
+};

@@ -1,0 +1,56 @@
+#include "workspace/reader/FindMatches.h"
+
+#include "analysis/TextSearch.h"
+#include "records/CharacterTable.h"
+
+namespace {
+
+/// Lowering moves the units of this text: each unit of the copy remembers where it came from.
+struct LoweredCopy {
+    QString text;
+    std::vector<qint64> origins; ///< one more than there are units
+
+    explicit LoweredCopy(QStringView original)
+    {
+        for (qsizetype position = 0; position < original.size();) {
+            const bool isPair = position + 1 < original.size() && original[position].isHighSurrogate()
+                && original[position + 1].isLowSurrogate();
+            const QString lowered = CharacterTable::lowered(original.sliced(position, isPair ? 2 : 1));
+            origins.insert(origins.end(), size_t(lowered.size()), position);
+            text += lowered;
+            position += isPair ? 2 : 1;
+        }
+        origins.push_back(original.size());
+    }
+};
+
+std::vector<TextRange> plainMatches(QStringView text, const TextSearch &search, qsizetype length)
+{
+    std::vector<TextRange> matches;
+    for (qsizetype at = search.firstIn(text, 0); at >= 0; at = search.firstIn(text, at + length))
+        matches.push_back({at, length});
+    return matches;
+}
+
+} // namespace
+
+std::vector<TextRange> FindMatches::in(QStringView text, QStringView needle)
+{
+    const QString lowered = CharacterTable::lowered(needle);
+    if (lowered.isEmpty())
+        return {};
+    const TextSearch search(lowered);
+    if (!TextSearch::needsLoweredCopy(text))
+        return plainMatches(text, search, lowered.size());
+    const LoweredCopy copy(text);
+    std::vector<TextRange> matches;
+    for (qsizetype at = copy.text.indexOf(lowered); at >= 0; at = copy.text.indexOf(lowered, at + lowered.size())) {
+        const qint64 start = copy.origins[size_t(at)];
+        const qint64 last = copy.origins[size_t(at + lowered.size() - 1)];
+        qsizetype behind = at + lowered.size();
+        while (copy.origins[size_t(behind)] == last) // the rest of a letter that became several
+            ++behind;
+        matches.push_back({start, copy.origins[size_t(behind)] - start});
+    }
+    return matches;
+}

@@ -1,0 +1,57 @@
+#include "workspace/reader/ReaderPane.h"
+
+#include "library/LibraryStore.h"
+#include "workspace/controls/EmptyState.h"
+#include "workspace/reader/ReaderView.h"
+#include "workspace/theme/Theme.h"
+#include "workspace/theme/ThemeColors.h"
+
+#include <QPainter>
+#include <QStackedLayout>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int iconSize = 44;
+
+} // namespace
+
+ReaderPane::ReaderPane(LibraryStore &store, QWidget *parent)
+    : QWidget(parent),
+      m_store(store),
+      m_pages(new QStackedLayout(this)),
+      m_reader(new ReaderView(store)),
+      m_welcome(new EmptyState(u"books.vertical"_s, iconSize, u"Welcome to Vorn"_s,
+          u"Your qualitative analysis workspace.\nEverything stays on this Mac."_s)),
+      m_selectOne(new EmptyState(
+          u"sidebar.left"_s, iconSize, u"Select a Document"_s, u"Choose a document from the list to start reading."_s))
+{
+    for (QWidget *page : {static_cast<QWidget *>(m_reader), m_welcome, m_selectOne})
+        m_pages->addWidget(page);
+    connect(&m_store.documents(), &Notifier::changed, this, &ReaderPane::render);
+    connect(&m_store.selectedDocumentID(), &Notifier::changed, this, &ReaderPane::render);
+    render();
+}
+
+void ReaderPane::render()
+{
+    const QList<Document> &documents = m_store.documents().get();
+    const auto shown = m_store.selectedDocumentID().get()
+        ? std::ranges::find(documents, *m_store.selectedDocumentID().get(), &Document::id)
+        : documents.end();
+    if (shown != documents.end()) {
+        m_reader->showDocument(*shown);
+        m_pages->setCurrentWidget(m_reader);
+    } else {
+        m_reader->showNothing();
+        m_pages->setCurrentWidget(documents.isEmpty() ? m_welcome : m_selectOne);
+    }
+}
+
+void ReaderPane::paintEvent(QPaintEvent *)
+{
+    QPainter(this).fillRect(rect(), Theme::colors().page);
+}

@@ -1,0 +1,228 @@
+#include "workspace/reader/ReaderView.h"
+
+#include "library/LibraryStore.h"
+#include "workspace/controls/Hairline.h"
+#include "workspace/lists/MemoBar.h"
+#include "workspace/picker/CodePickerPopover.h"
+#include "workspace/reader/CodingHint.h"
+#include "workspace/reader/CodingTextView.h"
+#include "workspace/reader/DocumentHeader.h"
+#include "workspace/reader/FindBar.h"
+#include "workspace/reader/ReadingColumn.h"
+#include "workspace/reader/SelectionBar.h"
+#include "workspace/theme/Theme.h"
+#include "workspace/theme/ThemeColors.h"
+
+#include <QHash>
+#include <QPainter>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int aboveTitle = 6;
+constexpr int belowBlock = 12;
+
+} // namespace
+
+ReaderView::ReaderView(LibraryStore &store, QWidget *parent)
+    : QWidget(parent),
+      m_store(store),
+      m_header(new DocumentHeader),
+      m_memo(new MemoBar(u"Document memo…"_s)),
+      m_divider(new Hairline),
+      m_text(new CodingTextView)
+{
+    m_findBar = new FindBar(*m_text);
+    buildLayout();
+    m_selectionBar = new SelectionBar(this);
+    m_hint = new CodingHint(this);
+    setTabOrder(m_text, &m_selectionBar->addButton());
+
+    connect(m_memo, &MemoBar::committed, this, [this](const QString &memo) {
+        if (m_document)
+            m_store.setDocumentMemo(*m_document, memo);
+    });
+    connect(m_text, &CodingTextView::selectedRangeChanged, this, &ReaderView::noticeSelection);
+    connect(m_text, &CodingTextView::addCodeRequested, this, &ReaderView::openPicker);
+    connect(m_text, &CodingTextView::removeCodingRequested, this, &ReaderView::removeCoding);
+    connect(m_selectionBar, &SelectionBar::addRequested, this, &ReaderView::openPicker);
+    connect(m_hint, &CodingHint::dismissed, this, [this] { m_store.codingHintDismissed().set(true); });
+    connectStore();
+    renderHint();
+}
+
+void ReaderView::buildLayout()
+{
+    auto *block = new ReadingColumn(this);
+    auto *blockColumn = new QVBoxLayout(block);
+    blockColumn->setContentsMargins(0, aboveTitle, 0, belowBlock);
+    blockColumn->setSpacing(belowBlock);
+    blockColumn->addWidget(m_header);
+    blockColumn->addWidget(m_memo);
+
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(block);
+    column->addWidget(m_divider);
+    column->addWidget(m_findBar);
+    column->addWidget(m_text, 1);
+}
+
+void ReaderView::connectStore()
+{
+    const auto renderAll = [this] {
+        renderCodings();
+        renderText();
+    };
+    connect(&m_store.codingRevision(), &Notifier::changed, this, renderAll);
+    connect(&m_store.codes(), &Notifier::changed, this, renderAll);
+    connect(&m_store.revealRequest(), &Notifier::changed, this, &ReaderView::renderText);
+    for (const Notifier *notifier : {static_cast<const Notifier *>(&m_store.codingHintDismissed()),
+             static_cast<const Notifier *>(&m_store.codeCounts()), static_cast<const Notifier *>(&m_store.documents())})
+        connect(notifier, &Notifier::changed, this, &ReaderView::renderHint);
+}
+
+void ReaderView::showDocument(const Document &document)
+{
+    const bool isAnother = !m_document || m_document->id != document.id;
+    if (!isAnother && *m_document == document)
+        return;
+    m_document = document;
+    if (isAnother)
+        beginDocument();
+    else
+        renderCodings();
+}
+
+void ReaderView::showNothing()
+{
+    if (!m_document)
+        return;
+    closePicker();
+    setSelection({});
+    m_document.reset();
+}
+
+void ReaderView::beginDocument()
+{
+    setSelection({});
+    closePicker();
+    m_memo->setText(m_document->memo.value_or(QString()));
+    renderCodings();
+    renderText(); // takes the new text
+    ++m_resetToken;
+    renderText(); // carries out a reveal that came with it
+    m_findBar->textChanged();
+}
+
+void ReaderView::renderCodings()
+{
+    if (!m_document)
+        return;
+    QHash<QUuid, const Code *> codes;
+    for (const Code &code : m_store.codes().get())
+        codes.insert(code.id, &code);
+    m_codings = m_store.codings(*m_document);
+    m_highlights.clear();
+    for (const Coding &coding : std::as_const(m_codings)) {
+        if (const Code *code = codes.value(coding.codeID))
+            m_highlights.append({coding.id, coding.range(), code->colorHex, code->name});
+    }
+    m_header->showDocument(*m_document, m_codings.size());
+}
+
+void ReaderView::renderText()
+{
+    if (!m_document)
+        return;
+    CodingTextView::Content content{m_document->text, m_highlights, m_resetToken, {}, 0};
+    if (const auto &request = m_store.revealRequest().get()) {
+        content.revealToken = request->token;
+        if (request->documentID == m_document->id)
+            content.revealRange = request->range;
+    }
+    m_text->apply(content);
+}
+
+void ReaderView::renderHint()
+{
+    m_hint->setShown(m_store.shouldShowCodingHint());
+    placeOverlays();
+}
+
+void ReaderView::noticeSelection(TextRange range)
+{
+    if (range.length >= 1)
+        setSelection(range);
+    else if (!m_picker) // while the popover is open the passage stays, though the focus has left the text
+        setSelection({});
+}
+
+void ReaderView::setSelection(const std::optional<TextRange> &selection)
+{
+    m_selection = selection;
+    m_selectionBar->showLength(selection ? selection->length : 0);
+}
+
+void ReaderView::openPicker()
+{
+    if (!m_selection || !m_document || m_picker)
+        return;
+    m_picker = new CodePickerPopover(m_store, *m_document, *m_selection, *window());
+    connect(m_picker, &CodePickerPopover::assigned, this, &ReaderView::finishAssignment);
+    connect(m_picker, &Popover::closed, this, [this] {
+        if (m_picker)
+            m_picker->deleteLater();
+        m_picker.clear();
+    });
+    m_picker->openAt(*m_selectionBar, m_selectionBar->addButton());
+}
+
+void ReaderView::closePicker()
+{
+    if (m_picker)
+        m_picker->close();
+}
+
+void ReaderView::finishAssignment()
+{
+    setSelection({});
+    ++m_resetToken;
+    renderText();
+}
+
+void ReaderView::removeCoding(const QUuid &codingID)
+{
+    const auto found = std::ranges::find(m_codings, codingID, &Coding::id);
+    if (found == m_codings.end())
+        return;
+    const Coding coding = *found; // the list is read anew while the store removes it
+    m_store.removeCoding(coding);
+}
+
+void ReaderView::openFindBar()
+{
+    if (m_document)
+        m_findBar->open();
+}
+
+void ReaderView::placeOverlays()
+{
+    m_selectionBar->place();
+    m_hint->place(0);
+}
+
+void ReaderView::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    placeOverlays();
+}
+
+void ReaderView::paintEvent(QPaintEvent *)
+{
+    QPainter(this).fillRect(rect(), Theme::colors().page);
+}

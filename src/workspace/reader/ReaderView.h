@@ -1,0 +1,71 @@
+#pragma once
+
+#include "records/Coding.h"
+#include "records/Document.h"
+#include "workspace/reader/TextHighlight.h"
+
+#include <QPointer>
+#include <QWidget>
+
+#include <optional>
+
+class CodePickerPopover;
+class CodingHint;
+class CodingTextView;
+class DocumentHeader;
+class FindBar;
+class LibraryStore;
+class MemoBar;
+class SelectionBar;
+
+/// One document to read and to code: header, memo and text, and the state of the coding gesture. Stays in place when
+/// another document is selected, and then begins anew.
+class ReaderView final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit ReaderView(LibraryStore &store, QWidget *parent = nullptr);
+
+    [[nodiscard]] CodingTextView &textView() const { return *m_text; }
+    /// The passage that would be coded now.
+    [[nodiscard]] const std::optional<TextRange> &selection() const { return m_selection; }
+
+    void showDocument(const Document &document);
+    void showNothing();
+    void openFindBar();
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void buildLayout();
+    void connectStore();
+    void beginDocument();
+    void renderCodings();
+    void renderText();
+    void renderHint();
+    void placeOverlays();
+    void noticeSelection(TextRange range);
+    void setSelection(const std::optional<TextRange> &selection);
+    void openPicker();
+    void closePicker();
+    void finishAssignment();
+    void removeCoding(const QUuid &codingID);
+
+    LibraryStore &m_store;
+    std::optional<Document> m_document;
+    QList<Coding> m_codings;
+    QList<TextHighlight> m_highlights;
+    std::optional<TextRange> m_selection;
+    qint64 m_resetToken = 0;
+
+    DocumentHeader *m_header;
+    MemoBar *m_memo;
+    QWidget *m_divider;
+    FindBar *m_findBar;
+    CodingTextView *m_text;
+    SelectionBar *m_selectionBar;
+    CodingHint *m_hint;
+    QPointer<CodePickerPopover> m_picker;
+};

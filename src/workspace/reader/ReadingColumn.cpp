@@ -1,0 +1,34 @@
+#include "workspace/reader/ReadingColumn.h"
+
+#include <QEvent>
+
+#include <algorithm>
+
+ReadingColumn::ReadingColumn(QWidget *parent) : QWidget(parent)
+{
+    if (parent != nullptr)
+        parent->installEventFilter(this);
+    centre();
+}
+
+bool ReadingColumn::event(QEvent *event)
+{
+    if (event->type() == QEvent::ParentChange && parentWidget() != nullptr)
+        parentWidget()->installEventFilter(this);
+    return QWidget::event(event);
+}
+
+bool ReadingColumn::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == parentWidget() && event->type() == QEvent::Resize)
+        centre();
+    return QWidget::eventFilter(watched, event);
+}
+
+void ReadingColumn::centre()
+{
+    if (parentWidget() == nullptr)
+        return;
+    const int side = std::max(sideMargin, (parentWidget()->width() - textWidth) / 2);
+    setContentsMargins(side, 0, side, 0);
+}

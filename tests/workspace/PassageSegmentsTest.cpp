@@ -1,0 +1,205 @@
+#include "workspace/reader/BlockHeights.h"
+#include "workspace/reader/PassageSegments.h"
+
+#include <QColor>
+#include <QRandomGenerator>
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <numeric>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qint64 huge = std::numeric_limits<qint64>::max();
+constexpr qint64 least = std::numeric_limits<qint64>::min();
+
+TextHighlight highlight(qint64 location, qint64 length, const QString &colorHex)
+{
+    return {QUuid::createUuid(), {location, length}, colorHex, u"name"_s};
+}
+
+/// What each unit shows, found by drawing every passage over the ones before. 0 is nothing.
+std::vector<QRgb> drawnUnits(const QList<TextHighlight> &highlights, qint64 textLength)
+{
+    std::vector<QRgb> units(size_t(textLength), 0);
+    for (const TextHighlight &passage : highlights) {
+        const QColor color(passage.colorHex);
+        if (passage.range.location < 0 || !color.isValid())
+            continue;
+        for (qint64 unit = passage.range.location; unit < textLength && unit - passage.range.location
+             < passage.range.length; ++unit)
+            units[size_t(unit)] = color.rgb();
+    }
+    return units;
+}
+
+std::vector<QRgb> unitsOf(std::span<const PassageSegment> segments, qint64 textLength)
+{
+    std::vector<QRgb> units(size_t(textLength), 0);
+    for (const PassageSegment &segment : segments)
+        std::fill(units.begin() + segment.start, units.begin() + segment.end, segment.color);
+    return units;
+}
+
+std::vector<PassageSegment> all(const PassageSegments &segments)
+{
+    const auto view = segments.within(0, std::numeric_limits<int>::max());
+    return {view.begin(), view.end()};
+}
+
+TextHighlight randomHighlight(QRandomGenerator &random, int textLength)
+{
+    static const QStringList colors {u"#FF0000"_s, u"#00FF00"_s, u"#0000FF"_s, u"#FFCC00"_s, u"no colour"_s};
+    const qint64 location = random.bounded(-2, textLength + 2);
+    const qint64 length = random.bounded(4) == 0 ? random.bounded(textLength * 2) : random.bounded(-1, 12);
+    return highlight(location, length, colors[random.bounded(int(colors.size()))]);
+}
+
+/// As researchers do it, and worse.
+void change(QList<TextHighlight> &highlights, QRandomGenerator &random, int textLength)
+{
+    const int place = random.bounded(int(highlights.size()) + 1);
+    switch (random.bounded(6)) {
+    case 0:
+        highlights.insert(place, randomHighlight(random, textLength));
+        break;
+    case 1:
+        if (place < highlights.size())
+            highlights.removeAt(place);
+        break;
+    case 2:
+        if (place < highlights.size())
+            highlights[place].colorHex = u"#123456"_s;
+        break;
+    case 3:
+        if (place < highlights.size())
+            highlights.swapItemsAt(place, 0);
+        break;
+    case 4:
+        for (int count = 0; count < 50; ++count)
+            highlights.append(randomHighlight(random, textLength));
+        break;
+    default:
+        if (random.bounded(10) == 0)
+            highlights.clear();
+        else if (highlights.size() > 60)
+            highlights.remove(10, 40);
+    }
+}
+
+struct LeftOutCase {
+    const char *name;
+    TextHighlight passage;
+    bool isDrawn;
+};
+class LeftOut : public testing::TestWithParam<LeftOutCase> {};
+
+} // namespace
+
+TEST_P(LeftOut, IsDrawnOnlyInsideTheText)
+{
+    PassageSegments segments;
+    segments.reset(10);
+    segments.assign({GetParam().passage});
+    EXPECT_EQ(!all(segments).empty(), GetParam().isDrawn);
+    EXPECT_EQ(segments.firstAt(9, 8) != nullptr, GetParam().isDrawn);
+    EXPECT_EQ(segments.highlights().size(), 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Reader, LeftOut,
+    testing::Values(LeftOutCase {"empty", highlight(9, 0, u"#FF0000"_s), false},
+        LeftOutCase {"negative_length", highlight(9, -1, u"#FF0000"_s), false},
+        LeftOutCase {"negative_location", highlight(-1, 20, u"#FF0000"_s), false},
+        LeftOutCase {"behind_the_end", highlight(10, 1, u"#FF0000"_s), false},
+        LeftOutCase {"far_behind_the_end", highlight(huge, huge, u"#FF0000"_s), false},
+        LeftOutCase {"far_before_the_start", highlight(least, huge, u"#FF0000"_s), false},
+        LeftOutCase {"least_of_all_lengths", highlight(9, least, u"#FF0000"_s), false},
+        LeftOutCase {"no_colour", highlight(9, 1, u"#F00"_s), false},
+        LeftOutCase {"last_unit", highlight(9, 1, u"#FF0000"_s), true},
+        LeftOutCase {"past_the_end", highlight(9, 5, u"FF0000"_s), true},
+        LeftOutCase {"sum_that_overflows", highlight(9, huge, u"#ff0000"_s), true}),
+    [](const auto &row) { return std::string(row.param.name); });
+
+TEST(PassageSegments, ShowTheLaterPassageWhereTwoOverlap)
+{
+    PassageSegments segments;
+    segments.reset(100);
+    segments.assign({highlight(10, 30, u"#FF0000"_s), highlight(20, 10, u"#0000FF"_s)});
+    EXPECT_EQ(all(segments),
+        (std::vector<PassageSegment> {{10, 20, 0xFFFF0000}, {20, 30, 0xFF0000FF}, {30, 40, 0xFFFF0000}}));
+    ASSERT_NE(segments.firstAt(25, 24), nullptr);
+    EXPECT_EQ(segments.firstAt(25, 24)->range.location, 10) << "the first in the list is taken, not the one that shows";
+    EXPECT_EQ(segments.firstAt(40, 40), nullptr);
+}
+
+TEST(PassageSegments, StayWhatDrawingOneAfterTheOtherGives)
+{
+    QRandomGenerator random(42);
+    for (int round = 0; round < 60; ++round) {
+        const int textLength = random.bounded(1, 300);
+        PassageSegments changed;
+        changed.reset(textLength);
+        QList<TextHighlight> highlights;
+        for (int step = 0; step < 40; ++step) {
+            change(highlights, random, textLength);
+            const auto before = all(changed);
+            changed.assign(highlights);
+            const auto after = all(changed);
+            ASSERT_EQ(unitsOf(after, textLength), drawnUnits(highlights, textLength)) << round << "/" << step;
+
+            PassageSegments fresh;
+            fresh.reset(textLength);
+            fresh.assign(highlights);
+            ASSERT_EQ(after, all(fresh)) << "changes leave splinters: " << round << "/" << step;
+
+            const auto unitsBefore = unitsOf(before, textLength);
+            const auto unitsAfter = unitsOf(after, textLength);
+            std::vector<bool> differs(size_t(textLength), false);
+            for (const TextRange &range : differences(before, after))
+                std::fill_n(differs.begin() + range.location, range.length, true);
+            for (size_t unit = 0; unit < differs.size(); ++unit)
+                ASSERT_EQ(differs[unit], unitsBefore[unit] != unitsAfter[unit]) << round << "/" << step;
+        }
+    }
+}
+
+TEST(PassageSegments, AreFoundByTheirStretch)
+{
+    PassageSegments segments;
+    segments.reset(100);
+    segments.assign({highlight(10, 10, u"#FF0000"_s), highlight(30, 10, u"#FF0000"_s)});
+    EXPECT_TRUE(segments.within(0, 10).empty());
+    EXPECT_TRUE(segments.within(20, 30).empty());
+    EXPECT_EQ(segments.within(19, 31).size(), 2U);
+    EXPECT_TRUE(segments.covers(10));
+    EXPECT_FALSE(segments.covers(20));
+    EXPECT_FALSE(segments.covers(-1));
+}
+
+TEST(BlockHeights, AnswerAsAPlainListOfHeightsDoes)
+{
+    QRandomGenerator random(3);
+    for (int round = 0; round < 60; ++round) {
+        std::vector<int> plain(size_t(random.bounded(1, 70)));
+        std::ranges::generate(plain, [&random] { return random.bounded(1, 40); });
+        BlockHeights heights(plain);
+        for (int step = 0; step < 30; ++step) {
+            const int block = random.bounded(int(plain.size()));
+            plain[size_t(block)] = random.bounded(1, 40);
+            heights.setHeight(block, plain[size_t(block)]);
+            ASSERT_EQ(heights.total(), std::accumulate(plain.begin(), plain.end(), 0));
+            int top = 0;
+            for (int index = 0; index < int(plain.size()); top += plain[size_t(index++)]) {
+                ASSERT_EQ(heights.top(index), top);
+                ASSERT_EQ(heights.height(index), plain[size_t(index)]);
+                ASSERT_EQ(heights.blockAt(top), index);
+                ASSERT_EQ(heights.blockAt(top + plain[size_t(index)] - 1), index);
+            }
+            ASSERT_EQ(heights.blockAt(-5), 0);
+            ASSERT_EQ(heights.blockAt(top + 5), int(plain.size()) - 1);
+        }
+    }
+}
