@@ -1,0 +1,175 @@
+#include "workspace/lists/ExcerptListView.h"
+
+#include "library/LibraryStore.h"
+#include "records/RGBComponents.h"
+#include "workspace/controls/ElidedLabel.h"
+#include "workspace/controls/EmptyState.h"
+#include "workspace/controls/Hairline.h"
+#include "workspace/lists/ExcerptListModel.h"
+#include "workspace/lists/ListMetrics.h"
+#include "workspace/lists/MemoBar.h"
+#include "workspace/lists/SnippetList.h"
+#include "workspace/lists/SnippetRowDelegate.h"
+#include "workspace/theme/Theme.h"
+
+#include <QHBoxLayout>
+#include <QStackedWidget>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int iconSize = 34;
+constexpr int memoGapAbove = 1;
+constexpr int memoGapBelow = 5;
+constexpr int usualLineCount = 2;
+
+QColor colorOf(const Code &code)
+{
+    const auto components = RGBComponents::from(code.colorHex);
+    if (!components)
+        return Theme::accent;
+    return QColor::fromRgbF(float(components->red), float(components->green), float(components->blue));
+}
+
+/// Whether the passages in both lists of documents are the same. Texts never change.
+bool holdSamePassages(const QList<Document> &one, const QList<Document> &other)
+{
+    return std::ranges::equal(one, other,
+        [](const Document &left, const Document &right) { return left.id == right.id && left.title == right.title; });
+}
+
+} // namespace
+
+ExcerptListView::ExcerptListView(LibraryStore &store, QWidget *parent)
+    : ListColumn(parent),
+      m_store(store),
+      m_model(new ExcerptListModel(this)),
+      m_title(addTitle({}))
+{
+    m_pages = new QStackedWidget(this);
+    m_content = makeContent();
+    m_notFound = new EmptyState(u"questionmark.circle"_s, iconSize, tr("Code Not Found"), {}, m_pages);
+    m_notFound->setObjectName(u"codeNotFound"_s);
+    centreInColumn(*m_notFound);
+    m_pages->addWidget(m_content);
+    m_pages->addWidget(m_notFound);
+    body().addWidget(m_pages);
+
+    connect(&m_store.codes(), &Notifier::changed, this, &ExcerptListView::invalidate);
+    connect(&m_store.codingRevision(), &Notifier::changed, this, &ExcerptListView::noteCodings);
+    connect(&m_store.documents(), &Notifier::changed, this, &ExcerptListView::noteDocuments);
+    connect(m_memo, &MemoBar::committed, this, &ExcerptListView::saveMemo);
+    connect(m_list, &RowList::acted, this, &ExcerptListView::reveal);
+}
+
+QWidget *ExcerptListView::makeContent()
+{
+    auto *content = new QWidget(m_pages);
+    auto *column = new QVBoxLayout(content);
+    column->setContentsMargins({});
+    column->setSpacing(0);
+    addBackRow(m_store, *column);
+
+    auto *memoRow = new QHBoxLayout;
+    memoRow->setContentsMargins(ListMetrics::rowInset, memoGapAbove, ListMetrics::rowInset, memoGapBelow);
+    m_memo = new MemoBar(tr("Code memo…"), content);
+    memoRow->addWidget(m_memo);
+    column->addLayout(memoRow);
+    column->addWidget(new Hairline(Hairline::Place::surface, Qt::Horizontal, content));
+
+    m_excerptPages = new QStackedWidget(content);
+    auto *delegate = new SnippetRowDelegate(this);
+    m_list = new SnippetList(tr("Excerpts"), delegate->heightFor(usualLineCount), m_excerptPages);
+    m_list->setObjectName(u"excerptList"_s);
+    m_list->setItemDelegate(delegate);
+    m_list->setModel(m_model);
+    m_noExcerpts = new EmptyState(u"doc.text.magnifyingglass"_s, iconSize, tr("No Excerpts Yet"), {}, m_excerptPages);
+    m_noExcerpts->setObjectName(u"noExcerpts"_s);
+    m_excerptPages->addWidget(m_list);
+    m_excerptPages->addWidget(m_noExcerpts);
+    column->addWidget(m_excerptPages, 1);
+    return content;
+}
+
+const Code *ExcerptListView::code() const
+{
+    const QList<Code> &codes = m_store.codes().get();
+    const auto found = std::ranges::find(codes, m_codeID, &Code::id);
+    return found == codes.end() ? nullptr : &*found;
+}
+
+void ExcerptListView::setCodeID(const QUuid &codeID)
+{
+    if (codeID == m_codeID)
+        return;
+    m_codeID = codeID;
+    m_excerptsAreStale = true;
+    m_list->setCurrentInPlace({}, QItemSelectionModel::NoUpdate);
+    renderMemo();
+    invalidate();
+    m_list->scrollToTop();
+}
+
+void ExcerptListView::noteCodings()
+{
+    m_excerptsAreStale = true;
+    invalidate();
+}
+
+void ExcerptListView::noteDocuments()
+{
+    if (holdSamePassages(m_documents, m_store.documents().get()))
+        return;
+    m_excerptsAreStale = true;
+    invalidate();
+}
+
+void ExcerptListView::render()
+{
+    renderMemo();
+    const Code *shown = code();
+    m_title->setText(shown != nullptr ? shown->name : QString());
+    if (shown != nullptr)
+        renderExcerpts(*shown);
+    m_pages->setCurrentWidget(shown != nullptr ? m_content : m_notFound);
+}
+
+void ExcerptListView::renderMemo()
+{
+    // Only when the code is another one: later the bar knows best, it has what is being typed.
+    if (m_memoCodeID == m_codeID)
+        return;
+    const Code *shown = code();
+    m_memoCodeID = shown != nullptr ? m_codeID : QUuid();
+    m_memo->setText(shown != nullptr ? shown->memo.value_or(QString()) : QString());
+}
+
+void ExcerptListView::renderExcerpts(const Code &code)
+{
+    m_model->setColor(colorOf(code));
+    m_list->viewport()->update();
+    m_noExcerpts->setDescription(
+        tr("Select text in a document and add “%1”\nto see its excerpts here.").arg(code.name));
+    if (!std::exchange(m_excerptsAreStale, false))
+        return;
+    m_documents = m_store.documents().get();
+    m_model->setHits(m_store.excerpts(m_codeID));
+    m_excerptPages->setCurrentWidget(m_model->rowCount() > 0 ? static_cast<QWidget *>(m_list) : m_noExcerpts);
+}
+
+void ExcerptListView::saveMemo(const QString &memo)
+{
+    const Code *shown = code();
+    if (shown == nullptr || m_memoCodeID != m_codeID || shown->memo.value_or(QString()) == memo)
+        return;
+    m_store.setCodeMemo(*shown, memo);
+}
+
+void ExcerptListView::reveal(const QModelIndex &index)
+{
+    const ExcerptHit hit = m_model->hit(index); // the list may change under it
+    m_store.reveal(hit);
+}

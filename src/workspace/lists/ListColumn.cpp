@@ -1,0 +1,94 @@
+#include "workspace/lists/ListColumn.h"
+
+#include "library/LibraryStore.h"
+#include "workspace/controls/ElidedLabel.h"
+#include "workspace/controls/PlainButton.h"
+#include "workspace/lists/ListMetrics.h"
+#include "workspace/theme/Fonts.h"
+#include "workspace/theme/Metrics.h"
+#include "workspace/theme/Symbols.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int headSpacing = 11;
+constexpr int usualHeight = 600;
+/// The back button's icon hangs out to the left of its label's line, so that the chevron itself meets it.
+constexpr int backButtonLeft = 7;
+/// Above and below what stands in the head. The ground of a back row below takes the lower one.
+constexpr int headPadding = 2;
+
+} // namespace
+
+ListColumn::ListColumn(QWidget *parent) : QWidget(parent), m_head(new QHBoxLayout), m_body(new QVBoxLayout)
+{
+    setBackgroundRole(QPalette::AlternateBase);
+    setAutoFillBackground(true);
+    setMinimumWidth(ListMetrics::leastColumnWidth);
+    setMaximumWidth(ListMetrics::greatestColumnWidth);
+
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins({});
+    column->setSpacing(0);
+    m_head->setContentsMargins(ListMetrics::contentInset, headPadding, ListMetrics::rowInset, headPadding);
+    m_head->setSpacing(headSpacing);
+    m_head->addStrut(Metrics::columnHeadHeight - 2 * headPadding);
+    column->addLayout(m_head);
+    m_body->setSpacing(0);
+    column->addLayout(m_body, 1);
+}
+
+QSize ListColumn::sizeHint() const
+{
+    return {ListMetrics::usualColumnWidth, usualHeight};
+}
+
+ElidedLabel *ListColumn::addTitle(const QString &title)
+{
+    auto *label = new ElidedLabel(title, Fonts::columnTitle(), Symbols::Tint::text, this);
+    m_head->addWidget(label);
+    return label;
+}
+
+PlainButton *ListColumn::makeBackButton(LibraryStore &store)
+{
+    auto *button = new PlainButton(u"chevron.left"_s, tr("All Documents"), this);
+    button->setObjectName(u"allDocuments"_s);
+    connect(button, &QPushButton::clicked, this, [&store] { store.goToDocuments(); });
+    return button;
+}
+
+void ListColumn::addBackRow(LibraryStore &store, QVBoxLayout &column)
+{
+    QMargins headMargins = m_head->contentsMargins();
+    headMargins.setBottom(0);
+    m_head->setContentsMargins(headMargins);
+    auto *row = new QHBoxLayout;
+    row->setContentsMargins(backButtonLeft, 0, ListMetrics::rowInset, 0);
+    row->addWidget(makeBackButton(store));
+    row->addStretch();
+    column.addLayout(row);
+}
+
+void ListColumn::centreInColumn(QWidget &page) const
+{
+    page.setContentsMargins(0, 0, 0, Metrics::columnHeadHeight);
+}
+
+void ListColumn::invalidate()
+{
+    m_isStale = !isVisible();
+    if (!m_isStale)
+        render();
+}
+
+void ListColumn::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    if (m_isStale)
+        invalidate();
+}

@@ -1,0 +1,200 @@
+#include "workspace/lists/MemoBar.h"
+
+#include "records/TextTrimming.h"
+#include "workspace/controls/PlainButton.h"
+#include "workspace/controls/Transition.h"
+#include "workspace/theme/Fonts.h"
+#include "workspace/theme/Symbols.h"
+#include "workspace/theme/Theme.h"
+#include "workspace/theme/ThemeColors.h"
+
+#include <QFontMetrics>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QHideEvent>
+#include <QInputMethod>
+#include <QPainter>
+#include <QSignalBlocker>
+#include <QStyle>
+#include <QTextBlock>
+#include <QTextEdit>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int editorHeight = 80;
+constexpr int editorPadding = 6;
+constexpr int documentMargin = 1;
+constexpr int lineHeight = 17;
+constexpr int labelHeight = 14;
+constexpr int labelGap = 4;
+constexpr int verticalPadding = 5;
+constexpr int iconSide = 11;
+constexpr int iconGap = 5;
+
+/// "Memo" with its icon. The editor has the name for screen readers.
+class MemoLabel final : public QWidget {
+public:
+    MemoLabel(QString label, QWidget *parent) : QWidget(parent), m_label(std::move(label))
+    {
+        setFont(Fonts::caption());
+        setFixedHeight(std::max(labelHeight, fontMetrics().height()));
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        const QColor &color = Theme::colors().secondary;
+        const auto placed = [this](const QRect &part) { return QStyle::visualRect(layoutDirection(), rect(), part); };
+        const QRect icon(MemoBar::labelInset, (height() - iconSide) / 2, iconSide, iconSide);
+        const QRect text = rect().adjusted(icon.right() + 1 + iconGap, 0, 0, 0);
+        Symbols::paint(painter, placed(icon), u"note.text"_s, color, Symbols::semiboldStroke);
+        painter.setPen(color);
+        painter.drawText(
+            placed(text), int(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter)), m_label);
+    }
+
+private:
+    QString m_label;
+};
+
+class MemoEditor final : public QTextEdit {
+public:
+    explicit MemoEditor(QWidget *parent) : QTextEdit(parent)
+    {
+        setAcceptRichText(false);
+        setTabChangesFocus(true);
+        setFont(Fonts::memo());
+        setFixedHeight(editorHeight);
+        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+        setViewportMargins(editorPadding, editorPadding, editorPadding, editorPadding);
+        document()->setDocumentMargin(documentMargin);
+        viewport()->setAutoFillBackground(false); // the frame fills its round corners
+    }
+};
+
+/// Lines are a little further apart than the font wants them. New paragraphs inherit it.
+void spreadLines(QTextDocument &document, const QFont &font)
+{
+    QTextBlockFormat format;
+    format.setLineHeight(std::max(0, lineHeight - QFontMetrics(font).height()), QTextBlockFormat::LineDistanceHeight);
+    QTextCursor cursor(&document);
+    cursor.select(QTextCursor::Document);
+    cursor.mergeBlockFormat(format);
+}
+
+/// Unlike QTextDocument::toPlainText, keeps no-break spaces.
+QString plainText(const QTextDocument &document)
+{
+    QString text = document.toRawText();
+    std::ranges::replace(text, QChar(QChar::ParagraphSeparator), u'\n');
+    std::ranges::replace(text, QChar(QChar::LineSeparator), u'\n');
+    return text;
+}
+
+} // namespace
+
+MemoBar::MemoBar(const QString &placeholder, QWidget *parent)
+    : QWidget(parent),
+      m_button(new PlainButton(u"note.text"_s, placeholder, this)),
+      m_editor(makeEditor())
+{
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins({});
+    column->setSpacing(0);
+    column->addWidget(m_button, 0, Qt::AlignLeading);
+    column->addWidget(m_editor);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    connect(m_button, &QPushButton::clicked, this, &MemoBar::expand);
+    connect(m_edit, &QTextEdit::textChanged, this, &MemoBar::takeText);
+    showFitting(Pace::atOnce);
+}
+
+QWidget *MemoBar::makeEditor()
+{
+    auto *editor = new QWidget(this);
+    m_edit = new MemoEditor(editor);
+    m_edit->setObjectName(u"memo"_s);
+    m_edit->setAccessibleName(tr("Memo"));
+    auto *column = new QVBoxLayout(editor);
+    column->setContentsMargins(0, verticalPadding, 0, verticalPadding);
+    column->setSpacing(labelGap);
+    column->addWidget(new MemoLabel(tr("Memo"), editor));
+    auto *row = new QHBoxLayout;
+    row->addWidget(m_edit);
+    column->addLayout(row);
+    return editor;
+}
+
+void MemoBar::setEditorInset(int inset)
+{
+    auto *row = static_cast<QHBoxLayout *>(m_editor->layout()->itemAt(1)->layout());
+    row->setContentsMargins(inset, 0, 0, 0);
+}
+
+bool MemoBar::hasContent() const
+{
+    return !TextTrimming::trimmed(m_text).isEmpty();
+}
+
+void MemoBar::setText(const QString &text)
+{
+    m_text = text;
+    writeIntoEditor();
+    showFitting(Pace::atOnce);
+}
+
+void MemoBar::writeIntoEditor()
+{
+    if (m_edit->hasFocus())
+        QGuiApplication::inputMethod()->reset(); // a word in the making belongs to the memo before
+    const QSignalBlocker quietly(m_edit);
+    m_edit->setPlainText(m_text);
+    spreadLines(*m_edit->document(), m_edit->font());
+    m_edit->document()->clearUndoRedoStacks();
+}
+
+void MemoBar::takeText()
+{
+    const QString text = plainText(*m_edit->document());
+    if (text == m_text)
+        return;
+    m_text = text;
+    Q_EMIT committed(m_text);
+    showFitting(Pace::fading);
+}
+
+void MemoBar::expand()
+{
+    m_isExpanded = true;
+    showFitting(Pace::fading);
+    m_edit->setFocus(Qt::OtherFocusReason);
+}
+
+void MemoBar::showFitting(Pace pace)
+{
+    const bool showsEditor = m_isExpanded || hasContent();
+    const bool hadFocus = m_edit->hasFocus();
+    m_button->setVisible(!showsEditor);
+    if (pace == Pace::atOnce)
+        m_editor->setVisible(showsEditor);
+    else if (showsEditor)
+        Transition::fade().appear(*m_editor);
+    else
+        Transition::fade().disappear(*m_editor);
+    if (hadFocus && !showsEditor)
+        m_button->setFocus(Qt::OtherFocusReason);
+}
+
+void MemoBar::hideEvent(QHideEvent *event)
+{
+    QWidget::hideEvent(event);
+    if (!event->spontaneous()) // not when the window is merely minimised
+        Q_EMIT committed(m_text);
+}

@@ -1,0 +1,123 @@
+#include "workspace/sidebar/SidebarList.h"
+
+#include "workspace/sidebar/DragPicture.h"
+#include "workspace/theme/Theme.h"
+#include "workspace/theme/ThemeColors.h"
+
+#include <QApplication>
+#include <QDrag>
+#include <QDragMoveEvent>
+#include <QMimeData>
+#include <QPainter>
+
+SidebarList::SidebarList(const QString &accessibleName, QWidget *parent) : RowList(accessibleName, parent)
+{
+    viewport()->setAutoFillBackground(false);
+    viewport()->setAttribute(Qt::WA_OpaquePaintEvent); // painted whole below, so it can be scrolled as a picture
+    setResizeMode(Adjust);
+    setAcceptDrops(true);
+    setDropIndicatorShown(false);
+}
+
+void SidebarList::keepScrolled(const std::function<void()> &change)
+{
+    const bool scrolls = hasAutoScroll();
+    setAutoScroll(false);
+    change();
+    setAutoScroll(scrolls);
+}
+
+QItemSelectionModel::SelectionFlags SidebarList::selectionCommand(const QModelIndex &, const QEvent *) const
+{
+    return QItemSelectionModel::NoUpdate;
+}
+
+void SidebarList::paintEvent(QPaintEvent *event)
+{
+    QPainter(viewport()).fillRect(event->rect(), Theme::colors().sidebar);
+    RowList::paintEvent(event);
+}
+
+void SidebarList::updateGeometries()
+{
+    RowList::updateGeometries();
+    Q_EMIT rowsMoved();
+}
+
+void SidebarList::scrollContentsBy(int dx, int dy)
+{
+    RowList::scrollContentsBy(dx, dy);
+    Q_EMIT rowsMoved();
+}
+
+void SidebarList::mousePressEvent(QMouseEvent *event)
+{
+    m_pressedAt = event->position().toPoint();
+    m_pressed = event->button() == Qt::LeftButton ? indexAt(m_pressedAt) : QModelIndex();
+    RowList::mousePressEvent(event);
+}
+
+/// The list's own way drags only what is selected.
+void SidebarList::mouseMoveEvent(QMouseEvent *event)
+{
+    if (!event->buttons().testFlag(Qt::LeftButton)) {
+        RowList::mouseMoveEvent(event);
+        return;
+    }
+    const int distance = (event->position().toPoint() - m_pressedAt).manhattanLength();
+    const QModelIndex index = m_pressed;
+    if (distance < QApplication::startDragDistance() || !index.flags().testFlag(Qt::ItemIsDragEnabled))
+        return;
+    m_pressed = QModelIndex();
+    drag(index);
+}
+
+void SidebarList::drag(const QModelIndex &index)
+{
+    const QRect row = visualRect(index);
+    auto *drag = new QDrag(this); // deleted by Qt when it is over
+    drag->setMimeData(model()->mimeData({index}));
+    const DragPicture picture = DragPicture::of(*this, index);
+    drag->setPixmap(picture.pixmap);
+    drag->setHotSpot(picture.origin + m_pressedAt - row.topLeft());
+    drag->exec(Qt::CopyAction); // a move would have the list take away its selected row
+}
+
+void SidebarList::dragMoveEvent(QDragMoveEvent *event)
+{
+    RowList::dragMoveEvent(event); // scrolls near the edges
+    const QModelIndex index = indexAt(event->position().toPoint());
+    const bool isWelcome = model()->canDropMimeData(event->mimeData(), event->dropAction(), -1, -1, index);
+    setDropTarget(isWelcome ? index : QModelIndex());
+    if (isWelcome)
+        event->acceptProposedAction();
+    else
+        event->ignore();
+}
+
+void SidebarList::dragLeaveEvent(QDragLeaveEvent *event)
+{
+    setDropTarget({});
+    RowList::dragLeaveEvent(event);
+}
+
+void SidebarList::dropEvent(QDropEvent *event)
+{
+    setDropTarget({});
+    const QModelIndex index = indexAt(event->position().toPoint());
+    if (model()->dropMimeData(event->mimeData(), event->dropAction(), -1, -1, index))
+        event->acceptProposedAction();
+    else
+        event->ignore();
+    stopAutoScroll();
+    setState(NoState);
+}
+
+void SidebarList::setDropTarget(const QModelIndex &index)
+{
+    if (m_dropTarget == index)
+        return;
+    viewport()->update(visualRect(m_dropTarget));
+    m_dropTarget = index;
+    viewport()->update(visualRect(m_dropTarget));
+}
