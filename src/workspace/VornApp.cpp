@@ -1,18 +1,27 @@
 #include "workspace/VornApp.h"
 
 #include "library/LibraryStore.h"
+#include "workspace/ImportProgress.h"
+#include "workspace/RootView.h"
+#include "workspace/theme/Appearance.h"
+#include "workspace/theme/PortalSettings.h"
+#include "workspace/theme/Symbols.h"
+#include "workspace/theme/Theme.h"
 
 #include <QApplication>
-#include <QMainWindow>
 #include <QTimer>
 
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
 
-namespace {
+/// A static library's resources are left out of the program unless somebody asks for them by name.
+static void loadIcons()
+{
+    Q_INIT_RESOURCE(vorn);
+}
 
-constexpr QSize defaultSize{1180, 780};
+namespace {
 
 void printLine(const QString &line)
 {
@@ -23,18 +32,27 @@ void printLine(const QString &line)
 } // namespace
 
 VornApp::VornApp(DatabaseQueue &queue, const QStringList &arguments)
-    : m_store(std::make_unique<LibraryStore>(LibraryServices{
+    : m_settings(std::make_unique<PortalSettings>()),
+      m_appearance(std::make_unique<Appearance>(*m_settings, QApplication::palette()))
+{
+    loadIcons();
+    Theme::follow(*m_appearance);
+    QApplication::setWindowIcon(QIcon(u":/icons/vorn.png"_s));
+    m_store = std::make_unique<LibraryStore>(LibraryServices{
         .queue = queue,
         .panels = m_panels,
         .fileViewer = m_fileViewer,
         .terminator = *this,
         .arguments = arguments,
         .print = printLine,
-    })),
-      m_window(std::make_unique<QMainWindow>())
-{
-    m_window->setWindowTitle(u"Vorn"_s);
-    m_window->resize(defaultSize);
+        .mayImport = [this](const ImportStep &step) { return m_progress->mayImport(step); },
+    });
+    m_window = std::make_unique<RootView>(*m_store);
+    m_progress = std::make_unique<ImportProgress>(*m_window);
+    QObject::connect(&m_store->isImporting(), &Notifier::changed, m_progress.get(), [this] {
+        if (!m_store->isImporting().get())
+            m_progress->finish();
+    });
 }
 
 VornApp::~VornApp() = default;

@@ -9,8 +9,11 @@
 #include <memory>
 
 class DatabaseQueue;
+class Appearance;
+class ImportProgress;
 class LibraryStore;
-class QMainWindow;
+class PortalSettings;
+class RootView;
 
 /// The program: its one store and its one window.
 class VornApp final : private Terminator {
@@ -29,6 +32,9 @@ private:
 
     DesktopPanels m_panels;
     DesktopFileViewer m_fileViewer;
+    std::unique_ptr<PortalSettings> m_settings;
+    std::unique_ptr<Appearance> m_appearance;
     std::unique_ptr<LibraryStore> m_store;
-    std::unique_ptr<QMainWindow> m_window;
+    std::unique_ptr<RootView> m_window;
+    std::unique_ptr<ImportProgress> m_progress;
 };

@@ -1,0 +1,110 @@
+#include "workspace/RootView.h"
+
+#include "library/LibraryStore.h"
+#include "workspace/ErrorAlert.h"
+#include "workspace/Menus.h"
+#include "workspace/StatusBanner.h"
+#include "workspace/controls/ColumnSplitter.h"
+#include "workspace/lists/DocumentListView.h"
+#include "workspace/lists/ExcerptListView.h"
+#include "workspace/reader/ReaderPane.h"
+#include "workspace/reader/ReaderView.h"
+#include "workspace/sidebar/SidebarView.h"
+#include "workspace/theme/Metrics.h"
+#include "workspace/theme/Symbols.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QSize defaultSize{1180, 780};
+constexpr int sidebarWidth = 210;
+constexpr int listWidth = 285;
+constexpr int toolbarSide = 14;
+
+} // namespace
+
+RootView::RootView(LibraryStore &store)
+    : m_store(store),
+      m_lists(new QStackedWidget),
+      m_documents(new DocumentListView(store)),
+      m_excerpts(new ExcerptListView(store)),
+      m_reader(new ReaderPane(store)),
+      m_import(new QPushButton(Symbols::icon(u"plus"_s), u"Import"_s))
+{
+    setWindowTitle(u"Vorn"_s);
+    m_lists->addWidget(m_documents);
+    m_lists->addWidget(m_excerpts);
+
+    auto *columns = new ColumnSplitter;
+    columns->addWidget(new SidebarView(store));
+    columns->addWidget(m_lists);
+    columns->addWidget(buildReaderColumn());
+    columns->setStretchFactor(0, 0);
+    columns->setStretchFactor(1, 0);
+    columns->setStretchFactor(2, 1);
+    setCentralWidget(columns);
+    Menus::build(*this, store);
+    m_banner = new StatusBanner(store, this);
+    new ErrorAlert(store, *this);
+
+    resize(defaultSize);
+    columns->setSizes({sidebarWidth, listWidth, defaultSize.width() - sidebarWidth - listWidth});
+    connect(&m_store.sidebarSelection(), &Notifier::changed, this, &RootView::renderSelection);
+    renderSelection();
+}
+
+QWidget *RootView::buildReaderColumn()
+{
+    m_import->setObjectName(u"import"_s);
+    m_import->setToolTip(u"Import documents (txt · md · docx · rtf · pdf)"_s);
+    connect(m_import, &QPushButton::clicked, this, [this] { m_store.presentImportPanel(); });
+    connect(&m_store.isImporting(), &Notifier::changed, this,
+        [this] { m_import->setEnabled(!m_store.isImporting().get()); });
+
+    auto *column = new QWidget;
+    column->setAutoFillBackground(true);
+    column->setBackgroundRole(QPalette::Base);
+    auto *toolbar = new QHBoxLayout;
+    toolbar->setContentsMargins(toolbarSide, 0, toolbarSide, 0);
+    toolbar->addStretch(1);
+    toolbar->addWidget(m_import);
+    auto *head = new QWidget;
+    head->setLayout(toolbar);
+    head->setFixedHeight(Metrics::columnHeadHeight);
+    auto *rows = new QVBoxLayout(column);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(0);
+    rows->addWidget(head);
+    rows->addWidget(m_reader, 1);
+    return column;
+}
+
+void RootView::renderSelection()
+{
+    const std::optional<SidebarSelection> selection = m_store.sidebarSelection().get();
+    if (const auto *code = selection ? std::get_if<CodeSelection>(&*selection) : nullptr) {
+        m_excerpts->setCodeID(code->codeID);
+        m_lists->setCurrentWidget(m_excerpts);
+        return;
+    }
+    m_lists->setCurrentWidget(m_documents);
+    if (const auto *project = selection ? std::get_if<ProjectSelection>(&*selection) : nullptr)
+        m_store.selectProject(project->projectID);
+}
+
+void RootView::openFindBar()
+{
+    m_reader->reader().openFindBar();
+}
+
+void RootView::resizeEvent(QResizeEvent *event)
+{
+    QMainWindow::resizeEvent(event);
+    m_banner->place();
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QMainWindow>
+
+class DocumentListView;
+class ExcerptListView;
+class LibraryStore;
+class QPushButton;
+class QStackedWidget;
+class ReaderPane;
+class StatusBanner;
+
+/// The window: what there is on the left, a list in the middle, reading on the right. It composes and has no logic of
+/// its own beyond which list the middle shows.
+class RootView final : public QMainWindow {
+    Q_OBJECT
+
+public:
+    explicit RootView(LibraryStore &store);
+
+    [[nodiscard]] StatusBanner &banner() const { return *m_banner; }
+    void openFindBar();
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    [[nodiscard]] QWidget *buildReaderColumn();
+    void renderSelection();
+
+    LibraryStore &m_store;
+    QStackedWidget *m_lists;
+    DocumentListView *m_documents;
+    ExcerptListView *m_excerpts;
+    ReaderPane *m_reader;
+    QPushButton *m_import;
+    StatusBanner *m_banner;
+};
