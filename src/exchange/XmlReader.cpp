@@ -228,8 +228,7 @@ void Parser::noteError(void *self, Error *error)
     auto &parser = *static_cast<Parser *>(self);
     // Where a document names a definition outside of it, a missing entity is but a warning, and its text is left out.
     // A prefix that isn't declared is no failure: names are local here.
-    const bool isFailure =
-        error->level == XML_ERR_FATAL || error->code == XML_WAR_UNDECLARED_ENTITY || error->domain == XML_FROM_I18N;
+    const bool isFailure = error->level == XML_ERR_FATAL || error->code == XML_WAR_UNDECLARED_ENTITY;
     if (!isFailure || !parser.m_message.isEmpty())
         return;
     const bool endsEarly = error->code == XML_ERR_DOCUMENT_END && !parser.isPastRoot();

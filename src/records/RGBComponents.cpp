@@ -2,6 +2,8 @@
 
 #include "records/TextTrimming.h"
 
+#include <QString>
+
 #include <algorithm>
 
 namespace {
