@@ -1,5 +1,5 @@
-#include "workspace/reader/BlockHeights.h"
 #include "workspace/reader/PassageSegments.h"
+#include "workspace/reader/BlockHeights.h"
 
 #include <QColor>
 #include <QRandomGenerator>
@@ -29,8 +29,8 @@ std::vector<QRgb> drawnUnits(const QList<TextHighlight> &highlights, qint64 text
         const QColor color(passage.colorHex);
         if (passage.range.location < 0 || !color.isValid())
             continue;
-        for (qint64 unit = passage.range.location; unit < textLength && unit - passage.range.location
-             < passage.range.length; ++unit)
+        for (qint64 unit = passage.range.location;
+             unit < textLength && unit - passage.range.location < passage.range.length; ++unit)
             units[size_t(unit)] = color.rgb();
     }
     return units;
@@ -52,7 +52,7 @@ std::vector<PassageSegment> all(const PassageSegments &segments)
 
 TextHighlight randomHighlight(QRandomGenerator &random, int textLength)
 {
-    static const QStringList colors {u"#FF0000"_s, u"#00FF00"_s, u"#0000FF"_s, u"#FFCC00"_s, u"no colour"_s};
+    static const QStringList colors{u"#FF0000"_s, u"#00FF00"_s, u"#0000FF"_s, u"#FFCC00"_s, u"no colour"_s};
     const qint64 location = random.bounded(-2, textLength + 2);
     const qint64 length = random.bounded(4) == 0 ? random.bounded(textLength * 2) : random.bounded(-1, 12);
     return highlight(location, length, colors[random.bounded(int(colors.size()))]);
@@ -95,7 +95,7 @@ struct LeftOutCase {
     TextHighlight passage;
     bool isDrawn;
 };
-class LeftOut : public testing::TestWithParam<LeftOutCase> {};
+class LeftOut : public testing::TestWithParam<LeftOutCase> { };
 
 } // namespace
 
@@ -110,17 +110,17 @@ TEST_P(LeftOut, IsDrawnOnlyInsideTheText)
 }
 
 INSTANTIATE_TEST_SUITE_P(Reader, LeftOut,
-    testing::Values(LeftOutCase {"empty", highlight(9, 0, u"#FF0000"_s), false},
-        LeftOutCase {"negative_length", highlight(9, -1, u"#FF0000"_s), false},
-        LeftOutCase {"negative_location", highlight(-1, 20, u"#FF0000"_s), false},
-        LeftOutCase {"behind_the_end", highlight(10, 1, u"#FF0000"_s), false},
-        LeftOutCase {"far_behind_the_end", highlight(huge, huge, u"#FF0000"_s), false},
-        LeftOutCase {"far_before_the_start", highlight(least, huge, u"#FF0000"_s), false},
-        LeftOutCase {"least_of_all_lengths", highlight(9, least, u"#FF0000"_s), false},
-        LeftOutCase {"no_colour", highlight(9, 1, u"#F00"_s), false},
-        LeftOutCase {"last_unit", highlight(9, 1, u"#FF0000"_s), true},
-        LeftOutCase {"past_the_end", highlight(9, 5, u"FF0000"_s), true},
-        LeftOutCase {"sum_that_overflows", highlight(9, huge, u"#ff0000"_s), true}),
+    testing::Values(LeftOutCase{"empty", highlight(9, 0, u"#FF0000"_s), false},
+        LeftOutCase{"negative_length", highlight(9, -1, u"#FF0000"_s), false},
+        LeftOutCase{"negative_location", highlight(-1, 20, u"#FF0000"_s), false},
+        LeftOutCase{"behind_the_end", highlight(10, 1, u"#FF0000"_s), false},
+        LeftOutCase{"far_behind_the_end", highlight(huge, huge, u"#FF0000"_s), false},
+        LeftOutCase{"far_before_the_start", highlight(least, huge, u"#FF0000"_s), false},
+        LeftOutCase{"least_of_all_lengths", highlight(9, least, u"#FF0000"_s), false},
+        LeftOutCase{"no_colour", highlight(9, 1, u"#F00"_s), false},
+        LeftOutCase{"last_unit", highlight(9, 1, u"#FF0000"_s), true},
+        LeftOutCase{"past_the_end", highlight(9, 5, u"FF0000"_s), true},
+        LeftOutCase{"sum_that_overflows", highlight(9, huge, u"#ff0000"_s), true}),
     [](const auto &row) { return std::string(row.param.name); });
 
 TEST(PassageSegments, ShowTheLaterPassageWhereTwoOverlap)
@@ -128,8 +128,8 @@ TEST(PassageSegments, ShowTheLaterPassageWhereTwoOverlap)
     PassageSegments segments;
     segments.reset(100);
     segments.assign({highlight(10, 30, u"#FF0000"_s), highlight(20, 10, u"#0000FF"_s)});
-    EXPECT_EQ(all(segments),
-        (std::vector<PassageSegment> {{10, 20, 0xFFFF0000}, {20, 30, 0xFF0000FF}, {30, 40, 0xFFFF0000}}));
+    EXPECT_EQ(
+        all(segments), (std::vector<PassageSegment>{{10, 20, 0xFFFF0000}, {20, 30, 0xFF0000FF}, {30, 40, 0xFFFF0000}}));
     ASSERT_NE(segments.firstAt(25, 24), nullptr);
     EXPECT_EQ(segments.firstAt(25, 24)->range.location, 10) << "the first in the list is taken, not the one that shows";
     EXPECT_EQ(segments.firstAt(40, 40), nullptr);

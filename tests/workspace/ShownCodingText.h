@@ -27,10 +27,7 @@ public:
         QApplication::processEvents();
     }
 
-    void apply()
-    {
-        view.apply(content);
-    }
+    void apply() { view.apply(content); }
     void reveal(TextRange range)
     {
         content.revealRange = range;

@@ -9,11 +9,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString subtitle(const Document &document)
-{
-    return u"%1 · %2"_s.arg(DocumentFacts::words(document.wordCount), DocumentFacts::day(document.addedAt));
-}
-
 QString symbolFor(const QString &sourceKind)
 {
     static const std::array formatted{u"docx"_s, u"pdf"_s, u"rtf"_s};
@@ -47,9 +42,9 @@ QVariant DocumentListModel::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole:
         return shown.title;
     case Qt::AccessibleTextRole:
-        return u"%1, %2"_s.arg(shown.title, subtitle(shown));
+        return u"%1, %2"_s.arg(shown.title, DocumentFacts::inOneLine(shown));
     case subtitleRole:
-        return subtitle(shown);
+        return DocumentFacts::inOneLine(shown);
     case symbolRole:
         return symbolFor(shown.sourceKind);
     default:

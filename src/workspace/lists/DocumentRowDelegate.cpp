@@ -20,8 +20,9 @@
 namespace {
 
 constexpr int statedHeight = 49;
-constexpr int verticalPadding = 8;
-constexpr int lineGap = 3;
+constexpr int paddingAbove = 8;
+constexpr int paddingBelow = 7;
+constexpr int lineGap = 4;
 constexpr int iconSide = 11;
 constexpr int iconFrame = 15;
 constexpr int iconGap = 7;
@@ -29,6 +30,11 @@ constexpr int iconGap = 7;
 int heightOf(const QFont &font)
 {
     return QFontMetrics(font).height();
+}
+
+int heightFor(const QFont &title, const QFont &subtitle)
+{
+    return paddingAbove + heightOf(title) + lineGap + heightOf(subtitle) + paddingBelow;
 }
 
 } // namespace
@@ -43,8 +49,7 @@ DocumentRowDelegate::DocumentRowDelegate(QObject *parent)
 
 QSize DocumentRowDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &) const
 {
-    const int text = heightOf(m_titleFont) + lineGap + heightOf(m_subtitleFont) + 2 * verticalPadding;
-    return {option.rect.width(), std::max(statedHeight, text) + ListMetrics::rowGap};
+    return {option.rect.width(), std::max(statedHeight, heightFor(m_titleFont, m_subtitleFont)) + ListMetrics::rowGap};
 }
 
 DocumentRowDelegate::Lines DocumentRowDelegate::linesIn(const QStyleOptionViewItem &option) const
@@ -53,12 +58,12 @@ DocumentRowDelegate::Lines DocumentRowDelegate::linesIn(const QStyleOptionViewIt
     constexpr int textInset = iconFrame + iconGap;
     const QRect content = option.rect.adjusted(inset, ListMetrics::rowGap, -inset, 0);
     const int titleHeight = heightOf(m_titleFont);
-    const int subtitleHeight = heightOf(m_subtitleFont);
-    const int top = content.top() + (content.height() - titleHeight - lineGap - subtitleHeight) / 2;
+    const int slack = content.height() - heightFor(m_titleFont, m_subtitleFont);
+    const int top = content.top() + paddingAbove + slack / 2;
     const QRect icon(
         content.left() + (iconFrame - iconSide) / 2, top + (titleHeight - iconSide + 1) / 2, iconSide, iconSide);
     const QRect title(content.left() + textInset, top, content.width() - textInset, titleHeight);
-    const QRect subtitle(title.left(), title.bottom() + 1 + lineGap, title.width(), subtitleHeight);
+    const QRect subtitle(title.left(), title.bottom() + 1 + lineGap, title.width(), heightOf(m_subtitleFont));
     const auto placed = [&](const QRect &rect) { return QStyle::visualRect(option.direction, option.rect, rect); };
     return {placed(icon), placed(title), placed(subtitle)};
 }

@@ -1,7 +1,6 @@
 #include "workspace/lists/ExcerptListView.h"
 
 #include "library/LibraryStore.h"
-#include "records/RGBComponents.h"
 #include "workspace/controls/ElidedLabel.h"
 #include "workspace/controls/EmptyState.h"
 #include "workspace/controls/Hairline.h"
@@ -10,7 +9,7 @@
 #include "workspace/lists/MemoBar.h"
 #include "workspace/lists/SnippetList.h"
 #include "workspace/lists/SnippetRowDelegate.h"
-#include "workspace/theme/Theme.h"
+#include "workspace/theme/CodeColor.h"
 
 #include <QHBoxLayout>
 #include <QStackedWidget>
@@ -25,14 +24,6 @@ constexpr int iconSize = 34;
 constexpr int memoGapAbove = 1;
 constexpr int memoGapBelow = 5;
 constexpr int usualLineCount = 2;
-
-QColor colorOf(const Code &code)
-{
-    const auto components = RGBComponents::from(code.colorHex);
-    if (!components)
-        return Theme::accent;
-    return QColor::fromRgbF(float(components->red), float(components->green), float(components->blue));
-}
 
 /// Whether the passages in both lists of documents are the same. Texts never change.
 bool holdSamePassages(const QList<Document> &one, const QList<Document> &other)
@@ -149,7 +140,7 @@ void ExcerptListView::renderMemo()
 
 void ExcerptListView::renderExcerpts(const Code &code)
 {
-    m_model->setColor(colorOf(code));
+    m_model->setColor(CodeColor::orAccent(code.colorHex));
     m_list->viewport()->update();
     m_noExcerpts->setDescription(
         tr("Select text in a document and add “%1”\nto see its excerpts here.").arg(code.name));

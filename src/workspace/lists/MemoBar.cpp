@@ -27,12 +27,14 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int editorHeight = 80;
-constexpr int editorPadding = 6;
+constexpr int editorSidePadding = 4;
+constexpr int editorVerticalPadding = 2;
 constexpr int documentMargin = 1;
 constexpr int lineHeight = 17;
 constexpr int labelHeight = 14;
-constexpr int labelGap = 4;
-constexpr int verticalPadding = 5;
+constexpr int labelGap = 3;
+constexpr int paddingAbove = 6;
+constexpr int paddingBelow = 5;
 constexpr int iconSide = 11;
 constexpr int iconGap = 5;
 
@@ -73,7 +75,7 @@ public:
         setFixedHeight(editorHeight);
         setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-        setViewportMargins(editorPadding, editorPadding, editorPadding, editorPadding);
+        setViewportMargins(editorSidePadding, editorVerticalPadding, editorSidePadding, editorVerticalPadding);
         document()->setDocumentMargin(documentMargin);
         viewport()->setAutoFillBackground(false); // the frame fills its round corners
     }
@@ -123,7 +125,7 @@ QWidget *MemoBar::makeEditor()
     m_edit->setObjectName(u"memo"_s);
     m_edit->setAccessibleName(tr("Memo"));
     auto *column = new QVBoxLayout(editor);
-    column->setContentsMargins(0, verticalPadding, 0, verticalPadding);
+    column->setContentsMargins(0, paddingAbove, 0, paddingBelow);
     column->setSpacing(labelGap);
     column->addWidget(new MemoLabel(tr("Memo"), editor));
     auto *row = new QHBoxLayout;
@@ -195,6 +197,9 @@ void MemoBar::showFitting(Pace pace)
 void MemoBar::hideEvent(QHideEvent *event)
 {
     QWidget::hideEvent(event);
-    if (!event->spontaneous()) // not when the window is merely minimised
-        Q_EMIT committed(m_text);
+    if (event->spontaneous()) // the window is merely minimised
+        return;
+    Q_EMIT committed(m_text);
+    m_isExpanded = false;
+    showFitting(Pace::atOnce);
 }

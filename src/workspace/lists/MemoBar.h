@@ -43,7 +43,7 @@ private:
     void showFitting(Pace pace);
 
     QString m_text;
-    bool m_isExpanded = false; ///< for good, once the user has opened the editor
+    bool m_isExpanded = false; ///< from when the user opens the editor until the bar disappears
     PlainButton *m_button;
     QTextEdit *m_edit = nullptr;
     QWidget *m_editor;

@@ -28,5 +28,6 @@ void RowText::paint(
 {
     painter.setFont(font);
     const Qt::Alignment alignment = QStyle::visualAlignment(direction, Qt::AlignLeft | Qt::AlignVCenter);
+    painter.setLayoutDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     painter.drawText(rect, int(alignment) | Qt::TextSingleLine | Qt::TextDontClip, fitting(text, font, rect.width()));
 }

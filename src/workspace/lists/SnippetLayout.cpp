@@ -51,6 +51,8 @@ SnippetLayout::SnippetLayout(
       m_layout(inOneParagraph(beginning(passage, style)), style.font)
 {
     QTextOption option;
+    const bool beginsAtRight = style.direction == Qt::RightToLeft || m_layout.text().isRightToLeft();
+    option.setAlignment((beginsAtRight ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute);
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     m_layout.setTextOption(option);
     layOut();

@@ -16,9 +16,11 @@ public:
         int width = 0; ///< logical pixels; at least one character stands in a line all the same
         int lineHeight = 18; ///< logical pixels, for every script; grows with the font
         int greatestLineCount = 3;
+        Qt::LayoutDirection direction = Qt::LeftToRight; ///< of the window
     };
 
-    /// Every line break in `passage` is shown as a blank. `emphasis`, in UTF-16 code units, gets `emphasisFormat`.
+    /// Every line break in `passage` is shown as a blank. Lines begin at the left, or at the right where the window or
+    /// the passage runs from there. `emphasis`, in UTF-16 code units, gets `emphasisFormat`.
     SnippetLayout(const QString &passage, const Style &style, const TextRange &emphasis = {},
         const QTextCharFormat &emphasisFormat = {});
 

@@ -16,8 +16,9 @@
 
 namespace {
 
-constexpr int verticalPadding = 8;
-constexpr int sourceGap = 4;
+constexpr int paddingAbove = 8;
+constexpr int paddingBelow = 7;
+constexpr int sourceGap = 5;
 constexpr int sourceHeight = 14;
 constexpr int dotSide = 6;
 constexpr int dotGap = 5;
@@ -52,23 +53,24 @@ SnippetRowDelegate::SnippetRowDelegate(QObject *parent)
 int SnippetRowDelegate::heightFor(int lineCount) const
 {
     const int source = std::max(sourceHeight, QFontMetrics(m_sourceFont).height());
-    return 2 * verticalPadding + lineCount * SnippetLayout::lineHeightOf({.font = m_snippetFont}) + sourceGap + source
-        + ListMetrics::rowGap;
+    return paddingAbove + paddingBelow + lineCount * SnippetLayout::lineHeightOf({.font = m_snippetFont}) + sourceGap
+        + source + ListMetrics::rowGap;
 }
 
-SnippetLayout SnippetRowDelegate::layOut(const QModelIndex &index, int rowWidth) const
+SnippetLayout SnippetRowDelegate::layOut(const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
     const TextRange emphasis{index.data(emphasisStartRole).toLongLong(), index.data(emphasisLengthRole).toLongLong()};
     QTextCharFormat format;
     format.setFontWeight(QFont::DemiBold);
     format.setForeground(Theme::colors().accentText);
-    const int width = rowWidth - 2 * ListMetrics::contentInset;
-    return {index.data().toString(), {.font = m_snippetFont, .width = width}, emphasis, format};
+    const int width = option.rect.width() - 2 * ListMetrics::contentInset;
+    return {index.data().toString(), {.font = m_snippetFont, .width = width, .direction = option.direction}, emphasis,
+        format};
 }
 
 QSize SnippetRowDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    const int lineCount = layOut(index, option.rect.width()).lineCount();
+    const int lineCount = layOut(option, index).lineCount();
     return {option.rect.width(), heightFor(lineCount) + gapAbove(index) - ListMetrics::rowGap};
 }
 
@@ -79,8 +81,8 @@ void SnippetRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &op
     paintSeparator(*painter, option, index);
 
     const QRect content =
-        ground.adjusted(ListMetrics::contentInset, verticalPadding, -ListMetrics::contentInset, -verticalPadding);
-    const SnippetLayout snippet = layOut(index, option.rect.width());
+        ground.adjusted(ListMetrics::contentInset, paddingAbove, -ListMetrics::contentInset, -paddingBelow);
+    const SnippetLayout snippet = layOut(option, index);
     painter->setPen(Theme::colors().text);
     snippet.draw(*painter, content.topLeft());
     paintSource(*painter, content.adjusted(0, snippet.height() + sourceGap, 0, 0), option.direction, index);

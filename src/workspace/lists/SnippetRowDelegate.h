@@ -30,7 +30,7 @@ public:
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
 
 private:
-    [[nodiscard]] SnippetLayout layOut(const QModelIndex &index, int rowWidth) const;
+    [[nodiscard]] SnippetLayout layOut(const QStyleOptionViewItem &option, const QModelIndex &index) const;
     void paintSeparator(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index) const;
     void paintSource(
         QPainter &painter, const QRect &line, Qt::LayoutDirection direction, const QModelIndex &index) const;

@@ -32,7 +32,8 @@ TextRange boundedUnit(const QString &text, qint64 position, QTextBoundaryFinder:
     const qint64 end = std::min(paragraph.end(), position + farthestBoundary);
     QTextBoundaryFinder finder(type, text.mid(start, end - start));
     finder.setPosition(position - start);
-    const qint64 unitStart = finder.isAtBoundary() ? position : start + std::max<qint64>(finder.toPreviousBoundary(), 0);
+    const qint64 unitStart =
+        finder.isAtBoundary() ? position : start + std::max<qint64>(finder.toPreviousBoundary(), 0);
     finder.setPosition(position - start);
     const qsizetype next = finder.toNextBoundary();
     const qint64 unitEnd = next < 0 ? end : start + next;
@@ -49,8 +50,7 @@ void AccessibleCodingText::install()
     }();
 }
 
-AccessibleCodingText::AccessibleCodingText(CodingTextView &view)
-    : QAccessibleWidget(&view, QAccessible::EditableText)
+AccessibleCodingText::AccessibleCodingText(CodingTextView &view) : QAccessibleWidget(&view, QAccessible::EditableText)
 {
 }
 
@@ -82,7 +82,7 @@ QString AccessibleCodingText::text(QAccessible::Text kind) const
 
 void AccessibleCodingText::selection(int selectionIndex, int *startOffset, int *endOffset) const
 {
-    const TextRange selected = selectionIndex == 0 ? view().selection() : TextRange {};
+    const TextRange selected = selectionIndex == 0 ? view().selection() : TextRange{};
     *startOffset = int(selected.length > 0 ? selected.location : 0);
     *endOffset = int(selected.length > 0 ? selected.end() : 0);
 }

@@ -13,8 +13,7 @@ size_t lowestBit(size_t index)
 
 } // namespace
 
-BlockHeights::BlockHeights(std::vector<int> heights)
-    : m_heights(std::move(heights)), m_sums(m_heights.size() + 1)
+BlockHeights::BlockHeights(std::vector<int> heights) : m_heights(std::move(heights)), m_sums(m_heights.size() + 1)
 {
     for (size_t index = 1; index < m_sums.size(); ++index) {
         m_sums[index] += m_heights[index - 1];

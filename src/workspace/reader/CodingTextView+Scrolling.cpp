@@ -134,7 +134,7 @@ QRect CodingTextView::characterRectangle(qint64 position) const
     const int next = std::max(inBlock + 1, block.layout()->nextCursorPosition(inBlock));
     const auto spans = shape.spans(line, inBlock, next);
     const qreal caret = line.cursorToX(inBlock);
-    const ParagraphShape::Span span = spans.empty() ? ParagraphShape::Span {caret, caret} : spans.front();
+    const ParagraphShape::Span span = spans.empty() ? ParagraphShape::Span{caret, caret} : spans.front();
     const QRectF rectangle(span.left, line.y(), span.right - span.left, line.height());
     const QPoint corner(layout().columnLeft(), int(layout().top(block.blockNumber()) - m_scrollValue));
     return rectangle.translated(corner).toAlignedRect();
@@ -164,7 +164,8 @@ TextRange CodingTextView::visibleStretch() const
     return {first.position(), last.position() + last.length() - first.position()};
 }
 
-/// The lines of the range that are in view. A neighbour's corner may change with it, so one character more on each side.
+/// The lines of the range that are in view. A neighbour's corner may change with it, so one character more on each
+/// side.
 void CodingTextView::repaint(TextRange range)
 {
     const TextRange view = visibleStretch();

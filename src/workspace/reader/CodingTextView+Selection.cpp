@@ -25,8 +25,8 @@ QString copyable(QString text)
         const QChar unit = std::as_const(text)[index];
         if (!unit.isSurrogate())
             continue;
-        const bool isPair = unit.isHighSurrogate() && index + 1 < text.size()
-            && std::as_const(text)[index + 1].isLowSurrogate();
+        const bool isPair =
+            unit.isHighSurrogate() && index + 1 < text.size() && std::as_const(text)[index + 1].isLowSurrogate();
         if (isPair)
             ++index;
         else

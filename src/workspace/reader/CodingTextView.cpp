@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr std::chrono::milliseconds flashDuration {1100};
+constexpr std::chrono::milliseconds flashDuration{1100};
 
 QFont readerFont()
 {
@@ -37,7 +37,8 @@ bool isSameText(const QString &one, const QString &other)
 } // namespace
 
 CodingTextView::CodingTextView(QWidget *parent)
-    : QTextEdit(parent), m_runLater([this](std::chrono::milliseconds delay, std::function<void()> job) {
+    : QTextEdit(parent),
+      m_runLater([this](std::chrono::milliseconds delay, std::function<void()> job) {
           QTimer::singleShot(delay, this, std::move(job));
       })
 {
@@ -83,8 +84,7 @@ void CodingTextView::applyTo(const Content &content)
         applyHighlights(content.highlights);
         return;
     }
-    if (m_marks.passages.highlights() != content.highlights)
-        applyHighlights(content.highlights);
+    applyHighlights(content.highlights);
     if (m_appliedResetToken != content.resetToken) {
         m_appliedResetToken = content.resetToken;
         select({});
@@ -133,11 +133,10 @@ void CodingTextView::applyHighlights(const QList<TextHighlight> &highlights)
     const auto visibleSegments = [&] { return m_marks.passages.within(int(view.location), int(view.end())); };
     const auto shown = visibleSegments();
     const std::vector<PassageSegment> before(shown.begin(), shown.end());
-    m_marks.passages.assign(highlights);
-
-    std::vector<TextRange> changed = differences(before, visibleSegments());
-    if (const auto flash = std::exchange(m_marks.flash, {}))
-        changed.push_back({flash->start, flash->end - flash->start});
+    if (!m_marks.passages.assign(highlights))
+        return;
+    endFlash();
+    const std::vector<TextRange> changed = differences(before, visibleSegments());
     if (changed.size() > mostStretches)
         viewport()->update();
     else
@@ -151,9 +150,8 @@ void CodingTextView::flash(TextRange range)
     if (!isInside || range.length < 1)
         return;
     scrollTo(range);
-    if (m_marks.flash) // its band goes, its passages stay
-        repaint({m_marks.flash->start, m_marks.flash->end - m_marks.flash->start});
-    m_marks.flash = TextMarks::Flash {int(range.location), int(range.end()), flashColor(range)};
+    endFlash();
+    m_marks.flash = TextMarks::Flash{int(range.location), int(range.end()), flashColor(range)};
     repaint(range);
     m_runLater(flashDuration, [this, token = m_appliedRevealToken] { restoreAfterFlash(token); });
 }
@@ -169,7 +167,13 @@ QColor CodingTextView::flashColor(TextRange range) const
 void CodingTextView::restoreAfterFlash(qint64 token)
 {
     if (token == m_appliedRevealToken) // else a newer reveal or text looks after what is seen now
-        applyHighlights(QList<TextHighlight>(m_marks.passages.highlights()));
+        endFlash();
+}
+
+void CodingTextView::endFlash()
+{
+    if (const auto flash = std::exchange(m_marks.flash, {}))
+        repaint({flash->start, flash->end - flash->start});
 }
 
 void CodingTextView::setRunLater(RunLater runLater)

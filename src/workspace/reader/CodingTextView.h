@@ -94,6 +94,7 @@ private:
     void flash(TextRange range);
     [[nodiscard]] QColor flashColor(TextRange range) const;
     void restoreAfterFlash(qint64 token);
+    void endFlash();
 
     [[nodiscard]] TextRange cut(TextRange range) const;
     void noticeSelection();

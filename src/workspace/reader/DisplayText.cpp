@@ -39,7 +39,8 @@ char16_t shownAs(QStringView text, qsizetype index)
         return isHalfPair(text, index) ? replacementCharacter : unit;
     switch (unit) {
     case carriageReturn:
-        return index + 1 < text.size() && text[index + 1] == lineFeed ? standInForCarriageReturn(text, index) : lineFeed;
+        return index + 1 < text.size() && text[index + 1] == lineFeed ? standInForCarriageReturn(text, index)
+                                                                      : lineFeed;
     case paragraphSeparator:
         return lineFeed;
     case 0: // these five mean something to the text engine
@@ -118,8 +119,8 @@ QString DisplayText::of(const QString &text)
 
 qint64 DisplayText::outsideLineBreak(QStringView text, qint64 position)
 {
-    const bool isInside = position > 0 && position < text.size() && text[position] == lineFeed
-        && text[position - 1] == carriageReturn;
+    const bool isInside =
+        position > 0 && position < text.size() && text[position] == lineFeed && text[position - 1] == carriageReturn;
     return isInside ? position - 1 : position;
 }
 

@@ -26,7 +26,8 @@ int wholeHeight(qreal height, int block)
 } // namespace
 
 LazyTextLayout::LazyTextLayout(QTextDocument *document, const TextMarks &marks)
-    : QAbstractTextDocumentLayout(document), m_marks(marks)
+    : QAbstractTextDocumentLayout(document),
+      m_marks(marks)
 {
     measure();
 }
@@ -103,8 +104,8 @@ int LazyTextLayout::columnLeft() const
 
 int LazyTextLayout::columnWidth() const
 {
-    return std::clamp(int(m_pageWidth) - 2 * ReaderMetrics::leastSideInset, leastColumnWidth,
-        ReaderMetrics::columnWidth);
+    return std::clamp(
+        int(m_pageWidth) - 2 * ReaderMetrics::leastSideInset, leastColumnWidth, ReaderMetrics::columnWidth);
 }
 
 QTextLine LazyTextLayout::lineAt(int position) const

@@ -58,8 +58,7 @@ std::vector<Span> united(std::vector<Span> spans)
 
 } // namespace
 
-ParagraphShape::ParagraphShape(const QTextBlock &block)
-    : m_text(block.text()), m_isMixed(mayRunRightToLeft(m_text))
+ParagraphShape::ParagraphShape(const QTextBlock &block) : m_text(block.text()), m_isMixed(mayRunRightToLeft(m_text))
 {
 }
 

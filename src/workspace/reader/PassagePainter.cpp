@@ -45,7 +45,10 @@ QPainterPath bandShape(const QRectF &band, bool isLeftRound, bool isRightRound)
 
 PassagePainter::PassagePainter(
     QPainter &painter, const TextMarks &marks, const QAbstractTextDocumentLayout::PaintContext &context)
-    : m_painter(painter), m_marks(marks), m_context(context), m_toDevice(painter.deviceTransform()),
+    : m_painter(painter),
+      m_marks(marks),
+      m_context(context),
+      m_toDevice(painter.deviceTransform()),
       m_fromDevice(m_toDevice.inverted())
 {
     if (context.selections.isEmpty()) // without a selection the last entry would be another one
@@ -59,7 +62,7 @@ PassagePainter::PassagePainter(
 void PassagePainter::paint(const QTextBlock &textBlock, QPointF origin)
 {
     const int start = textBlock.position();
-    const Block block {*textBlock.layout(), ParagraphShape(textBlock), origin, start, start + textBlock.length()};
+    const Block block{*textBlock.layout(), ParagraphShape(textBlock), origin, start, start + textBlock.length()};
     const std::vector<QTextLine> lines = visibleLines(block);
     m_painter.save();
     m_painter.setRenderHint(QPainter::Antialiasing);
@@ -133,7 +136,7 @@ void PassagePainter::paintBands(const Block &block, const QTextLine &line)
 {
     const int lineStart = block.start + line.textStart();
     const int lineEnd = lineStart + line.textLength();
-    const TextMarks::Flash flash = m_marks.flash.value_or(TextMarks::Flash {lineEnd, lineEnd, {}});
+    const TextMarks::Flash flash = m_marks.flash.value_or(TextMarks::Flash{lineEnd, lineEnd, {}});
     for (const PassageSegment &segment : m_marks.passages.within(lineStart, lineEnd)) {
         const QColor color = withAlpha(QColor(segment.color), ReaderMetrics::bandAlpha);
         const int start = std::max(segment.start, lineStart);
@@ -183,7 +186,7 @@ void PassagePainter::paintText(const Block &block)
     const int end = std::min(m_selectionEnd, block.end) - block.start;
     const QBrush selectedText = m_selectionFormat.foreground();
     if (start < end && selectedText.style() != Qt::NoBrush && selectedText.color() != color) {
-        QTextLayout::FormatRange format {start, end - start, {}};
+        QTextLayout::FormatRange format{start, end - start, {}};
         format.format.setForeground(selectedText);
         formats.append(format);
     }
@@ -217,8 +220,8 @@ void PassagePainter::paintFindMatches(const Block &block, const QTextLine &line)
         if (match->location == m_selectionStart && match->end() == m_selectionEnd)
             continue; // the selection shows it
         for (const QRectF &rectangle : rectangles(block, line, int(match->location), int(match->end())))
-            m_painter.drawRoundedRect(rectangle.adjusted(-0.5, -0.5, 0.5, 0.5), ReaderMetrics::bandRadius,
-                ReaderMetrics::bandRadius);
+            m_painter.drawRoundedRect(
+                rectangle.adjusted(-0.5, -0.5, 0.5, 0.5), ReaderMetrics::bandRadius, ReaderMetrics::bandRadius);
     }
 }
 

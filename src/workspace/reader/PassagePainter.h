@@ -19,8 +19,7 @@ struct TextMarks;
 class PassagePainter {
 public:
     /// All must outlive the painter.
-    PassagePainter(
-        QPainter &painter, const TextMarks &marks, const QAbstractTextDocumentLayout::PaintContext &context);
+    PassagePainter(QPainter &painter, const TextMarks &marks, const QAbstractTextDocumentLayout::PaintContext &context);
 
     /// Draws the block with its layout's corner at `origin`.
     void paint(const QTextBlock &block, QPointF origin);

@@ -70,19 +70,20 @@ void PassageSegments::reset(qsizetype textLength)
     m_segments.clear();
 }
 
-void PassageSegments::assign(const QList<TextHighlight> &highlights)
+bool PassageSegments::assign(const QList<TextHighlight> &highlights)
 {
-    const auto [oldFirst, newFirst] = std::mismatch(
-        m_highlights.cbegin(), m_highlights.cend(), highlights.cbegin(), highlights.cend(), isSame);
-    const auto [oldLast, newLast] = std::mismatch(m_highlights.crbegin(),
-        std::make_reverse_iterator(oldFirst), highlights.crbegin(), std::make_reverse_iterator(newFirst), isSame);
+    const auto [oldFirst, newFirst] =
+        std::mismatch(m_highlights.cbegin(), m_highlights.cend(), highlights.cbegin(), highlights.cend(), isSame);
+    if (oldFirst == m_highlights.cend() && newFirst == highlights.cend())
+        return false;
+    const auto [oldLast, newLast] = std::mismatch(m_highlights.crbegin(), std::make_reverse_iterator(oldFirst),
+        highlights.crbegin(), std::make_reverse_iterator(newFirst), isSame);
 
     const auto oldBegin = m_passages.begin() + (oldFirst - m_highlights.cbegin());
     const auto oldEnd = m_passages.end() - (oldLast - m_highlights.crbegin());
     std::vector<Passage> changed;
-    std::transform(newFirst, newLast.base(), std::back_inserter(changed), [this](const TextHighlight &highlight) {
-        return passageOf(highlight);
-    });
+    std::transform(newFirst, newLast.base(), std::back_inserter(changed),
+        [this](const TextHighlight &highlight) { return passageOf(highlight); });
 
     std::vector<Stretch> stretches;
     const auto collect = [&stretches](const Passage &passage) {
@@ -97,10 +98,11 @@ void PassageSegments::assign(const QList<TextHighlight> &highlights)
     m_highlights = highlights;
     if (stretches.size() > mostStretches) {
         m_segments = flattened({0, m_textLength});
-        return;
+    } else {
+        for (const Stretch &stretch : stretches)
+            flattenAgain(stretch);
     }
-    for (const Stretch &stretch : stretches)
-        flattenAgain(stretch);
+    return true;
 }
 
 std::span<const PassageSegment> PassageSegments::within(int start, int end) const

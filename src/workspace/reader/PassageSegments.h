@@ -24,8 +24,9 @@ class PassageSegments {
 public:
     /// Forgets everything; from now on passages are cut at `textLength`.
     void reset(qsizetype textLength);
-    /// Takes the next list. Only what differs from the last one is worked out again, unless it is much.
-    void assign(const QList<TextHighlight> &highlights);
+    /// Takes the next list and returns whether it differs from the last one. Only what differs is worked out again,
+    /// unless it is much.
+    bool assign(const QList<TextHighlight> &highlights);
 
     [[nodiscard]] const QList<TextHighlight> &highlights() const { return m_highlights; }
     /// The segments that share a unit with the stretch from `start` to `end`. O(log n).

@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int aboveTitle = 6;
+constexpr int aboveTitle = 10;
 constexpr int belowBlock = 12;
 
 } // namespace

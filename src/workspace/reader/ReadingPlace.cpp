@@ -12,8 +12,7 @@
 #include <algorithm>
 #include <cmath>
 
-ReadingPlace::ReadingPlace(const LazyTextLayout &layout)
-    : m_layout(&layout)
+ReadingPlace::ReadingPlace(const LazyTextLayout &layout) : m_layout(&layout)
 {
     moveToStart();
 }
@@ -55,7 +54,7 @@ void ReadingPlace::show(int first, int last, int viewHeight)
         set(from.block, from.top);
         return;
     }
-    const Line viewTop {m_block, m_offset, m_offset};
+    const Line viewTop{m_block, m_offset, m_offset};
     if (distance(viewTop, to, viewHeight) > viewHeight)
         set(to.block, to.bottom - viewHeight);
 }

@@ -1,0 +1,243 @@
+#include "ShownCodingText.h"
+#include "workspace/reader/LazyTextLayout.h"
+
+#include <QRandomGenerator>
+#include <QTextDocument>
+#include <QWheelEvent>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Paragraphs of all lengths, so that no estimate is right.
+QString unevenText(int count, quint32 seed = 1)
+{
+    QRandomGenerator random(seed);
+    QString text;
+    for (int number = 0; number < count; ++number) {
+        text += u"%1 "_s.arg(number);
+        for (int word = random.bounded(140); word > 0; --word)
+            text += random.bounded(3) ? u"wiw "_s : random.bounded(9) ? u"Warsaw "_s : u"\u4E2D\u6587 "_s;
+        text += u'\n';
+    }
+    return text;
+}
+
+LazyTextLayout &layoutOf(ShownCodingText &shown)
+{
+    return *static_cast<LazyTextLayout *>(shown.view.document()->documentLayout());
+}
+
+/// Where the character stands that is nearest to the middle of the page.
+struct Anchor {
+    explicit Anchor(ShownCodingText &shown)
+        : position(shown.view.characterAt(QPoint(100, shown.view.viewport()->height() / 2))),
+          top(shown.view.characterRectangle(position).top())
+    {
+    }
+    qint64 position;
+    int top;
+};
+
+qint64 topCharacter(const ShownCodingText &shown)
+{
+    return shown.view.characterAt(QPoint(0, 1));
+}
+
+} // namespace
+
+TEST(CodingTextViewScrolling, MovesTheTextByExactlyThePixelsOfEachStep)
+{
+    ShownCodingText shown(unevenText(600));
+    shown.reveal({shown.content.text.size() - 400, 10}); // everything above is only estimated
+    QRandomGenerator random(2);
+    for (int step = 0; step < 300 && shown.scrolled() > 500; ++step) {
+        const Anchor before(shown);
+        const int pixels = random.bounded(1, 200);
+        shown.scrollTo(shown.scrolled() - pixels);
+        ASSERT_EQ(shown.view.characterRectangle(before.position).top(), before.top + pixels) << step;
+    }
+}
+
+TEST(CodingTextViewScrolling, ReachesBothEndsExactly)
+{
+    ShownCodingText shown(unevenText(600));
+    QScrollBar *bar = shown.view.verticalScrollBar();
+    const int page = shown.view.viewport()->height();
+    for (int round = 0; round < 3; ++round) {
+        shown.scrollTo(bar->maximum());
+        EXPECT_EQ(shown.scrolled(), bar->maximum());
+        EXPECT_NEAR(shown.view.characterRectangle(shown.content.text.size()).bottom(), page - 28, 8);
+        shown.scrollTo(bar->maximum() / 2);
+        shown.scrollTo(0);
+        EXPECT_EQ(shown.view.characterRectangle(0).top(), 28);
+    }
+    for (int step = 0; step < 4000 && shown.scrolled() < bar->maximum(); ++step)
+        bar->triggerAction(QScrollBar::SliderPageStepAdd);
+    EXPECT_NEAR(shown.view.characterRectangle(shown.content.text.size()).bottom(), page - 28, 8) << "page by page";
+    for (int step = 0; step < 4000 && shown.scrolled() > 0; ++step)
+        bar->triggerAction(QScrollBar::SliderPageStepSub);
+    EXPECT_EQ(shown.view.characterRectangle(0).top(), 28);
+}
+
+TEST(CodingTextViewScrolling, GoesWhereTheScrollBarSays)
+{
+    ShownCodingText shown(unevenText(2000));
+    for (const double share : {0.25, 0.5, 0.9, 0.1}) {
+        shown.scrollTo(int(shown.view.verticalScrollBar()->maximum() * share));
+        EXPECT_NEAR(double(topCharacter(shown)) / double(shown.content.text.size()), share, 0.05);
+    }
+}
+
+TEST(CodingTextViewScrolling, LaysOutLittle)
+{
+    ShownCodingText shown(unevenText(3000));
+    EXPECT_LT(layoutOf(shown).laidOutCount(), 60);
+    QRandomGenerator random(3);
+    for (int step = 0; step < 200; ++step) {
+        shown.scrollTo(random.bounded(shown.view.verticalScrollBar()->maximum()));
+        ASSERT_LE(layoutOf(shown).laidOutCount(), 161);
+    }
+}
+
+TEST(CodingTextViewScrolling, RevealsAnyRangeFromAnywhereAndShowsItAtTheEdgeItCameFrom)
+{
+    ShownCodingText shown(unevenText(1500));
+    QRandomGenerator random(4);
+    const QRect page = shown.view.viewport()->rect();
+    for (int step = 0; step < 200; ++step) {
+        const TextRange range{random.bounded(int(shown.content.text.size()) - 30), random.bounded(1, 30)};
+        const int before = shown.scrolled();
+        const bool wasInView = page.contains(shown.view.characterRectangle(range.location).adjusted(0, -2, 0, 4))
+            && page.contains(shown.view.characterRectangle(range.end() - 1).adjusted(0, -2, 0, 4));
+        shown.reveal(range);
+        QApplication::processEvents();
+        const QRect first = shown.view.characterRectangle(range.location);
+        const QRect last = shown.view.characterRectangle(range.end() - 1);
+        ASSERT_GE(first.top(), 0) << step;
+        ASSERT_LE(last.bottom(), page.bottom()) << step;
+        const bool isAtAnEdge = first.top() <= 4 || last.bottom() >= page.bottom() - 7;
+        ASSERT_TRUE(wasInView ? shown.scrolled() == before : isAtAnEdge) << step << ": " << first.top();
+    }
+}
+
+TEST(CodingTextViewScrolling, KeepsTheLineAtTheTopWhenTheTextIsWrappedAnew)
+{
+    ShownCodingText shown(unevenText(900));
+    shown.reveal({30'000, 5});
+    const QSize size = shown.view.size();
+    const qint64 top = topCharacter(shown);
+    const int offset = shown.view.characterRectangle(top).top();
+    for (const int width : {400, 300, 900, 650, 1100, 500}) {
+        shown.view.resize(width, size.height());
+        QApplication::processEvents();
+        EXPECT_NEAR(shown.view.characterRectangle(top).top(), offset, 1) << width; // lines stand on half pixels
+    }
+    shown.view.resize(size);
+    QApplication::processEvents();
+    EXPECT_EQ(topCharacter(shown), top) << "and comes back to it";
+}
+
+TEST(CodingTextViewScrolling, KeepsTheLineAtTheTopWhenFontOrStyleChange)
+{
+    ShownCodingText shown(unevenText(900));
+    shown.reveal({30'000, 5});
+    const qint64 top = topCharacter(shown);
+    const QFont font = shown.view.font();
+    QFont larger = font;
+    larger.setPointSizeF(font.pointSizeF() * 1.5);
+    shown.view.setFont(larger);
+    QApplication::processEvents();
+    const QRect rectangle = shown.view.characterRectangle(top);
+    EXPECT_LE(rectangle.top(), 0);
+    EXPECT_GT(rectangle.bottom(), 0);
+    shown.view.setFont(font);
+    QApplication::processEvents();
+    EXPECT_EQ(topCharacter(shown), top);
+    shown.view.setStyleSheet(u"QTextEdit { color: #333333; }"_s);
+    QApplication::processEvents();
+    EXPECT_EQ(topCharacter(shown), top);
+}
+
+TEST(CodingTextViewScrolling, StaysWhenCharactersFarAwayAreAskedFor)
+{
+    ShownCodingText shown(unevenText(900));
+    shown.scrollTo(shown.view.verticalScrollBar()->maximum() / 2);
+    const QImage before = shown.picture();
+    for (qint64 position = 0; position < shown.content.text.size(); position += 997)
+        (void)shown.view.characterRectangle(position);
+    EXPECT_EQ(shown.picture(), before);
+    EXPECT_LE(layoutOf(shown).laidOutCount(), 161);
+}
+
+TEST(CodingTextViewScrolling, FollowsTheCaretToBothEnds)
+{
+    ShownCodingText shown(unevenText(900));
+    shown.press(Qt::Key_End, Qt::ControlModifier);
+    EXPECT_EQ(shown.scrolled(), shown.view.verticalScrollBar()->maximum());
+    EXPECT_EQ(shown.view.selection(), (TextRange{shown.content.text.size(), 0}));
+    shown.press(Qt::Key_Home, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(shown.scrolled(), 0) << "not only as far as the inset";
+    EXPECT_EQ(shown.view.selection(), (TextRange{0, shown.content.text.size()}));
+    const QRect page = shown.view.viewport()->rect();
+    for (int step = 0; step < 100; ++step) {
+        shown.press(Qt::Key_Down);
+        ASSERT_TRUE(page.contains(shown.view.characterRectangle(shown.view.selection().location))) << step;
+    }
+    for (int step = 0; step < 6; ++step) {
+        shown.press(Qt::Key_PageDown);
+        ASSERT_TRUE(page.contains(shown.view.characterRectangle(shown.view.selection().location))) << step;
+    }
+}
+
+TEST(CodingTextViewScrolling, SelectsEverythingWithoutScrolling)
+{
+    ShownCodingText shown(unevenText(900));
+    shown.scrollTo(4000);
+    const Anchor before(shown);
+    shown.press(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(shown.view.characterRectangle(before.position).top(), before.top);
+    EXPECT_EQ(shown.view.selection(), (TextRange{0, shown.content.text.size()}));
+}
+
+TEST(CodingTextViewScrolling, KeepsTheFontWhenTheWheelTurnsWithControl)
+{
+    ShownCodingText shown(unevenText(100));
+    const QFont font = shown.view.font();
+    const QPoint middle = shown.view.viewport()->rect().center();
+    QWheelEvent event(middle, shown.view.viewport()->mapToGlobal(middle), {}, QPoint(0, -240), Qt::NoButton,
+        Qt::ControlModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(shown.view.viewport(), &event);
+    EXPECT_EQ(shown.view.font(), font);
+}
+
+TEST(CodingTextViewScrolling, DrawsAfterScrollingWhatItDrawsAfresh)
+{
+    const QString text = unevenText(400, 9);
+    ShownCodingText shown(text);
+    QRandomGenerator random(10);
+    for (int number = 0; number < 300; ++number)
+        shown.content.highlights.append(
+            {QUuid::createUuid(), {random.bounded(int(text.size())), random.bounded(1, 400)},
+                random.bounded(2) ? u"#FF9500"_s : u"#007AFF"_s, {}});
+    shown.apply();
+    for (int step = 0; step < 40; ++step) {
+        shown.scrollTo(std::max(0, shown.scrolled() + random.bounded(-150, 400)));
+        const QImage seen = shown.view.grab().toImage();
+        shown.view.viewport()->repaint();
+        ASSERT_EQ(seen, shown.view.grab().toImage()) << step;
+    }
+}
+
+TEST(CodingTextViewScrolling, StandsStillOnATextThatFits)
+{
+    ShownCodingText shown(u"Short."_s);
+    EXPECT_EQ(shown.view.verticalScrollBar()->maximum(), 0);
+    shown.press(Qt::Key_PageDown);
+    shown.reveal({0, 3});
+    shown.view.resize(300, 90);
+    QApplication::processEvents();
+    EXPECT_EQ(shown.view.characterRectangle(0).topLeft(), QPoint(32, 28));
+}
