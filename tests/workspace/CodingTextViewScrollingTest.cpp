@@ -98,7 +98,7 @@ TEST(CodingTextViewScrolling, LaysOutLittle)
     QRandomGenerator random(3);
     for (int step = 0; step < 200; ++step) {
         shown.scrollTo(random.bounded(shown.view.verticalScrollBar()->maximum()));
-        ASSERT_LE(layoutOf(shown).laidOutCount(), 161);
+        ASSERT_LE(layoutOf(shown).laidOutCount(), 101);
     }
 }
 
@@ -169,7 +169,7 @@ TEST(CodingTextViewScrolling, StaysWhenCharactersFarAwayAreAskedFor)
     for (qint64 position = 0; position < shown.content.text.size(); position += 997)
         (void)shown.view.characterRectangle(position);
     EXPECT_EQ(shown.picture(), before);
-    EXPECT_LE(layoutOf(shown).laidOutCount(), 161);
+    EXPECT_LE(layoutOf(shown).laidOutCount(), 101);
 }
 
 TEST(CodingTextViewScrolling, FollowsTheCaretToBothEnds)

@@ -53,7 +53,7 @@ QStringList titles(const QMenu &menu)
 QColor behind(ShownCodingText &shown, qint64 position)
 {
     const QRect rectangle = shown.view.characterRectangle(position);
-    return shown.picture().pixelColor(rectangle.center().x(), rectangle.top());
+    return shown.colorAt({rectangle.center().x(), rectangle.top()});
 }
 
 QColor over(const QColor &base, const QColor &color, double alpha)
@@ -381,11 +381,10 @@ TEST(CodingTextView, DrawsBandsInTheColourOfTheLaterPassage)
     EXPECT_TRUE(isNear(behind(shown, 5), over(base, Qt::blue, 0.16))) << behind(shown, 5).name().toStdString();
     EXPECT_TRUE(isNear(behind(shown, 20), base));
     const QRect letter = shown.view.characterRectangle(5);
-    const QImage image = shown.picture();
+    const QColor underline = over(over(base, Qt::blue, 0.16), Qt::blue, 0.9);
     bool isUnderlined = false;
     for (int y = letter.bottom(); y < letter.bottom() + 5; ++y)
-        isUnderlined |=
-            isNear(image.pixelColor(letter.center().x(), y), over(over(base, Qt::blue, 0.16), Qt::blue, 0.9));
+        isUnderlined |= isNear(shown.colorAt({letter.center().x(), y}), underline);
     EXPECT_TRUE(isUnderlined);
 }
 

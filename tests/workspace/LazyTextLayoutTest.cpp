@@ -153,7 +153,7 @@ TEST(LazyTextLayout, KeepsFewBlocksLaidOutAndTheirHeights)
     for (int block = 0; block < lazy.layout->blockCount(); ++block) {
         lazy.layout->layOut(block);
         heights.push_back(lazy.layout->height(block));
-        ASSERT_LE(lazy.layout->laidOutCount(), 161);
+        ASSERT_LE(lazy.layout->laidOutCount(), 101);
         ASSERT_GT(lazy.document.findBlockByNumber(block).layout()->lineCount(), 0) << "what was asked for is there";
     }
     EXPECT_EQ(lazy.document.findBlockByNumber(0).layout()->lineCount(), 0) << "what was long ago isn't";

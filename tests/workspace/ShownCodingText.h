@@ -61,6 +61,12 @@ public:
         return view.viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32);
     }
 
+    [[nodiscard]] QColor colorAt(QPoint point)
+    {
+        const QImage image = picture();
+        return image.pixelColor(point * image.devicePixelRatio());
+    }
+
     CodingTextView view;
     CodingTextView::Content content;
     std::vector<TextRange> reported;

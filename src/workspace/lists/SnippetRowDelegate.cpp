@@ -105,7 +105,7 @@ void SnippetRowDelegate::paintSource(
     QRect text = line;
     const auto dotColor = index.data(dotColorRole).value<QColor>();
     if (dotColor.isValid()) {
-        const QRect dot(line.left(), line.top() + (line.height() - dotSide) / 2, dotSide, dotSide);
+        const QRect dot(line.left(), line.top() + (line.height() - dotSide - 1) / 2, dotSide, dotSide);
         Painting::dot(painter, QStyle::visualRect(direction, line, dot), dotColor);
         text.setLeft(dot.right() + 1 + dotGap);
     }

@@ -1,6 +1,7 @@
 #include "workspace/reader/CodingTextView.h"
 
 #include "workspace/reader/LazyTextLayout.h"
+#include "workspace/reader/ParagraphShape.h"
 #include "workspace/reader/PassagePainter.h"
 
 #include <QScopedValueRollback>
@@ -12,6 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 // How the scroll bar, which counts estimated pixels, and the place in the text, which is exact, stay together.
 

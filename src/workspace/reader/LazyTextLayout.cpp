@@ -144,7 +144,7 @@ void LazyTextLayout::layOut(int number) const
 
 void LazyTextLayout::expectVisible(int blocks) const
 {
-    constexpr size_t usual = 160;
+    constexpr size_t usual = 100;
     m_mostLaidOut = std::max(usual, 2 * size_t(blocks));
 }
 

@@ -13,7 +13,7 @@ class QTextLine;
 struct TextMarks;
 
 /// Lays out a document that never changes, only where it is looked at: every other block has an estimated height. The
-/// text stands in one column, centred on a page whose width is the document's page size. At most about 160 blocks are
+/// text stands in one column, centred on a page whose width is the document's page size. At most about 100 blocks are
 /// laid out at a time; a block that was knows its height from then on, until the width or the font changes.
 ///
 /// Coordinates are the document's, in logical pixels. Blocks stand on whole pixels, so that what is on screen can stay
@@ -86,5 +86,5 @@ private:
     mutable BlockHeights m_heights;
     mutable std::unordered_map<int, quint64> m_laidOut; ///< when each was last looked at
     mutable quint64 m_now = 0;
-    mutable size_t m_mostLaidOut = 160;
+    mutable size_t m_mostLaidOut = 100;
 };

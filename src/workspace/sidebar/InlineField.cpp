@@ -3,12 +3,7 @@
 #include "workspace/theme/FocusRing.h"
 
 #include <QKeyEvent>
-
-namespace {
-
-constexpr int innerMargin = 2; // that QLineEdit leaves beside its text
-
-} // namespace
+#include <QStyleOptionFrame>
 
 InlineField::InlineField(const QString &placeholder, QWidget &list, QWidget *parent) : QLineEdit(parent), m_list(list)
 {
@@ -37,8 +32,18 @@ void InlineField::close()
 
 void InlineField::place(const QRect &name)
 {
-    setGeometry(name.adjusted(-innerMargin, 0, innerMargin, 0));
+    const int margin = textMargin();
+    setGeometry(name.adjusted(-margin, 0, margin, 0));
     setVisible(m_isOpen && !name.isEmpty());
+}
+
+/// What the style and the field itself leave on both sides of the text.
+int InlineField::textMargin() const
+{
+    constexpr int ownMargin = 2;
+    QStyleOptionFrame option;
+    initStyleOption(&option);
+    return style()->subElementRect(QStyle::SE_LineEditContents, &option, this).left() + ownMargin;
 }
 
 void InlineField::keyPressEvent(QKeyEvent *event)

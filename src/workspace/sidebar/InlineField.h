@@ -25,6 +25,8 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
+    [[nodiscard]] int textMargin() const;
+
     QWidget &m_list;
     bool m_isOpen = false;
     bool m_cameByKeyboard = false;

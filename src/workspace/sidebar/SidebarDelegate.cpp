@@ -29,7 +29,7 @@ constexpr int headHeight = 24; ///< without the air above
 constexpr int airAboveFirstHead = 9;
 constexpr int airAboveHead = 13;
 constexpr int hintHeight = 25;
-constexpr int hintPadding = 6;
+constexpr int textPadding = 5; ///< above and below small texts
 constexpr int bookSide = 13;
 constexpr int plusSide = 11;
 constexpr int plusEnd = 28; // a pixel before other marks, so that all of them share an axis
@@ -74,7 +74,7 @@ void paintByItsOwnDirection(QPainter &painter, const QRect &rect, const QFont &f
 
 QRect hintRect(const QRect &row)
 {
-    return row.adjusted(SidebarMetrics::contentLine, 0, -SidebarMetrics::rowInset, 0);
+    return row.adjusted(SidebarMetrics::contentLine, textPadding, -SidebarMetrics::rowInset, 0);
 }
 
 bool isButton(const SidebarRow &row)
@@ -107,13 +107,13 @@ QSize SidebarDelegate::sizeHint(const QStyleOptionViewItem &option, const QModel
         return {0, m_rowHeight};
     if (row.kind == Kind::head) {
         const int air = index.row() == 0 ? airAboveFirstHead : airAboveHead;
-        return {0, std::max(headHeight, QFontMetrics(m_headFont).height() + hintPadding) + air};
+        return {0, std::max(headHeight, QFontMetrics(m_headFont).height() + 2 * textPadding) + air};
     }
     const auto *list = qobject_cast<const QAbstractScrollArea *>(option.widget);
     const int width = hintRect(list != nullptr ? list->viewport()->rect() : option.rect).width();
     const QRect lines =
         QFontMetrics(m_captionFont).boundingRect(QRect(0, 0, width, QWIDGETSIZE_MAX), Qt::TextWordWrap, row.text);
-    return {0, std::max(hintHeight, lines.height() + 2 * hintPadding)};
+    return {0, std::max(hintHeight, lines.height() + 2 * textPadding)};
 }
 
 void SidebarDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
@@ -162,7 +162,7 @@ void SidebarDelegate::paintHint(QPainter &painter, const QRect &rect, const Side
 {
     painter.setPen(Theme::colors().tertiary);
     painter.setFont(m_captionFont);
-    painter.drawText(hintRect(rect), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextWordWrap, row.text);
+    painter.drawText(hintRect(rect), Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, row.text);
 }
 
 void SidebarDelegate::paintContent(

@@ -1,0 +1,135 @@
+#include "workspace/lists/MemoBar.h"
+
+#include "workspace/theme/ThemedTest.h"
+
+#include <QPushButton>
+#include <QTest>
+#include <QTextEdit>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class MemoBarTest : public ThemedTest {
+protected:
+    MemoBarTest() : m_bar(new MemoBar(u"Code memo…"_s))
+    {
+        auto *column = new QVBoxLayout(&m_window);
+        column->addWidget(m_bar);
+        column->addStretch();
+        QObject::connect(m_bar, &MemoBar::committed, m_bar, [this](const QString &text) { m_commits.append(text); });
+        showWindow();
+    }
+    ~MemoBarTest() override { delete m_bar; } // it commits into this
+    [[nodiscard]] QTextEdit &editor() const { return *m_bar->findChild<QTextEdit *>(); }
+    [[nodiscard]] QPushButton &button() const { return *m_bar->findChild<QPushButton *>(); }
+    void clearByKeyboard() const
+    {
+        editor().setFocus();
+        QTest::keyClick(&editor(), Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(&editor(), Qt::Key_Delete);
+    }
+
+    MemoBar *m_bar;
+    QStringList m_commits;
+};
+
+} // namespace
+
+TEST_F(MemoBarTest, EveryKeystrokeIsCommittedOnce)
+{
+    m_bar->setText(u"x"_s);
+    editor().moveCursor(QTextCursor::End);
+    QTest::keyClicks(&editor(), u"ab"_s);
+    QTest::keyClick(&editor(), Qt::Key_Return);
+    QTest::keyClick(&editor(), Qt::Key_Backspace);
+    EXPECT_EQ(m_commits, (QStringList{u"xa"_s, u"xab"_s, u"xab\n"_s, u"xab"_s}));
+    EXPECT_EQ(m_bar->text(), u"xab"_s);
+}
+
+TEST_F(MemoBarTest, ATextThatIsSetIsNotCommittedAndCannotBeUndoneIntoTheNext)
+{
+    m_bar->setText(u"memo of one thing"_s);
+    QTest::keyClicks(&editor(), u"!"_s);
+    m_commits.clear();
+    m_bar->setText(u"memo of another"_s);
+    EXPECT_EQ(m_commits, QStringList());
+    QTest::keyClick(&editor(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(m_commits, QStringList());
+    EXPECT_EQ(editor().toPlainText(), u"memo of another"_s);
+}
+
+TEST_F(MemoBarTest, DisappearingCommitsOnceMoreAndClosesTheEditor)
+{
+    QTest::mouseClick(&button(), Qt::LeftButton);
+    ASSERT_TRUE(editor().isVisible());
+    m_bar->hide();
+    EXPECT_EQ(m_commits, QStringList(QString()));
+    m_bar->show();
+    EXPECT_TRUE(button().isVisible());
+}
+
+TEST_F(MemoBarTest, TextIsKeptToTheLastUnit)
+{
+    const QString memo = u"no\u00A0break \u2028 crlf\r\n\ttab 😀"_s;
+    m_bar->setText(memo);
+    EXPECT_EQ(m_bar->text(), memo); // as long as nothing is typed
+    QTest::keyClicks(&editor(), u"a"_s);
+    EXPECT_TRUE(m_bar->text().startsWith(u"ano\u00A0break "_s)) << m_bar->text().toStdString();
+    EXPECT_TRUE(m_bar->text().endsWith(u"\n\ttab 😀"_s));
+}
+
+TEST_F(MemoBarTest, ClickingTheButtonOpensTheEditorForTyping)
+{
+    EXPECT_EQ(button().text(), u"Code memo…"_s);
+    QTest::mouseClick(&button(), Qt::LeftButton);
+    EXPECT_TRUE(editor().isVisible());
+    EXPECT_TRUE(editor().hasFocus());
+    EXPECT_FALSE(button().isVisible());
+    EXPECT_EQ(editor().accessibleName(), u"Memo"_s);
+    QTest::keyClicks(&editor(), u"a"_s);
+    QTest::keyClick(&editor(), Qt::Key_Tab);
+    EXPECT_FALSE(editor().hasFocus());
+    EXPECT_EQ(m_bar->text(), u"a"_s);
+}
+
+TEST_F(MemoBarTest, ClearingCollapsesOnlyAnEditorThatTheUserDidNotOpen)
+{
+    m_bar->setText(u"content"_s);
+    clearByKeyboard();
+    EXPECT_FALSE(editor().isVisible());
+    EXPECT_TRUE(button().hasFocus()); // the keyboard's place isn't lost
+    EXPECT_EQ(m_commits, QStringList(QString()));
+
+    QTest::mouseClick(&button(), Qt::LeftButton);
+    QTest::keyClicks(&editor(), u"again"_s);
+    clearByKeyboard();
+    EXPECT_TRUE(editor().isVisible());
+    m_bar->setText({}); // also when another thing's memo is shown
+    EXPECT_TRUE(editor().isVisible());
+}
+
+namespace {
+
+struct ContentCase {
+    const char *name;
+    QString text;
+    bool showsEditor;
+};
+class MemoContent : public MemoBarTest, public testing::WithParamInterface<ContentCase> { };
+
+} // namespace
+
+TEST_P(MemoContent, DecidesWhatIsShown)
+{
+    m_bar->setText(GetParam().text);
+    EXPECT_EQ(editor().isVisible(), GetParam().showsEditor);
+    EXPECT_EQ(button().isVisible(), !GetParam().showsEditor);
+}
+
+INSTANTIATE_TEST_SUITE_P(Memos, MemoContent,
+    testing::Values(ContentCase{"nothing", {}, false}, ContentCase{"blanks_are_no_content", u" \t\u3000"_s, false},
+        ContentCase{"line_breaks_are_no_content", u"\n\u2028\r\n"_s, false}, ContentCase{"one_letter", u" a\n"_s, true},
+        ContentCase{"a_zero_width_space_is_content", u"\u200B"_s, true}),
+    rowName);

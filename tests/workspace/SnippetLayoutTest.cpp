@@ -1,0 +1,108 @@
+#include "workspace/lists/SnippetLayout.h"
+
+#include "support/NastyText.h"
+#include "workspace/theme/Fonts.h"
+#include "workspace/theme/ThemedTest.h"
+
+#include <QFontMetricsF>
+#include <QImage>
+#include <QPainter>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+SnippetLayout::Style style(int width = 249)
+{
+    return {.font = Fonts::body(), .width = width};
+}
+
+struct SnippetCase {
+    const char *name;
+    QString passage;
+    int lineCount;
+    bool isCut;
+};
+class Snippet : public ThemedTest, public testing::WithParamInterface<SnippetCase> { };
+
+} // namespace
+
+TEST_P(Snippet, TakesItsLinesAndNoMore)
+{
+    const SnippetLayout snippet(GetParam().passage, style());
+    EXPECT_EQ(snippet.lineCount(), GetParam().lineCount);
+    EXPECT_EQ(snippet.isCut(), GetParam().isCut);
+    EXPECT_EQ(snippet.text().endsWith(u'…'), GetParam().isCut);
+    EXPECT_EQ(snippet.height(), GetParam().lineCount * SnippetLayout::lineHeightOf(style()));
+}
+
+INSTANTIATE_TEST_SUITE_P(Passages, Snippet,
+    testing::Values(SnippetCase{"one_word", u"word"_s, 1, false},
+        SnippetCase{"wraps", u"some words that take up more room than one line"_s, 2, false},
+        SnippetCase{"ends_in_the_third_line", u"ten letter "_s.repeated(8) + u"end"_s, 3, false},
+        SnippetCase{"goes_on", u"ten letter "_s.repeated(20), 3, true},
+        SnippetCase{"one_endless_word", u"x"_s.repeated(1000), 3, true},
+        SnippetCase{"a_book", u"many words "_s.repeated(1'000'000), 3, true},
+        SnippetCase{"chinese_without_blanks", u"最烦的是那种重要通知点开一看全是废话"_s.repeated(9), 3, true},
+        SnippetCase{"line_breaks_are_blanks", u"a\nb\r\nc\u2028d\u2029e\vf"_s, 1, false},
+        SnippetCase{"a_cut_pair_at_the_limit", u"😀"_s.repeated(2000), 3, true},
+        SnippetCase{"right_to_left", u"שלום עולם "_s.repeated(60), 3, true},
+        SnippetCase{"marks_without_width", u"a"_s + u"\u0301"_s.repeated(5000), 1, true}),
+    rowName);
+
+TEST_F(ThemedTest, SnippetsShowTheBeginningOfAnyTextWithinTheirWidth)
+{
+    NastyText nasty(20260301);
+    for (int round = 0; round < 300; ++round) {
+        const QString passage = nasty.next(round);
+        const SnippetLayout snippet(passage, style(nasty.number(1, 400)));
+        EXPECT_LE(snippet.lineCount(), 3);
+        QString shown = snippet.text();
+        if (snippet.isCut())
+            shown.chop(1);
+        ASSERT_LE(shown.size(), passage.size());
+        QImage picture(8, 8, QImage::Format_ARGB32);
+        QPainter painter(&picture);
+        snippet.draw(painter, {}); // whatever the text is made of
+    }
+}
+
+TEST_F(ThemedTest, SnippetsCutFewLettersForTheEllipsis)
+{
+    const QString passage = u"honestly what changed things was writing "_s.repeated(9);
+    for (int width = 120; width < 380; ++width) {
+        const SnippetLayout snippet(passage, style(width));
+        QString shown = snippet.text();
+        ASSERT_TRUE(snippet.isCut());
+        shown.chop(1);
+        EXPECT_TRUE(passage.startsWith(shown)) << width;
+        // With the rest of the word that was cut, and one more, it would have been too long for the three lines.
+        const QString longer = passage.left(passage.indexOf(u' ', passage.indexOf(u' ', shown.size() + 1) + 1));
+        EXPECT_GT(QFontMetricsF(Fonts::body()).horizontalAdvance(longer), width * 2) << width;
+    }
+}
+
+TEST_F(ThemedTest, SnippetsEmphasiseWhatTheySay)
+{
+    QTextCharFormat red;
+    red.setForeground(Qt::red);
+    const auto paint = [&](const QString &passage, const TextRange &emphasis) {
+        QImage picture(260, 60, QImage::Format_RGB32);
+        picture.fill(Qt::white);
+        QPainter painter(&picture);
+        painter.setPen(Qt::black);
+        SnippetLayout(passage, style(), emphasis, red).draw(painter, {});
+        painter.end();
+        int redPixels = 0;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x) {
+                const QColor color = picture.pixelColor(x, y);
+                redPixels += color.red() > 200 && color.green() < 120 ? 1 : 0;
+            }
+        }
+        return redPixels > 0;
+    };
+    EXPECT_TRUE(paint(u"some words"_s, {5, 5}));
+    EXPECT_FALSE(paint(u"some words"_s, {}));
+    EXPECT_FALSE(paint(u"ten letter "_s.repeated(30), {300, 10})); // it lies beyond what is shown
+}
