@@ -9,12 +9,12 @@
 #include <QDragMoveEvent>
 #include <QMimeData>
 #include <QPainter>
+#include <QResizeEvent>
 
 SidebarList::SidebarList(const QString &accessibleName, QWidget *parent) : RowList(accessibleName, parent)
 {
     viewport()->setAutoFillBackground(false);
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent); // painted whole below, so it can be scrolled as a picture
-    setResizeMode(Adjust);
     setAcceptDrops(true);
     setDropIndicatorShown(false);
 }
@@ -24,6 +24,7 @@ void SidebarList::keepScrolled(const std::function<void()> &change)
     const bool scrolls = hasAutoScroll();
     setAutoScroll(false);
     change();
+    executeDelayedItemsLayout(); // painting before it would leave the list empty for a moment
     setAutoScroll(scrolls);
 }
 
@@ -38,15 +39,17 @@ void SidebarList::paintEvent(QPaintEvent *event)
     RowList::paintEvent(event);
 }
 
+/// Lines of text wrap by the width, of which the list itself takes no notice.
+void SidebarList::resizeEvent(QResizeEvent *event)
+{
+    RowList::resizeEvent(event);
+    if (state() == NoState && event->size().width() != event->oldSize().width())
+        doItemsLayout();
+}
+
 void SidebarList::updateGeometries()
 {
     RowList::updateGeometries();
-    Q_EMIT rowsMoved();
-}
-
-void SidebarList::scrollContentsBy(int dx, int dy)
-{
-    RowList::scrollContentsBy(dx, dy);
     Q_EMIT rowsMoved();
 }
 

@@ -14,19 +14,19 @@ public:
 
     /// The row that would take what is being dragged over the list.
     [[nodiscard]] QModelIndex dropTarget() const { return m_dropTarget; }
-    /// Runs `change`, which changes the model, without scrolling to the keyboard's place.
+    /// Runs `change`, which changes the model, and lays the rows out, without scrolling to the keyboard's place.
     void keepScrolled(const std::function<void()> &change);
 
 Q_SIGNALS:
-    /// Rows may stand elsewhere than before.
+    /// Rows may stand elsewhere than before, other than by scrolling, which moves the list's children along.
     void rowsMoved();
 
 protected:
     [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(
         const QModelIndex &index, const QEvent *event) const override;
     void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     void updateGeometries() override;
-    void scrollContentsBy(int dx, int dy) override;
 
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;

@@ -109,7 +109,9 @@ QVariant SidebarModel::data(const QModelIndex &index, int role) const
 
 Qt::ItemFlags SidebarModel::flags(const QModelIndex &index) const
 {
-    if (!index.isValid() || !rowAt(index).acts())
+    if (!index.isValid())
+        return Qt::NoItemFlags;
+    if (!rowAt(index).acts())
         return Qt::ItemNeverHasChildren;
     const Qt::ItemFlags button = Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
     switch (rowAt(index).kind) {

@@ -8,16 +8,15 @@ using Kind = SidebarRow::Kind;
 
 namespace {
 
-QString translated(const char *text)
-{
-    return QCoreApplication::translate("SidebarView", text);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(SidebarView)
+};
 
-SidebarRow fixedRow(Kind kind, const char *text)
+SidebarRow fixedRow(Kind kind, const QString &text)
 {
     SidebarRow row;
     row.kind = kind;
-    row.text = translated(text);
+    row.text = text;
     return row;
 }
 
@@ -47,19 +46,19 @@ SidebarRow codeRow(const FlatCode &line, const QHash<QUuid, qint64> &counts)
 
 SidebarRows sidebarRows(const LibraryStore &store, const OpenFields &fields)
 {
-    SidebarRows rows{fixedRow(Kind::head, "Projects")};
+    SidebarRows rows{fixedRow(Kind::head, Texts::tr("Projects"))};
     for (const Project &project : store.projects().get())
         rows.push_back(projectRow(project, store.projectDocCounts().get()));
-    rows.push_back(fixedRow(Kind::newProject, "New Project…"));
+    rows.push_back(fixedRow(Kind::newProject, Texts::tr("New Project…")));
 
-    rows.push_back(fixedRow(Kind::head, "Codes"));
+    rows.push_back(fixedRow(Kind::head, Texts::tr("Codes")));
     if (store.codes()->isEmpty() && !fields.isAddingCode)
-        rows.push_back(fixedRow(Kind::hint, "Select text in a document to code it"));
+        rows.push_back(fixedRow(Kind::hint, Texts::tr("Select text in a document to code it")));
     for (const FlatCode &line : store.orderedCodes()) {
         rows.push_back(codeRow(line, store.codeCounts().get()));
         rows.back().isEdited = line.id() == fields.renamingCodeID;
     }
-    rows.push_back(fixedRow(Kind::newCode, "New Code…"));
+    rows.push_back(fixedRow(Kind::newCode, Texts::tr("New Code…")));
     rows.back().isEdited = fields.isAddingCode;
     return rows;
 }

@@ -15,6 +15,7 @@
 #include "workspace/theme/ThemeColors.h"
 
 #include <QPainter>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -103,6 +104,7 @@ void SidebarView::connectFields()
 void SidebarView::render()
 {
     m_list->keepScrolled([this] {
+        const QSignalBlocker blocker(m_list); // a line that moves is missing for a moment, and its field would close
         const QModelIndex before = m_list->currentIndex();
         const SidebarRow place = before.isValid() ? SidebarModel::rowAt(before) : SidebarRow();
         m_model->show(

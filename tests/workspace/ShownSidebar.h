@@ -1,0 +1,156 @@
+#pragma once
+
+#include "support/Printing.h"
+#include "support/TestLibrary.h"
+#include "theme/ThemedTest.h"
+#include "workspace/controls/Alert.h"
+#include "workspace/sidebar/InlineField.h"
+#include "workspace/sidebar/SidebarList.h"
+#include "workspace/sidebar/SidebarModel.h"
+#include "workspace/sidebar/SidebarView.h"
+
+#include <QContextMenuEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QTest>
+
+#include <memory>
+#include <stdexcept>
+
+/// The real sidebar over the real store, driven by mouse and keys.
+class ShownSidebar : public ThemedTest {
+protected:
+    /// Codes of these names in the current project.
+    void open(const QStringList &names = {})
+    {
+        library.makeCodes(names);
+        m_view = std::make_unique<SidebarView>(library.store);
+        m_view->setParent(&m_window);
+        m_view->resize(210, 500);
+        showWindow();
+        QApplication::processEvents();
+    }
+    /// "Code 0" and so on.
+    void openMany(int count)
+    {
+        QStringList names;
+        for (int number = 0; number < count; ++number)
+            names.append(QStringLiteral("Code %1").arg(number));
+        open(names);
+    }
+    template <typename Widget>
+    [[nodiscard]] Widget &find(const QString &name = {}) const
+    {
+        auto *found = m_window.findChild<Widget *>(name);
+        if (found == nullptr)
+            throw std::runtime_error("no such widget: " + name.toStdString());
+        return *found;
+    }
+    [[nodiscard]] SidebarView &view() const { return *m_view; }
+    [[nodiscard]] SidebarList &list() const { return find<SidebarList>(); }
+    [[nodiscard]] InlineField &newCodeField() const { return find<InlineField>(QStringLiteral("newCodeField")); }
+    [[nodiscard]] InlineField &renameField() const { return find<InlineField>(QStringLiteral("renameField")); }
+
+    [[nodiscard]] QStringList rows() const
+    {
+        QStringList texts;
+        for (int number = 0; number < list().model()->rowCount(); ++number)
+            texts.append(list().model()->index(number, 0).data().toString());
+        return texts;
+    }
+    [[nodiscard]] QModelIndex row(const QString &text) const
+    {
+        const qsizetype number = rows().indexOf(text);
+        if (number < 0)
+            throw std::runtime_error("no such row: " + text.toStdString());
+        return list().model()->index(int(number), 0);
+    }
+    [[nodiscard]] QPoint middleOf(const QString &text) const { return list().visualRect(row(text)).center(); }
+    /// Of the selected row; empty without one.
+    [[nodiscard]] QString selectedRow() const
+    {
+        const QModelIndexList selected = list().selectionModel()->selectedIndexes();
+        return selected.isEmpty() ? QString() : selected.first().data().toString();
+    }
+    /// Where something is painted first in that row, at `from` or right of it.
+    [[nodiscard]] int leftmostInk(const QString &text, int from) const
+    {
+        const QImage image = list().viewport()->grab(list().visualRect(row(text))).toImage();
+        for (int x = from; x < image.width(); ++x) {
+            for (int y = 0; y < image.height(); ++y) {
+                if (image.pixelColor(x, y) != image.pixelColor(0, 0))
+                    return x;
+            }
+        }
+        return image.width();
+    }
+    void click(const QString &text) const { QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, middleOf(text)); }
+    void moveTo(const QString &text) const
+    {
+        list().setFocus(Qt::TabFocusReason);
+        list().selectionModel()->setCurrentIndex(row(text), QItemSelectionModel::NoUpdate);
+    }
+
+    /// Asks for the row's menu with the right button.
+    [[nodiscard]] QMenu &openMenu(const QString &text) const
+    {
+        return requestMenu(QContextMenuEvent::Mouse, middleOf(text));
+    }
+    [[nodiscard]] QMenu &requestMenu(QContextMenuEvent::Reason reason, const QPoint &place) const
+    {
+        QContextMenuEvent event(reason, place, list().viewport()->mapToGlobal(place));
+        QApplication::sendEvent(list().viewport(), &event);
+        for (auto *menu : m_window.findChildren<QMenu *>()) {
+            if (menu->isVisible() && qobject_cast<QMenu *>(menu->parent()) == nullptr)
+                return *menu;
+        }
+        throw std::runtime_error("no menu has opened");
+    }
+    /// The entry that a path of titles leads to; opens the submenus on its way.
+    [[nodiscard]] static QAction &entry(const QMenu &menu, const QStringList &path)
+    {
+        for (QAction *action : menu.actions()) {
+            if (action->text() != path.first())
+                continue;
+            if (path.size() == 1)
+                return *action;
+            Q_EMIT action->menu()->aboutToShow();
+            return entry(*action->menu(), path.mid(1));
+        }
+        throw std::runtime_error("no such entry: " + path.first().toStdString());
+    }
+    void choose(const QString &text, const QStringList &path)
+    {
+        QMenu &menu = openMenu(text);
+        QAction &action = entry(menu, path);
+        menu.close();
+        action.trigger();
+        QApplication::processEvents();
+        if (!hasAlert())
+            QApplication::setActiveWindow(&m_window); // without a desktop nobody does when the menu has gone
+    }
+
+    [[nodiscard]] Alert &alert() const { return find<Alert>(); }
+    [[nodiscard]] bool hasAlert() const { return m_window.findChild<Alert *>() != nullptr; }
+    [[nodiscard]] QStringList alertButtons() const
+    {
+        QStringList labels;
+        for (const auto *button : alert().findChildren<QPushButton *>())
+            labels.append(button->text());
+        return labels;
+    }
+    void answer(const QString &label) const
+    {
+        for (auto *button : alert().findChildren<QPushButton *>()) {
+            if (button->text() == label)
+                QTest::mouseClick(button, Qt::LeftButton);
+        }
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    TestLibrary library;
+
+private:
+    std::unique_ptr<SidebarView> m_view; // goes before the store and the window
+};

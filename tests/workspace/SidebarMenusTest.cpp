@@ -1,0 +1,170 @@
+#include "ShownSidebar.h"
+
+#include <gmock/gmock.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QStringList titles(const QMenu &menu)
+{
+    QStringList result;
+    for (const QAction *action : menu.actions())
+        result.append(action->isSeparator() ? u"-"_s : action->text());
+    return result;
+}
+
+struct MenuCase {
+    const char *name;
+    QStringList codes;
+    QString row; ///< whose menu is asked for
+    bool isNested; ///< under the first code
+    QStringList entries;
+};
+class SidebarMenu : public ShownSidebar, public testing::WithParamInterface<MenuCase> { };
+using SidebarMenus = ShownSidebar;
+using SidebarDialog = ShownSidebar;
+
+} // namespace
+
+TEST_P(SidebarMenu, OffersWhatCanBeDone)
+{
+    open(GetParam().codes);
+    if (GetParam().isNested)
+        library.store.nestCode(library.code(GetParam().row).id, library.store.codes()->first().id);
+    EXPECT_EQ(titles(openMenu(GetParam().row)), GetParam().entries);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, SidebarMenu,
+    testing::Values(MenuCase{"project", {}, u"Untitled Study"_s, false, {u"Rename Project…"_s}},
+        MenuCase{"code_at_the_top_level", {u"Trust"_s, u"Doubt"_s}, u"Doubt"_s, false,
+            {u"Rename"_s, u"Color"_s, u"-"_s, u"Nest Under"_s, u"Merge Into"_s, u"-"_s, u"Delete…"_s}},
+        MenuCase{"nested_code", {u"Trust"_s, u"Doubt"_s}, u"Doubt"_s, true,
+            {u"Rename"_s, u"Color"_s, u"-"_s, u"Move to Top Level"_s, u"Nest Under"_s, u"Merge Into"_s, u"-"_s,
+                u"Delete…"_s}}),
+    rowName);
+
+TEST_F(SidebarMenus, OfferThePaletteWithDots)
+{
+    open({u"Trust"_s});
+    const QMenu &colors = *entry(openMenu(u"Trust"_s), {u"Color"_s}).menu();
+    EXPECT_EQ(titles(colors),
+        (QStringList{u"Indigo"_s, u"Blue"_s, u"Teal"_s, u"Green"_s, u"Yellow"_s, u"Orange"_s, u"Pink"_s, u"Purple"_s,
+            u"Gray"_s}));
+    for (const QAction *action : colors.actions())
+        EXPECT_FALSE(action->icon().isNull()) << action->text().toStdString();
+}
+
+TEST_F(SidebarMenus, OfferTheOtherCodesOldestFirstUnderTheirWholeNames)
+{
+    open({u"Zeal"_s, u"Trust"_s, u"Tools & friction"_s});
+    QMenu &menu = openMenu(u"Trust"_s);
+    for (const QString &submenu : {u"Nest Under"_s, u"Merge Into"_s}) {
+        QMenu &codes = *entry(menu, {submenu}).menu();
+        for (int times = 0; times < 2; ++times)
+            Q_EMIT codes.aboutToShow();
+        EXPECT_EQ(titles(codes), (QStringList{u"Zeal"_s, u"Tools && friction"_s})) << "no letter is underlined";
+    }
+}
+
+TEST_F(SidebarMenus, OfferNothingToNestUnderWithoutAnotherCode)
+{
+    open({u"Trust"_s});
+    QMenu &menu = openMenu(u"Trust"_s);
+    for (const QString &submenu : {u"Nest Under"_s, u"Merge Into"_s}) {
+        QAction &action = entry(menu, {submenu});
+        Q_EMIT action.menu()->aboutToShow();
+        EXPECT_TRUE(action.menu()->isEmpty());
+        EXPECT_FALSE(action.isEnabled());
+    }
+}
+
+TEST_F(SidebarMenus, ComeWithoutSelectingAndForTheKeyboardToo)
+{
+    open({u"Trust"_s});
+    moveTo(u"Trust"_s);
+    const QMenu &menu = requestMenu(QContextMenuEvent::Keyboard, {});
+    EXPECT_EQ(titles(menu).first(), u"Rename"_s);
+    EXPECT_EQ(selectedRow(), u"Untitled Study"_s);
+}
+
+TEST_F(SidebarMenus, ChangeTheColourAndThePlaceOfACode)
+{
+    open({u"Trust"_s, u"Doubt"_s});
+    choose(u"Trust"_s, {u"Color"_s, u"Gray"_s});
+    EXPECT_EQ(library.code(u"Trust"_s).colorHex, u"#8E8E93"_s);
+    choose(u"Doubt"_s, {u"Nest Under"_s, u"Trust"_s});
+    EXPECT_EQ(library.code(u"Doubt"_s).parentID, library.code(u"Trust"_s).id);
+    choose(u"Doubt"_s, {u"Move to Top Level"_s});
+    EXPECT_FALSE(library.code(u"Doubt"_s).parentID.has_value());
+}
+
+TEST_F(SidebarDialog, AsksBeforeItDeletes)
+{
+    open({u"Trust"_s});
+    const QStringList path{u"Delete…"_s};
+    choose(u"Trust"_s, path);
+    EXPECT_EQ(alert().windowTitle(), u"Delete “Trust”?"_s);
+    EXPECT_EQ(alert().accessibleDescription(),
+        u"“Trust” and all its coded excerpts will be removed. This can't be undone."_s);
+    EXPECT_EQ(alertButtons(), (QStringList{u"Cancel"_s, u"Delete"_s}));
+    answer(u"Cancel"_s);
+    EXPECT_FALSE(hasAlert());
+    EXPECT_TRUE(rows().contains(u"Trust"_s));
+    choose(u"Trust"_s, path);
+    answer(u"Delete"_s);
+    EXPECT_FALSE(rows().contains(u"Trust"_s));
+}
+
+TEST_F(SidebarDialog, TellsWhatMergingMovesAndCountsTheSourceOnly)
+{
+    open({u"100% %2"_s, u"Doubt"_s});
+    const Document document = library.paste(u"Notes"_s, u"one two three"_s);
+    library.store.assignCode(library.code(u"100% %2"_s), document, {0, 3});
+    library.store.assignCode(library.code(u"100% %2"_s), document, {4, 3});
+    library.store.assignCode(library.code(u"Doubt"_s), document, {8, 5});
+    const QStringList path{u"Merge Into"_s, u"Doubt"_s};
+    choose(u"100% %2"_s, path);
+    EXPECT_EQ(alert().windowTitle(), u"Merge Codes?"_s);
+    EXPECT_EQ(alert().accessibleDescription(),
+        u"“100% %2” will be merged into “Doubt”: 2 coded excerpts move over, then “100% %2” is removed."_s);
+    EXPECT_EQ(alertButtons(), (QStringList{u"Cancel"_s, u"Merge"_s}));
+    answer(u"Cancel"_s);
+    EXPECT_EQ(library.store.codes()->size(), 2);
+    choose(u"100% %2"_s, path);
+    answer(u"Merge"_s);
+    EXPECT_EQ(library.store.codes()->size(), 1);
+    EXPECT_EQ(library.store.codeCounts()->value(library.code(u"Doubt"_s).id), 3);
+}
+
+TEST_F(SidebarDialog, RenamesAProject)
+{
+    open();
+    choose(u"Untitled Study"_s, {u"Rename Project…"_s});
+    EXPECT_EQ(alert().windowTitle(), u"Rename “Untitled Study”"_s);
+    EXPECT_EQ(alert().accessibleDescription(), QString());
+    EXPECT_EQ(alertButtons(), (QStringList{u"Cancel"_s, u"Rename"_s}));
+    auto &field = *alert().findChild<QLineEdit *>();
+    EXPECT_EQ(field.text(), u"Untitled Study"_s);
+    EXPECT_EQ(field.placeholderText(), u"Project name"_s);
+    field.setText(u"Offices"_s);
+    answer(u"Rename"_s);
+    EXPECT_TRUE(rows().contains(u"Offices"_s));
+    EXPECT_EQ(library.store.project()->value().name, u"Offices"_s);
+}
+
+TEST_F(SidebarDialog, MakesAProjectAndGoesThere)
+{
+    open({u"Trust"_s});
+    click(u"New Project…"_s);
+    EXPECT_EQ(alert().windowTitle(), u"New Project"_s);
+    EXPECT_EQ(alert().accessibleDescription(), u"Projects keep their own documents, codes, and memos."_s);
+    EXPECT_EQ(alertButtons(), (QStringList{u"Cancel"_s, u"Create"_s}));
+    auto &field = *alert().findChild<QLineEdit *>();
+    EXPECT_EQ(field.placeholderText(), u"Project name"_s);
+    EXPECT_EQ(field.text(), QString());
+    field.setText(u"Second"_s);
+    answer(u"Create"_s);
+    EXPECT_EQ(selectedRow(), u"Second"_s);
+    EXPECT_FALSE(rows().contains(u"Trust"_s)) << "a project has codes of its own";
+}
