@@ -7,8 +7,11 @@
 #include "workspace/controls/ColumnSplitter.h"
 #include "workspace/lists/DocumentListView.h"
 #include "workspace/lists/ExcerptListView.h"
+#include "workspace/lists/ListMetrics.h"
 #include "workspace/reader/ReaderPane.h"
 #include "workspace/reader/ReaderView.h"
+#include "workspace/results/QueryResultsView.h"
+#include "workspace/sheets/SheetPresenter.h"
 #include "workspace/sidebar/SidebarView.h"
 #include "workspace/theme/Metrics.h"
 #include "workspace/theme/Symbols.h"
@@ -24,7 +27,6 @@ namespace {
 
 constexpr QSize defaultSize{1180, 780};
 constexpr int sidebarWidth = 210;
-constexpr int listWidth = 285;
 constexpr int toolbarSide = 14;
 
 } // namespace
@@ -34,12 +36,16 @@ RootView::RootView(LibraryStore &store)
       m_lists(new QStackedWidget),
       m_documents(new DocumentListView(store)),
       m_excerpts(new ExcerptListView(store)),
+      m_queryResults(new QueryResultsView(store)),
       m_reader(new ReaderPane(store)),
       m_import(new QPushButton(Symbols::icon(u"plus"_s), u"Import"_s))
 {
     setWindowTitle(u"Vorn"_s);
-    m_lists->addWidget(m_documents);
-    m_lists->addWidget(m_excerpts);
+    for (QWidget *list : std::initializer_list<QWidget *>{m_documents, m_excerpts, m_queryResults})
+        m_lists->addWidget(list);
+    // A stack takes its least width from its pages, but not its greatest.
+    m_lists->setMinimumWidth(ListMetrics::leastColumnWidth);
+    m_lists->setMaximumWidth(ListMetrics::greatestColumnWidth);
 
     auto *columns = new ColumnSplitter;
     columns->addWidget(new SidebarView(store));
@@ -52,9 +58,11 @@ RootView::RootView(LibraryStore &store)
     Menus::build(*this, store);
     m_banner = new StatusBanner(store, this);
     new ErrorAlert(store, *this);
+    new SheetPresenter(store, *this);
 
     resize(defaultSize);
-    columns->setSizes({sidebarWidth, listWidth, defaultSize.width() - sidebarWidth - listWidth});
+    columns->setSizes({sidebarWidth, ListMetrics::usualColumnWidth,
+        defaultSize.width() - sidebarWidth - ListMetrics::usualColumnWidth});
     connect(&m_store.sidebarSelection(), &Notifier::changed, this, &RootView::renderSelection);
     renderSelection();
 }
@@ -88,14 +96,20 @@ QWidget *RootView::buildReaderColumn()
 void RootView::renderSelection()
 {
     const std::optional<SidebarSelection> selection = m_store.sidebarSelection().get();
-    if (const auto *code = selection ? std::get_if<CodeSelection>(&*selection) : nullptr) {
-        m_excerpts->setCodeID(code->codeID);
-        m_lists->setCurrentWidget(m_excerpts);
-        return;
-    }
-    m_lists->setCurrentWidget(m_documents);
+    m_lists->setCurrentWidget(selection ? listFor(*selection) : m_documents);
     if (const auto *project = selection ? std::get_if<ProjectSelection>(&*selection) : nullptr)
         m_store.selectProject(project->projectID);
+}
+
+QWidget *RootView::listFor(const SidebarSelection &selection)
+{
+    if (const auto *code = std::get_if<CodeSelection>(&selection)) {
+        m_excerpts->setCodeID(code->codeID);
+        return m_excerpts;
+    }
+    if (std::holds_alternative<QuerySelection>(selection))
+        return m_queryResults;
+    return m_documents;
 }
 
 void RootView::openFindBar()

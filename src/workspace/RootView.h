@@ -1,5 +1,7 @@
 #pragma once
 
+#include "library/SidebarSelection.h"
+
 #include <QMainWindow>
 
 class DocumentListView;
@@ -7,6 +9,7 @@ class ExcerptListView;
 class LibraryStore;
 class QPushButton;
 class QStackedWidget;
+class QueryResultsView;
 class ReaderPane;
 class StatusBanner;
 
@@ -27,11 +30,14 @@ protected:
 private:
     [[nodiscard]] QWidget *buildReaderColumn();
     void renderSelection();
+    /// What the middle shows for what the sidebar has selected, made ready for it.
+    [[nodiscard]] QWidget *listFor(const SidebarSelection &selection);
 
     LibraryStore &m_store;
     QStackedWidget *m_lists;
     DocumentListView *m_documents;
     ExcerptListView *m_excerpts;
+    QueryResultsView *m_queryResults;
     ReaderPane *m_reader;
     QPushButton *m_import;
     StatusBanner *m_banner;
