@@ -14,6 +14,7 @@
 #include "workspace/sheets/SheetPresenter.h"
 #include "workspace/sidebar/SidebarView.h"
 #include "workspace/theme/Metrics.h"
+#include "workspace/theme/Roles.h"
 #include "workspace/theme/Symbols.h"
 
 #include <QHBoxLayout>
@@ -26,7 +27,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize defaultSize{1180, 780};
-constexpr int sidebarWidth = 210;
+constexpr int sidebarWidth = 209; // with its hairline 210
 constexpr int toolbarSide = 14;
 
 } // namespace
@@ -70,6 +71,7 @@ RootView::RootView(LibraryStore &store)
 QWidget *RootView::buildReaderColumn()
 {
     m_import->setObjectName(u"import"_s);
+    setRole(*m_import, ButtonRole::bordered, ButtonSize::small);
     m_import->setToolTip(u"Import documents (txt · md · docx · rtf · pdf)"_s);
     connect(m_import, &QPushButton::clicked, this, [this] { m_store.presentImportPanel(); });
     connect(&m_store.isImporting(), &Notifier::changed, this,

@@ -7,10 +7,14 @@
 #include "workspace/theme/Theme.h"
 #include "workspace/theme/ThemeColors.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QPushButton>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -19,8 +23,8 @@ constexpr int titleHeight = 24;
 constexpr int descriptionGap = 4;
 constexpr int descriptionLine = 17;
 constexpr int buttonsGap = 17;
-constexpr int sidePadding = 24;
-constexpr int descriptionInset = 8; // a title may be wider than what explains it
+constexpr int sidePadding = 28;
+constexpr double belowTitle = .5275; // of the window's height, so that neighbouring columns agree
 
 class Icon final : public QWidget {
 public:
@@ -45,6 +49,7 @@ private:
 EmptyState::EmptyState(
     const QString &symbol, int iconSize, const QString &title, const QString &description, QWidget *parent)
     : QWidget(parent),
+      m_aboveTitle(iconSize + iconGap),
       m_column(new QVBoxLayout(this)),
       m_buttons(new QVBoxLayout),
       m_title(new Paragraph(title, Fonts::thirdTitle(), Symbols::Tint::text, titleHeight, this)),
@@ -78,7 +83,7 @@ void EmptyState::setTitle(const QString &title)
 void EmptyState::setDescription(const QString &description)
 {
     m_description->setText(description);
-    m_description->setContentsMargins(descriptionInset, descriptionGap, descriptionInset, 0);
+    m_description->setContentsMargins(0, descriptionGap, 0, 0);
     m_description->setVisible(!description.isEmpty());
 }
 
@@ -87,4 +92,30 @@ void EmptyState::addButton(QPushButton *button)
     if (m_buttons->isEmpty())
         m_buttons->setContentsMargins(0, buttonsGap, 0, 0);
     m_buttons->addWidget(button);
+}
+
+bool EmptyState::event(QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::Resize:
+    case QEvent::Show:
+    case QEvent::LayoutRequest:
+        placeTitle();
+        break;
+    default:
+        break;
+    }
+    return QWidget::event(event);
+}
+
+/// The free height is shared out between the first and the last item of the column.
+void EmptyState::placeTitle()
+{
+    const int content =
+        m_column->hasHeightForWidth() ? m_column->heightForWidth(width()) : m_column->sizeHint().height();
+    const int free = std::max(0, height() - content);
+    const double middle = height() - window()->height() * belowTitle; // columns end where the window does
+    const int above = std::clamp(int(std::lround(middle)) - m_aboveTitle - titleHeight / 2, 0, free);
+    m_column->setStretch(0, above);
+    m_column->setStretch(m_column->count() - 1, free - above);
 }

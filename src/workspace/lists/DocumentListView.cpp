@@ -78,7 +78,6 @@ void DocumentListView::addPages()
     m_noResults =
         new EmptyState(u"magnifyingglass"_s, iconSize, {}, tr("Check the spelling or try a new search."), m_pages);
     m_noResults->setObjectName(u"noResults"_s);
-    centreInColumn(*m_noResults);
     for (QWidget *page : std::initializer_list<QWidget *>{m_list, m_welcome, m_noResults})
         m_pages->addWidget(page);
     body().addWidget(m_pages);
@@ -89,7 +88,6 @@ EmptyState *DocumentListView::makeWelcome()
     auto *welcome = new EmptyState(u"text.book.closed"_s, iconSize, tr("No Documents Yet"),
         tr("Import interviews, field notes, or articles\n(txt · md · docx · pdf) to begin."), m_pages);
     welcome->setObjectName(u"noDocuments"_s);
-    centreInColumn(*welcome);
     auto *import = new QPushButton(tr("Import Documents…"), welcome);
     setRole(*import, ButtonRole::prominent);
     connect(import, &QPushButton::clicked, this, [this] { m_store.presentImportPanel(); });

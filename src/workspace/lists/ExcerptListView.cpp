@@ -44,7 +44,6 @@ ExcerptListView::ExcerptListView(LibraryStore &store, QWidget *parent)
     m_content = makeContent();
     m_notFound = new EmptyState(u"questionmark.circle"_s, iconSize, tr("Code Not Found"), {}, m_pages);
     m_notFound->setObjectName(u"codeNotFound"_s);
-    centreInColumn(*m_notFound);
     m_pages->addWidget(m_content);
     m_pages->addWidget(m_notFound);
     body().addWidget(m_pages);

@@ -74,11 +74,6 @@ void ListColumn::addBackRow(LibraryStore &store, QVBoxLayout &column)
     column.addLayout(row);
 }
 
-void ListColumn::centreInColumn(QWidget &page) const
-{
-    page.setContentsMargins(0, 0, 0, Metrics::columnHeadHeight);
-}
-
 void ListColumn::invalidate()
 {
     m_isStale = !isVisible();

@@ -32,8 +32,6 @@ protected:
     PlainButton *makeBackButton(LibraryStore &store);
     /// Puts that button as a row of its own on top of `column`, close under the head.
     void addBackRow(LibraryStore &store, QVBoxLayout &column);
-    /// Keeps room at the bottom of `page`, so that its middle is that of the whole column.
-    void centreInColumn(QWidget &page) const;
 
     void showEvent(QShowEvent *event) override;
 

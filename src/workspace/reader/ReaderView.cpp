@@ -13,6 +13,7 @@
 #include "workspace/theme/Theme.h"
 #include "workspace/theme/ThemeColors.h"
 
+#include <QApplication>
 #include <QHash>
 #include <QPainter>
 #include <QPushButton>
@@ -23,7 +24,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int aboveTitle = 10;
-constexpr int belowBlock = 12;
+constexpr int aboveMemo = 6; // the memo has some air of its own
+constexpr int belowMemo = 8;
 
 } // namespace
 
@@ -50,16 +52,20 @@ ReaderView::ReaderView(LibraryStore &store, QWidget *parent)
     connect(m_text, &CodingTextView::removeCodingRequested, this, &ReaderView::removeCoding);
     connect(m_selectionBar, &SelectionBar::addRequested, this, &ReaderView::openPicker);
     connect(m_hint, &CodingHint::dismissed, this, [this] { m_store.codingHintDismissed().set(true); });
+    connect(qApp, &QApplication::focusChanged, this, &ReaderView::renderSelectionBar);
     connectStore();
     renderHint();
 }
 
 void ReaderView::buildLayout()
 {
-    auto *block = new ReadingColumn(this);
+    constexpr int outdent = MemoBar::labelInset; // the memo's label stands where the text begins, its button does not
+    auto *block = new ReadingColumn(this, outdent);
+    m_header->setContentsMargins(outdent, 0, 0, 0);
+    m_memo->setEditorInset(outdent);
     auto *blockColumn = new QVBoxLayout(block);
-    blockColumn->setContentsMargins(0, aboveTitle, 0, belowBlock);
-    blockColumn->setSpacing(belowBlock);
+    blockColumn->setContentsMargins(0, aboveTitle, 0, belowMemo);
+    blockColumn->setSpacing(aboveMemo);
     blockColumn->addWidget(m_header);
     blockColumn->addWidget(m_memo);
 
@@ -165,7 +171,14 @@ void ReaderView::noticeSelection(TextRange range)
 void ReaderView::setSelection(const std::optional<TextRange> &selection)
 {
     m_selection = selection;
-    m_selectionBar->showLength(selection ? selection->length : 0);
+    renderSelectionBar();
+}
+
+/// While the user goes from match to match the bar would only spring up and down; it comes when she is done.
+void ReaderView::renderSelectionBar()
+{
+    const bool isFinding = m_findBar->isAncestorOf(QApplication::focusWidget());
+    m_selectionBar->showLength(m_selection && !isFinding ? m_selection->length : 0);
 }
 
 void ReaderView::openPicker()

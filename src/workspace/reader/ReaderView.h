@@ -47,6 +47,7 @@ private:
     void renderHint();
     void placeOverlays();
     void noticeSelection(TextRange range);
+    void renderSelectionBar();
     void setSelection(const std::optional<TextRange> &selection);
     void openPicker();
     void closePicker();

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-ReadingColumn::ReadingColumn(QWidget *parent) : QWidget(parent)
+ReadingColumn::ReadingColumn(QWidget *parent, int outdent) : QWidget(parent), m_outdent(outdent)
 {
     if (parent != nullptr)
         parent->installEventFilter(this);
@@ -30,5 +30,5 @@ void ReadingColumn::centre()
     if (parentWidget() == nullptr)
         return;
     const int side = std::max(sideMargin, (parentWidget()->width() - textWidth) / 2);
-    setContentsMargins(side, 0, side, 0);
+    setContentsMargins(side - m_outdent, 0, side, 0);
 }

@@ -11,7 +11,8 @@ public:
     static constexpr int sideMargin = 32;
     static constexpr int textWidth = 660;
 
-    explicit ReadingColumn(QWidget *parent);
+    /// `outdent` is how far what it holds begins before the text, in logical pixels.
+    explicit ReadingColumn(QWidget *parent, int outdent = 0);
 
 protected:
     bool event(QEvent *event) override;
@@ -19,4 +20,6 @@ protected:
 
 private:
     void centre();
+
+    const int m_outdent;
 };
