@@ -21,8 +21,8 @@ QVariant ExcerptListModel::data(const QModelIndex &index, int role) const
         return u"%1, %2"_s.arg(shown.snippet, shown.documentTitle);
     case SnippetRowDelegate::documentTitleRole:
         return shown.documentTitle;
-    case SnippetRowDelegate::dotColorRole:
-        return m_color;
+    case SnippetRowDelegate::dotColorsRole:
+        return QVariant::fromValue(QList{m_color});
     default:
         return {};
     }

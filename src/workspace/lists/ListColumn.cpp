@@ -62,6 +62,15 @@ PlainButton *ListColumn::makeBackButton(LibraryStore &store)
     return button;
 }
 
+void ListColumn::addBackButton(LibraryStore &store)
+{
+    QMargins margins = m_head->contentsMargins();
+    margins.setLeft(backButtonLeft);
+    m_head->setContentsMargins(margins);
+    m_head->addWidget(makeBackButton(store));
+    m_head->addStretch();
+}
+
 void ListColumn::addBackRow(LibraryStore &store, QVBoxLayout &column)
 {
     QMargins headMargins = m_head->contentsMargins();

@@ -30,6 +30,8 @@ protected:
     ElidedLabel *addTitle(const QString &title);
     /// The way back to the documents; without a place yet.
     PlainButton *makeBackButton(LibraryStore &store);
+    /// Puts that button into the head of a view that has no title.
+    void addBackButton(LibraryStore &store);
     /// Puts that button as a row of its own on top of `column`, close under the head.
     void addBackRow(LibraryStore &store, QVBoxLayout &column);
 

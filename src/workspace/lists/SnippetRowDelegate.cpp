@@ -22,6 +22,7 @@ constexpr int sourceGap = 5;
 constexpr int sourceHeight = 14;
 constexpr int dotSide = 6;
 constexpr int dotGap = 5;
+constexpr int leastTitleWidth = 60; // many dots leave that much room
 /// The first row keeps this distance from the line above the list.
 constexpr int firstRowGap = 6;
 
@@ -102,14 +103,22 @@ void SnippetRowDelegate::paintSeparator(
 void SnippetRowDelegate::paintSource(
     QPainter &painter, const QRect &line, Qt::LayoutDirection direction, const QModelIndex &index) const
 {
-    QRect text = line;
-    const auto dotColor = index.data(dotColorRole).value<QColor>();
-    if (dotColor.isValid()) {
-        const QRect dot(line.left(), line.top() + (line.height() - dotSide - 1) / 2, dotSide, dotSide);
-        Painting::dot(painter, QStyle::visualRect(direction, line, dot), dotColor);
-        text.setLeft(dot.right() + 1 + dotGap);
-    }
+    const QRect text = paintDots(painter, line, direction, index.data(dotColorsRole).value<QList<QColor>>());
     painter.setPen(Theme::colors().secondary);
     RowText::paint(painter, QStyle::visualRect(direction, line, text), m_sourceFont,
         index.data(documentTitleRole).toString(), direction);
+}
+
+QRect SnippetRowDelegate::paintDots(
+    QPainter &painter, const QRect &line, Qt::LayoutDirection direction, const QList<QColor> &colors)
+{
+    QRect rest = line;
+    for (const QColor &color : colors) {
+        if (rest.width() < leastTitleWidth)
+            break;
+        const QRect dot(rest.left(), line.top() + (line.height() - dotSide - 1) / 2, dotSide, dotSide);
+        Painting::dot(painter, QStyle::visualRect(direction, line, dot), color);
+        rest.setLeft(dot.right() + 1 + dotGap);
+    }
+    return rest;
 }

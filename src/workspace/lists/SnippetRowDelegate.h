@@ -7,8 +7,8 @@
 
 class SnippetLayout;
 
-/// Paints the rows of a `SnippetList`: the beginning of a passage, and below it the title of its document, with the dot
-/// of its code before it where it has one.
+/// Paints the rows of a `SnippetList`: the beginning of a passage, and below it the title of its document, with the
+/// dots of its codes before it where it has some.
 class SnippetRowDelegate final : public QStyledItemDelegate {
     Q_OBJECT
 
@@ -16,10 +16,13 @@ public:
     /// What a model gives beside the passage, its `Qt::DisplayRole`.
     enum Role {
         documentTitleRole = Qt::UserRole + 1, ///< QString
-        dotColorRole, ///< QColor; invalid for no dot
+        dotColorsRole, ///< QList<QColor>; none after the first `mostDots` is asked for
         emphasisStartRole, ///< qint64, UTF-16 code units; see emphasisLengthRole
         emphasisLengthRole, ///< qint64; 0 for no emphasis
     };
+
+    /// More than a row has room for.
+    static constexpr qsizetype mostDots = 64;
 
     explicit SnippetRowDelegate(QObject *parent = nullptr);
 
@@ -34,6 +37,9 @@ private:
     void paintSeparator(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index) const;
     void paintSource(
         QPainter &painter, const QRect &line, Qt::LayoutDirection direction, const QModelIndex &index) const;
+    /// Returns what they leave of the line for the title.
+    [[nodiscard]] static QRect paintDots(
+        QPainter &painter, const QRect &line, Qt::LayoutDirection direction, const QList<QColor> &colors);
 
     QFont m_snippetFont;
     QFont m_sourceFont;

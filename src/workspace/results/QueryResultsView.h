@@ -2,7 +2,13 @@
 
 #include "workspace/lists/ListColumn.h"
 
-/// The passages that the last query found, below the query in words.
+class EmptyState;
+class QStackedWidget;
+class QueryResultsModel;
+class QuerySummary;
+class SnippetList;
+
+/// The last query in words, and every passage that it found.
 class QueryResultsView final : public ListColumn {
     Q_OBJECT
 
@@ -11,4 +17,18 @@ public:
 
 protected:
     void render() override;
+
+private:
+    void addHeader();
+    void addPages();
+    void renderResults();
+    void reveal(const QModelIndex &index);
+
+    LibraryStore &m_store;
+    QueryResultsModel *m_model;
+    QuerySummary *m_summary;
+    ElidedLabel *m_count;
+    QStackedWidget *m_pages;
+    SnippetList *m_list = nullptr;
+    EmptyState *m_noMatches = nullptr;
 };

@@ -1,11 +1,85 @@
 #include "workspace/sheets/PasteSheet.h"
 
+#include "library/LibraryStore.h"
+#include "workspace/controls/Paragraph.h"
+#include "workspace/sheets/PasteEditor.h"
+#include "workspace/theme/Fonts.h"
+#include "workspace/theme/Metrics.h"
+#include "workspace/theme/Roles.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int sheetWidth = 560;
+constexpr int padding = Metrics::dialogPadding + 1; // and the edge
+constexpr int spacing = 16;
+constexpr int fieldSpacing = 8;
+constexpr int titleHeight = 18;
 
 } // namespace
 
-PasteSheet::PasteSheet(LibraryStore &, QWidget &window) : Sheet(window, sheetWidth)
+PasteSheet::PasteSheet(LibraryStore &store, QWidget &window)
+    : Sheet(window, sheetWidth),
+      m_store(store),
+      m_title(new QLineEdit(this)),
+      m_text(new PasteEditor(this))
 {
+    setWindowTitle(tr("Paste a Document"));
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(padding, padding, padding, padding);
+    column->setSpacing(spacing);
+    column->addWidget(new Paragraph(tr("Paste a Document"), Fonts::headline(), Symbols::Tint::text, titleHeight, this));
+    addFields(*column);
+    addButtons(*column);
+    m_text->setFocus();
+
+    const auto renderButton = [this] { m_add->setEnabled(!m_text->isBlank()); };
+    connect(m_text, &QPlainTextEdit::textChanged, this, renderButton);
+    connect(this, &QDialog::accepted, this, &PasteSheet::addDocument);
+    renderButton();
+}
+
+void PasteSheet::addFields(QVBoxLayout &column)
+{
+    m_title->setObjectName(u"pasteTitle"_s);
+    m_title->setPlaceholderText(tr("Title (optional)"));
+    m_title->setAccessibleName(tr("Title"));
+    m_text->setObjectName(u"pasteText"_s);
+    m_text->setAccessibleName(tr("Text"));
+    auto *fields = new QVBoxLayout;
+    fields->setSpacing(fieldSpacing);
+    fields->addWidget(m_title);
+    fields->addWidget(m_text, 1);
+    column.addLayout(fields);
+}
+
+void PasteSheet::addButtons(QVBoxLayout &column)
+{
+    auto *cancel = new QPushButton(tr("Cancel"), this);
+    cancel->setObjectName(u"cancel"_s);
+    cancel->setAutoDefault(false); // Return always means the other one
+    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    m_add = new QPushButton(tr("Add"), this);
+    m_add->setObjectName(u"add"_s);
+    m_add->setDefault(true);
+    setRole(*m_add, ButtonRole::prominent);
+    connect(m_add, &QPushButton::clicked, this, &QDialog::accept);
+
+    auto *buttons = new QHBoxLayout;
+    buttons->setSpacing(Metrics::controlSpacing);
+    buttons->addStretch();
+    buttons->addWidget(cancel);
+    buttons->addWidget(m_add);
+    column.addLayout(buttons);
+}
+
+/// When the sheet has closed, so that a failure is told over the window.
+void PasteSheet::addDocument()
+{
+    m_store.addPastedDocument(m_title->text(), m_text->text());
 }

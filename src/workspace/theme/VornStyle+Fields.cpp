@@ -51,7 +51,9 @@ void VornStyle::drawFrame(const QStyleOption &option, QPainter &painter, const Q
     const auto *area = qobject_cast<const QAbstractScrollArea *>(widget);
     if (area != nullptr && area->hasFocus())
         own.state |= State_HasFocus;
-    paintEditor(painter, option.rect, Metrics::memoRadius, own.state);
+    const auto *outlined = dynamic_cast<const HasFocusOutline *>(widget);
+    const double radius = outlined != nullptr ? outlined->focusOutline().radius : Metrics::memoRadius;
+    paintEditor(painter, option.rect, radius, own.state);
 }
 
 void VornStyle::drawFocusFrame(const QStyleOption &option, QPainter &painter, const QWidget *frame)

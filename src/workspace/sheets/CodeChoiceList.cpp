@@ -1,0 +1,58 @@
+#include "workspace/sheets/CodeChoiceList.h"
+
+#include "workspace/sheets/CodeChoiceDelegate.h"
+#include "workspace/sheets/CodeChoiceModel.h"
+
+#include <QAccessible>
+#include <QKeyEvent>
+
+#include <algorithm>
+
+namespace {
+
+constexpr qint64 greatestHeight = 260;
+
+} // namespace
+
+CodeChoiceList::CodeChoiceList(CodeChoiceModel &model, QWidget *parent)
+    : RowList(tr("Codes"), parent),
+      m_model(model),
+      m_delegate(new CodeChoiceDelegate(this))
+{
+    setSelectionMode(NoSelection);
+    setItemDelegate(m_delegate);
+    setModel(&m_model);
+    viewport()->setAutoFillBackground(false); // the sheet is seen through it
+    connect(this, &RowList::acted, this, &CodeChoiceList::toggle);
+    connect(&m_model, &QAbstractItemModel::modelReset, this, &CodeChoiceList::fit);
+    fit();
+}
+
+void CodeChoiceList::fit()
+{
+    setFixedHeight(int(std::min(m_delegate->heightOf(m_model.rowCount()), greatestHeight)));
+}
+
+void CodeChoiceList::toggle(const QModelIndex &index)
+{
+    m_model.toggle(index);
+    QAccessible::State changed;
+    changed.checked = true;
+    QAccessibleStateChangeEvent event(this, changed);
+    event.setChild(index.row());
+    QAccessible::updateAccessibility(&event);
+}
+
+void CodeChoiceList::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        event->ignore();
+    else
+        RowList::keyPressEvent(event);
+}
+
+/// Two clicks are two clicks, however fast.
+void CodeChoiceList::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    mousePressEvent(event);
+}
