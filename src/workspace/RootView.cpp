@@ -90,8 +90,8 @@ QWidget *RootView::buildReaderColumn()
     auto *rows = new QVBoxLayout(column);
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(0);
-    rows->addWidget(head);
     rows->addWidget(m_reader, 1);
+    rows->insertWidget(0, head); // above, but behind it in the order of the keyboard
     return column;
 }
 

@@ -7,33 +7,22 @@ namespace {
 constexpr int grabWidth = 7;
 constexpr int hairline = 1;
 
-/// QSplitter lays the handle's contents over the line and lets its margins overlap the columns. By itself it makes them
-/// only as wide as five pixels ask for.
+/// QSplitter lays the handle's contents over the line and lets its margins overlap the columns.
 class Handle final : public QSplitterHandle {
 public:
     Handle(Qt::Orientation orientation, QSplitter *parent) : QSplitterHandle(orientation, parent)
     {
-        widen();
+        constexpr int margin = (grabWidth - hairline) / 2;
+        setContentsMargins(margin, 0, margin, 0);
         setAttribute(Qt::WA_MouseNoMask);
     }
 
 protected:
+    /// QSplitterHandle's own would set margins for a grab of five pixels, and each change of margins is a resize again.
     void resizeEvent(QResizeEvent *event) override
     {
-        QSplitterHandle::resizeEvent(event);
-        widen();
-        setAttribute(Qt::WA_MouseNoMask);
+        QWidget::resizeEvent(event);
         setMask(contentsRect());
-    }
-
-private:
-    void widen()
-    {
-        constexpr int margin = (grabWidth - hairline) / 2;
-        if (orientation() == Qt::Horizontal)
-            setContentsMargins(margin, 0, margin, 0);
-        else
-            setContentsMargins(0, margin, 0, margin);
     }
 };
 

@@ -12,7 +12,7 @@ void FocusReturn::note()
 
 void FocusReturn::giveBack()
 {
-    if (m_widget != nullptr)
+    if (m_widget != nullptr && m_widget->isVisible())
         m_widget->setFocus(m_byKeyboard ? Qt::TabFocusReason : Qt::OtherFocusReason);
     m_widget = nullptr;
 }

@@ -7,7 +7,7 @@
 class FocusReturn {
 public:
     void note();
-    /// Gives it back, unless that widget has gone meanwhile.
+    /// Gives it back, unless that widget has gone or is hidden meanwhile.
     void giveBack();
 
 private:

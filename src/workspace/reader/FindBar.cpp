@@ -147,8 +147,7 @@ void FindBar::showCount()
 /// Escape in a search field empties it; here it closes the bar.
 bool FindBar::eventFilter(QObject *watched, QEvent *event)
 {
-    const bool isEscape
-        = event->type() == QEvent::KeyPress && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape;
+    const bool isEscape = event->type() == QEvent::KeyPress && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape;
     if (watched != m_field || !isEscape)
         return QWidget::eventFilter(watched, event);
     close();

@@ -203,6 +203,7 @@ void ReaderView::closePicker()
 
 void ReaderView::finishAssignment()
 {
+    m_text->setFocus(Qt::OtherFocusReason); // the bar, where it may have been before, leaves
     setSelection({});
     ++m_resetToken;
     renderText();

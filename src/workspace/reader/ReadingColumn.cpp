@@ -11,6 +11,13 @@ ReadingColumn::ReadingColumn(QWidget *parent, int outdent) : QWidget(parent), m_
     centre();
 }
 
+QSize ReadingColumn::minimumSizeHint() const
+{
+    const QMargins margins = contentsMargins();
+    const int least = 2 * sideMargin - m_outdent;
+    return QWidget::minimumSizeHint() - QSize(margins.left() + margins.right() - least, 0);
+}
+
 bool ReadingColumn::event(QEvent *event)
 {
     if (event->type() == QEvent::ParentChange && parentWidget() != nullptr)

@@ -14,6 +14,9 @@ public:
     /// `outdent` is how far what it holds begins before the text, in logical pixels.
     explicit ReadingColumn(QWidget *parent, int outdent = 0);
 
+    /// With the least margins: those of a wide pane must not keep it wide.
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
 protected:
     bool event(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "support/TestLibrary.h"
+#include "workspace/RootView.h"
+#include "workspace/reader/CodingTextView.h"
+#include "workspace/theme/ThemedTest.h"
+
+#include <QTest>
+
+#include <memory>
+#include <stdexcept>
+
+/// The real window over the real store, driven by mouse and keys.
+class ShownWindow : public ThemedTest {
+protected:
+    void open()
+    {
+        m_root = std::make_unique<RootView>(library.store);
+        m_root->show();
+        QApplication::setActiveWindow(m_root.get());
+        QApplication::processEvents();
+    }
+    [[nodiscard]] RootView &root() const { return *m_root; }
+    template <typename Widget>
+    [[nodiscard]] Widget &find(const QString &name = {}) const
+    {
+        auto *found = m_root->findChild<Widget *>(name);
+        if (found == nullptr)
+            throw std::runtime_error("no such widget: " + name.toStdString());
+        return *found;
+    }
+    [[nodiscard]] CodingTextView &text() const { return find<CodingTextView>(); }
+    /// Drags from the left edge of one character to the left edge of another.
+    void drag(qint64 from, qint64 to) const
+    {
+        QWidget *viewport = text().viewport();
+        const auto edge = [&](qint64 position) {
+            const QRect box = text().characterRectangle(position);
+            return QPoint(box.left() + 1, box.center().y());
+        };
+        QTest::mousePress(viewport, Qt::LeftButton, {}, edge(from));
+        QTest::mouseMove(viewport, (edge(from) + edge(to)) / 2);
+        QTest::mouseMove(viewport, edge(to));
+        QTest::mouseRelease(viewport, Qt::LeftButton, {}, edge(to));
+        QApplication::processEvents();
+    }
+
+    TestLibrary library;
+
+private:
+    std::unique_ptr<RootView> m_root;
+};
