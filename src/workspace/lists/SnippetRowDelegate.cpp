@@ -17,8 +17,8 @@
 namespace {
 
 constexpr int paddingAbove = 8;
-constexpr int paddingBelow = 7;
-constexpr int sourceGap = 5;
+constexpr int paddingBelow = 8;
+constexpr int sourceGap = 4;
 constexpr int sourceHeight = 14;
 constexpr int dotSide = 6;
 constexpr int dotGap = 5;
@@ -116,7 +116,7 @@ QRect SnippetRowDelegate::paintDots(
     for (const QColor &color : colors) {
         if (rest.width() < leastTitleWidth)
             break;
-        const QRect dot(rest.left(), line.top() + (line.height() - dotSide - 1) / 2, dotSide, dotSide);
+        const QRect dot(rest.left(), line.top() + (line.height() - dotSide) / 2, dotSide, dotSide);
         Painting::dot(painter, QStyle::visualRect(direction, line, dot), color);
         rest.setLeft(dot.right() + 1 + dotGap);
     }

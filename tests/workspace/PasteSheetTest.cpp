@@ -1,0 +1,142 @@
+#include "workspace/sheets/PasteSheet.h"
+
+#include "ShownSheets.h"
+#include "workspace/sheets/PasteEditor.h"
+
+#include <QClipboard>
+#include <QLineEdit>
+#include <QMimeData>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class PasteSheetTest : public ShownSheets {
+protected:
+    void open() { ShownSheets::open(library.store.showPasteSheet()); }
+    [[nodiscard]] QLineEdit &title() const { return find<QLineEdit>(u"pasteTitle"_s); }
+    [[nodiscard]] PasteEditor &text() const { return find<PasteEditor>(u"pasteText"_s); }
+    [[nodiscard]] bool canAdd() const { return button(u"add"_s).isEnabled(); }
+    void paste(const QString &content) const
+    {
+        QApplication::clipboard()->setText(content);
+        text().paste();
+    }
+};
+
+struct TextCase {
+    const char *name;
+    QString pasted;
+    bool canBeAdded;
+    QString stored = {}; ///< the pasted text if null
+};
+class PastedText : public PasteSheetTest, public testing::WithParamInterface<TextCase> { };
+
+} // namespace
+
+TEST_P(PastedText, IsAddedAsItStandsUnlessItIsBlank)
+{
+    open();
+    paste(GetParam().pasted);
+    EXPECT_EQ(canAdd(), GetParam().canBeAdded);
+    if (!GetParam().canBeAdded)
+        return;
+    QTest::mouseClick(&button(u"add"_s), Qt::LeftButton);
+    ASSERT_EQ(library.store.documents()->size(), 1);
+    const QString expected = GetParam().stored.isNull() ? GetParam().pasted : GetParam().stored;
+    EXPECT_EQ(library.store.documents()->first().text, expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, PastedText,
+    testing::Values(TextCase{"nothing", u""_s, false}, TextCase{"blanks", u"  \t "_s, false},
+        TextCase{"line_ends", u"\n\r\n\n"_s, false},
+        TextCase{"rare_blanks", u"\u00A0\u2003\u3000\u2028\u0085"_s, false}, TextCase{"one_letter", u"a"_s, true},
+        TextCase{"blanks_around_are_kept", u"\n  a \n\n"_s, true},
+        TextCase{"no_break_space_stays_one", u"10\u00A0km"_s, true},
+        TextCase{"line_separator_stays_one", u"a\u2028b"_s, true},
+        TextCase{"pairs_stay_whole", u"😀 e\u0301 你好"_s, true},
+        TextCase{"foreign_line_ends_are_line_feeds", u"a\r\nb\rc"_s, true, u"a\nb\nc"_s}),
+    rowName);
+
+TEST_F(PasteSheetTest, PassesTheTitleUntrimmedAndSelectsTheDocument)
+{
+    open();
+    EXPECT_TRUE(text().hasFocus());
+    EXPECT_FALSE(canAdd());
+    QTest::keyClicks(&text(), u"words"_s);
+    QTest::keyClick(&text(), Qt::Key_Return);
+    EXPECT_NE(sheet(), nullptr); // a line more
+    QTest::keyClicks(&title(), u" Notes "_s);
+    QTest::keyClick(&title(), Qt::Key_Return);
+    QApplication::processEvents();
+    EXPECT_EQ(sheet(), nullptr);
+    EXPECT_FALSE(library.store.showPasteSheet().get());
+    ASSERT_EQ(library.store.documents()->size(), 1);
+    const Document added = library.store.documents()->first();
+    EXPECT_EQ(added.title, u" Notes "_s);
+    EXPECT_EQ(added.text, u"words\n"_s);
+    EXPECT_EQ(library.store.selectedDocumentID().get(), added.id);
+    EXPECT_TRUE(before.hasFocus());
+}
+
+TEST_F(PasteSheetTest, AnEmptyTitleIsLeftToTheStore)
+{
+    open();
+    paste(u"words"_s);
+    QTest::mouseClick(&button(u"add"_s), Qt::LeftButton);
+    EXPECT_EQ(library.store.documents()->first().title, u"Untitled Document"_s);
+}
+
+TEST_F(PasteSheetTest, ReturnInTheTitleWaitsForAText)
+{
+    open();
+    QTest::keyClicks(&title(), u"Notes"_s);
+    QTest::keyClick(&title(), Qt::Key_Return);
+    EXPECT_NE(sheet(), nullptr);
+    EXPECT_TRUE(library.store.documents()->isEmpty());
+}
+
+TEST_F(PasteSheetTest, EscapeLosesWhatWasTyped)
+{
+    open();
+    QTest::keyClicks(&title(), u"Notes"_s);
+    paste(u"words"_s);
+    press(Qt::Key_Escape);
+    EXPECT_EQ(sheet(), nullptr);
+    EXPECT_TRUE(library.store.documents()->isEmpty());
+    open();
+    EXPECT_EQ(title().text(), QString());
+    EXPECT_EQ(text().text(), QString());
+}
+
+TEST_F(PasteSheetTest, StylesAreLeftBehindAndTabLeavesTheText)
+{
+    auto *styled = new QMimeData;
+    styled->setHtml(u"<h1>Big</h1><p><b>bold</b>"_s);
+    styled->setText(u"Big\nbold"_s);
+    QApplication::clipboard()->setMimeData(styled);
+    open();
+    text().paste();
+    EXPECT_EQ(text().text(), u"Big\nbold"_s);
+    QStringList round;
+    for (int stop = 0; stop < 4; ++stop) {
+        press(Qt::Key_Tab);
+        round.append(QApplication::focusWidget()->objectName());
+    }
+    EXPECT_EQ(round, (QStringList{u"cancel"_s, u"add"_s, u"pasteTitle"_s, u"pasteText"_s}));
+}
+
+TEST_F(PasteSheetTest, LinesStandEvenlyHoweverTheyCame)
+{
+    open();
+    paste(u"one\n\nthree "_s + u"wrapping words "_s.repeated(20) + u"\nlast"_s);
+    QTest::keyClicks(&text(), u" typed"_s);
+    QList<int> tops;
+    QTextCursor cursor(text().document());
+    do {
+        tops.append(text().cursorRect(cursor).top());
+    } while (cursor.movePosition(QTextCursor::Down));
+    ASSERT_GT(tops.size(), 5);
+    for (qsizetype line = 1; line < tops.size(); ++line)
+        EXPECT_EQ(tops[line] - tops[line - 1], 19) << line;
+}

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "support/TestLibrary.h"
+#include "workspace/controls/Sheet.h"
+#include "workspace/sheets/SheetPresenter.h"
+#include "workspace/theme/ThemedTest.h"
+
+#include <QApplication>
+#include <QPushButton>
+#include <QTest>
+
+#include <memory>
+
+/// A window over the real store in which sheets open as the store asks, with a button that has the focus before.
+class ShownSheets : public ThemedTest {
+protected:
+    ShownSheets()
+    {
+        showWindow();
+        before.setFocus(Qt::OtherFocusReason);
+        presenter = std::make_unique<SheetPresenter>(library.store, m_window);
+    }
+    ~ShownSheets() override
+    {
+        presenter.reset();
+        delete sheet(); // before the store
+    }
+
+    /// The sheet that can be seen, if any.
+    [[nodiscard]] Sheet *sheet() const
+    {
+        for (Sheet *found : m_window.findChildren<Sheet *>()) {
+            if (found->isVisible())
+                return found;
+        }
+        return nullptr;
+    }
+    /// Sets the flag, and activates the sheet as the window system would.
+    void open(Observable<bool> &flag)
+    {
+        flag.set(true);
+        ASSERT_NE(sheet(), nullptr);
+        QApplication::setActiveWindow(sheet());
+        QApplication::processEvents();
+    }
+    template <typename Widget>
+    [[nodiscard]] Widget &find(const QString &name) const
+    {
+        auto *found = sheet() != nullptr ? sheet()->findChild<Widget *>(name) : nullptr;
+        if (found == nullptr)
+            throw std::runtime_error("no such widget: " + name.toStdString());
+        return *found;
+    }
+    [[nodiscard]] QPushButton &button(const QString &name) const { return find<QPushButton>(name); }
+    static void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
+    {
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+        QApplication::processEvents();
+    }
+
+    TestLibrary library;
+    QPushButton before{&m_window};
+    std::unique_ptr<SheetPresenter> presenter;
+};
