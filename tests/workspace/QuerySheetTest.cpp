@@ -227,6 +227,16 @@ TEST_F(QuerySheetTest, EachLevelIsIndentedAndTheDeepestStillShows)
     EXPECT_LT(paintedFrom(59), list().width() / 2 + 40);
 }
 
+TEST_F(QuerySheetTest, LevelsAreIndentedFromTheRightWhereTheWindowReadsFromThere)
+{
+    const QList<Code> codes = library.makeCodes({u"One"_s, u"Two"_s, u"Three"_s});
+    library.store.nestCode(codes[2].id, codes[1].id);
+    QApplication::setLayoutDirection(Qt::RightToLeft);
+    open();
+    EXPECT_EQ(paintedFrom(1), paintedFrom(2)); // the counts, at the left
+    QApplication::setLayoutDirection(Qt::LeftToRight);
+}
+
 TEST_F(QuerySheetTest, ManyCodesScrollWithinTheirHeight)
 {
     QStringList names;

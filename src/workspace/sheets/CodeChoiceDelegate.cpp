@@ -74,16 +74,15 @@ void CodeChoiceDelegate::paint(QPainter *painter, const QStyleOptionViewItem &op
     const int above = halfGap + (index.row() == 0 ? airAtEnds : 0);
     const QRect ground(option.rect.left(), option.rect.top() + above, option.rect.width(), m_rowHeight);
     m_ground.paint(*painter, ground, RowList::stateOf(option, index));
-    const int indent = indentOf(index, ground.width());
-    paintContent(*painter, ground.adjusted(sidePadding + indent, 0, -sidePadding, 0), option.direction, index);
+    paintContent(*painter, ground, option.direction, index);
 }
 
 void CodeChoiceDelegate::paintContent(
-    QPainter &painter, const QRect &content, Qt::LayoutDirection direction, const QModelIndex &index) const
+    QPainter &painter, const QRect &ground, Qt::LayoutDirection direction, const QModelIndex &index) const
 {
     const ThemeColors &colors = Theme::colors();
-    const auto placed = [&, whole = content](const QRect &part) { return QStyle::visualRect(direction, whole, part); };
-    QRect rest = content;
+    const auto placed = [&](const QRect &part) { return QStyle::visualRect(direction, ground, part); };
+    QRect rest = ground.adjusted(sidePadding + indentOf(index, ground.width()), 0, -sidePadding, 0);
     const bool isChosen = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
     Symbols::paint(painter, placed(takeSquare(rest, markSide)), isChosen ? u"checkmark.circle.fill"_s : u"circle"_s,
         isChosen ? colors.accentForeground : colors.secondary);

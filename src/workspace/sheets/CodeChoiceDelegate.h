@@ -24,7 +24,7 @@ public:
 
 private:
     void paintContent(
-        QPainter &painter, const QRect &content, Qt::LayoutDirection direction, const QModelIndex &index) const;
+        QPainter &painter, const QRect &ground, Qt::LayoutDirection direction, const QModelIndex &index) const;
 
     QFont m_nameFont;
     QFont m_countFont;
