@@ -70,6 +70,8 @@ constexpr auto entries = std::to_array<Entry>({
     {"nesttableprops", Meaning::textDestination}, // holds the end of a nested row
     {"shpinst", Meaning::textDestination},
     {"do", Meaning::textDestination},
+    {"listtext", Meaning::listLabel},
+    {"pntext", Meaning::listLabel},
     {"shptxt", Meaning::textBox},
     {"dptxbxtext", Meaning::textBox},
     {"moMath", Meaning::textDestination},

@@ -22,6 +22,7 @@ struct RtfKeyword {
         deleted, ///< taken out by a revision, or moved elsewhere by it
         skippedDestination, ///< begins a group whose text isn't part of the running text
         textDestination, ///< begins a group of running text, even if it's marked as one that may be left out
+        listLabel, ///< begins a group with the number or bullet of a paragraph, as text
         textBox, ///< begins a group of text that is laid out on its own
         fontTable, ///< begins the group with the document's fonts
         alternatives, ///< begins a group of two groups with the same text, first in bytes and then in Unicode

@@ -91,10 +91,12 @@ void RtfReader::openGroup()
 {
     m_fallbackLeft = 0;
     const bool isSkipped = std::exchange(m_group.skipsNextGroup, false);
-    if (m_outerGroups.size() < savedGroupLimit)
+    if (m_outerGroups.size() < savedGroupLimit) {
         m_outerGroups.push_back(m_group);
-    else
+        m_group.labelStart = noLabel; // only the group itself is the label
+    } else {
         ++m_unsavedGroups;
+    }
     if (isSkipped)
         m_tokenizer.skipToGroupEnd();
 }
@@ -106,6 +108,8 @@ void RtfReader::closeGroup()
         --m_unsavedGroups;
         return;
     }
+    if (m_group.labelStart != noLabel)
+        m_builder.dropIfBlank(m_group.labelStart);
     m_group = m_outerGroups.back();
     m_outerGroups.pop_back();
 }
@@ -136,6 +140,8 @@ void RtfReader::obey(RtfKeyword keyword, std::optional<qint32> parameter)
         return appendBoundary(&RtfTextBuilder::endCell);
     case Meaning::rowEnd:
         return appendBoundary(&RtfTextBuilder::endRow);
+    case Meaning::listLabel:
+        return beginListLabel();
     case Meaning::textBox:
         return appendBoundary(&RtfTextBuilder::startLine);
     case Meaning::unicode:
@@ -189,6 +195,12 @@ void RtfReader::obeyFontWord(RtfKeyword::Meaning meaning, qint32 number)
 void RtfReader::setDocumentCodePage(int number)
 {
     m_documentCodePage = RtfCodePages::knows(number) ? number : RtfCodePages::western;
+}
+
+void RtfReader::beginListLabel()
+{
+    if (isInInnerGroup() && m_unsavedGroups == 0)
+        m_group.labelStart = m_builder.endOfText();
 }
 
 void RtfReader::skipDestination()

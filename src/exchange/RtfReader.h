@@ -20,11 +20,13 @@ public:
 
 private:
     static constexpr qint32 defaultFont = -1; ///< whichever the document declares to be
+    static constexpr qsizetype noLabel = -1;
 
     /// What a group inherits from the one around it, and what ends with it.
     struct Group {
         qint32 font = defaultFont;
         qint32 fallbackLength = 1;
+        qsizetype labelStart = noLabel; ///< where the text ended when the group began as a list label
         bool isFontTable = false;
         bool isHidden = false;
         bool isDeleted = false;
@@ -45,6 +47,7 @@ private:
     void obey(RtfKeyword keyword, std::optional<qint32> parameter);
     void obeyFontWord(RtfKeyword::Meaning meaning, qint32 number);
     void setDocumentCodePage(int number);
+    void beginListLabel();
     void skipDestination();
 
     void appendBytes(QByteArrayView bytes);

@@ -1,6 +1,7 @@
 #include "exchange/RtfTextBuilder.h"
 
 #include "exchange/RtfCodePage.h"
+#include "records/TextTrimming.h"
 
 #include <utility>
 
@@ -66,6 +67,22 @@ void RtfTextBuilder::startLine()
     finishBytes();
     if (!m_text.isEmpty() && !m_text.endsWith(u'\n'))
         m_text.append(u'\n');
+}
+
+qsizetype RtfTextBuilder::endOfText()
+{
+    finishBytes();
+    return m_text.size();
+}
+
+void RtfTextBuilder::dropIfBlank(qsizetype start)
+{
+    finishBytes();
+    if (!TextTrimming::trimmedBlanks(QStringView(m_text).sliced(start)).isEmpty())
+        return;
+    m_text.truncate(start);
+    if (m_cellEnd > start)
+        m_cellEnd = -1; // that cell is gone, and other text may come to end there
 }
 
 QString RtfTextBuilder::takeText()

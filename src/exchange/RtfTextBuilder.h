@@ -23,6 +23,10 @@ public:
     void endRow();
     /// Ends the line unless it's empty.
     void startLine();
+    /// Where the text ends by now, in UTF-16 code units.
+    [[nodiscard]] qsizetype endOfText();
+    /// Takes back what came since the text ended at `start`, if it's nothing but blanks.
+    void dropIfBlank(qsizetype start);
 
     [[nodiscard]] QString takeText();
 

@@ -111,6 +111,17 @@ INSTANTIATE_TEST_SUITE_P(LeftOut, RtfBody,
         Case{"text_behind_the_document", "a}b{c}", u"a"_s}),
     nameOf);
 
+INSTANTIATE_TEST_SUITE_P(ListLabels, RtfBody,
+    testing::Values(Case{"empty_label_indents_the_heading", "a\\par{\\listtext\\pard\\plain \\tab}b", u"a\nb"_s},
+        Case{"empty_label_of_old_writers_indents", "{\\pntext\\f0\\'20\\tab}b", u"b"_s},
+        Case{"number_goes_with_its_blanks", "{\\listtext\\tab 1.\\tab}b", u"\t1.\tb"_s},
+        Case{"inner_group_is_taken_for_the_label", "{\\listtext{\\b\\tab}1.{\\b\\tab}}b", u"\t1.\tb"_s},
+        Case{"blanks_before_go_with_the_label", "a \\'20{\\listtext\\tab}\\tab b", u"a  \tb"_s},
+        Case{"half_of_a_pair_before_is_lost", "\\u-10179?{\\listtext\\tab}\\u-8704?", u"\U0001F600"_s},
+        Case{"dropped_cell_is_taken_for_the_last_of_a_row", "{\\listtext\\cell}b\\row c", u"b\nc"_s},
+        Case{"label_in_no_group_takes_all_blanks", " \\listtext b\\tab", u" b\t"_s}),
+    nameOf);
+
 INSTANTIATE_TEST_SUITE_P(Tables, RtfBody,
     testing::Values(
         Case{"row_ends_in_a_tab", "\\trowd a\\cell b\\cell\\row c\\cell d\\cell{\\row}e", u"a\tb\nc\td\ne"_s},
