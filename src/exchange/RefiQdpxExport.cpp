@@ -17,8 +17,9 @@ namespace {
 void writePlainly(const QString &path, QByteArrayView bytes)
 {
     QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes.data(), bytes.size()) != bytes.size() || !file.flush())
+    if (!file.open(QIODevice::WriteOnly))
         throw FileError(file);
+    AtomicFile::writeAll(file, bytes);
 }
 
 QByteArray textFile(const QString &text)

@@ -25,6 +25,22 @@ QByteArray AtomicFile::read(const QString &path)
 void AtomicFile::write(const QString &path, QByteArrayView bytes)
 {
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes.data(), bytes.size()) != bytes.size() || !file.commit())
+    if (!file.open(QIODevice::WriteOnly))
+        throw FileError(file);
+    writeAll(file, bytes);
+    if (!file.commit())
+        throw FileError(file);
+}
+
+void AtomicFile::writeAll(QFileDevice &file, QByteArrayView bytes)
+{
+    // On a disk that becomes full the first write is merely short: only the next one says why.
+    while (!bytes.isEmpty()) {
+        const qint64 count = file.write(bytes.data(), bytes.size());
+        if (count <= 0)
+            throw FileError(file);
+        bytes = bytes.sliced(count);
+    }
+    if (!file.flush())
         throw FileError(file);
 }
