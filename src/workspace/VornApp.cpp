@@ -25,7 +25,8 @@ namespace {
 
 void printLine(const QString &line)
 {
-    std::fputs((line + u'\n').toUtf8().constData(), stdout);
+    const QByteArray bytes = (line + u'\n').toUtf8();
+    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout); // a line may hold NUL
     std::fflush(stdout);
 }
 
