@@ -7,13 +7,13 @@
 #include "workspace/sheets/QuerySheet.h"
 
 #include <QAbstractItemView>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSplitter>
 #include <QTest>
+#include <QTextEdit>
 
 #include <gtest/gtest.h>
 
@@ -91,7 +91,7 @@ TEST_F(Window, AnotherDocumentBeginsAnewAndARevealOpensItsPassage)
     EXPECT_FALSE(find<SelectionBar>().isVisible());
     const QRect end = text().characterRectangle(first.text.size() - 1);
     EXPECT_TRUE(text().viewport()->rect().contains(end.center()));
-    EXPECT_EQ(find<QLabel>(u"documentTitle"_s).text(), u"first"_s);
+    EXPECT_EQ(find<QTextEdit>(u"documentTitle"_s).toPlainText(), u"first"_s);
 }
 
 TEST_F(Window, FindBarGoesRoundThroughItsMatchesAndEscapeClosesIt)

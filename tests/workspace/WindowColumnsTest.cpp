@@ -3,7 +3,6 @@
 #include "workspace/lists/ListMetrics.h"
 #include "workspace/sidebar/SidebarView.h"
 
-#include <QLabel>
 #include <QListView>
 #include <QTextEdit>
 #include <QTimer>
@@ -43,7 +42,7 @@ TEST_F(Window, AnotherProjectShowsItsOwnDocumentsAndMemos)
     library.store.sidebarSelection().set(SidebarSelection(ProjectSelection{firstProject}));
     QApplication::processEvents();
     EXPECT_EQ(text().text(), u"some words"_s);
-    EXPECT_EQ(find<QLabel>(u"documentTitle"_s).text(), u"first"_s);
+    EXPECT_EQ(find<QTextEdit>(u"documentTitle"_s).toPlainText(), u"first"_s);
     EXPECT_EQ(find<QListView>(u"documentList"_s).model()->rowCount(), 1);
     EXPECT_EQ(find<QTextEdit>(u"memo"_s).toPlainText(), u"of the first"_s);
 }

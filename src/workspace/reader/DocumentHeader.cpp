@@ -4,10 +4,10 @@
 #include "records/Document.h"
 #include "workspace/controls/ElidedLabel.h"
 #include "workspace/controls/Pill.h"
+#include "workspace/reader/SelectableTitle.h"
 #include "workspace/theme/Fonts.h"
 
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -21,15 +21,11 @@ constexpr int factSpacing = 6;
 
 DocumentHeader::DocumentHeader(QWidget *parent)
     : QWidget(parent),
-      m_title(new QLabel),
+      m_title(new SelectableTitle(Fonts::readerTitle())),
       m_kind(new Pill),
       m_facts(new ElidedLabel({}, Fonts::caption(), Symbols::Tint::secondary))
 {
     m_title->setObjectName(u"documentTitle"_s);
-    m_title->setFont(Fonts::readerTitle());
-    m_title->setTextFormat(Qt::PlainText); // a title is the user's, and may look like markup
-    m_title->setWordWrap(true);
-    m_title->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_facts->setObjectName(u"documentFacts"_s);
 
     auto *facts = new QHBoxLayout;
@@ -45,7 +41,7 @@ DocumentHeader::DocumentHeader(QWidget *parent)
 
 void DocumentHeader::showDocument(const Document &document, qsizetype codingCount)
 {
-    m_title->setText(document.title);
+    m_title->setTitle(document.title);
     m_kind->setText(document.sourceKind);
     QString facts =
         LocaleText::number(document.wordCount) + u" words  ·  "_s + LocaleText::monthAndDay(document.addedAt);

@@ -4,7 +4,7 @@
 
 class ElidedLabel;
 class Pill;
-class QLabel;
+class SelectableTitle;
 struct Document;
 
 /// A document's title, and in a line below it what kind of text it is, how long, from when and how much of it is coded.
@@ -17,7 +17,7 @@ public:
     void showDocument(const Document &document, qsizetype codingCount);
 
 private:
-    QLabel *m_title;
+    SelectableTitle *m_title;
     Pill *m_kind;
     ElidedLabel *m_facts;
 };

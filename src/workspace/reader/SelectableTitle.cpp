@@ -1,0 +1,69 @@
+#include "workspace/reader/SelectableTitle.h"
+
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QTextLayout>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr int mostLines = 6;
+constexpr int usualWidth = 400;
+constexpr int leastWidth = 40;
+
+} // namespace
+
+SelectableTitle::SelectableTitle(const QFont &font, QWidget *parent) : QTextEdit(parent)
+{
+    setFont(font);
+    setReadOnly(true);
+    setTextInteractionFlags(Qt::TextSelectableByMouse);
+    setFocusPolicy(Qt::ClickFocus);
+    setTabChangesFocus(true);
+    setFrameShape(NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    document()->setDocumentMargin(0);
+    viewport()->setAutoFillBackground(false);
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
+}
+
+void SelectableTitle::setTitle(const QString &title)
+{
+    if (title == toPlainText())
+        return;
+    setPlainText(title);
+    updateGeometry();
+}
+
+int SelectableTitle::heightForWidth(int width) const
+{
+    int lines = 0;
+    double height = 0;
+    for (QTextBlock block = document()->begin(); block.isValid() && lines < mostLines; block = block.next()) {
+        QTextLayout layout(block.text(), font());
+        layout.setTextOption(document()->defaultTextOption());
+        layout.beginLayout();
+        for (QTextLine line = layout.createLine(); line.isValid() && lines < mostLines; line = layout.createLine()) {
+            line.setLineWidth(width);
+            height += line.height();
+            ++lines;
+        }
+        layout.endLayout();
+    }
+    return std::max(int(std::ceil(height)), fontMetrics().height());
+}
+
+QSize SelectableTitle::sizeHint() const
+{
+    return {usualWidth, heightForWidth(usualWidth)};
+}
+
+QSize SelectableTitle::minimumSizeHint() const
+{
+    return {leastWidth, fontMetrics().height()};
+}
