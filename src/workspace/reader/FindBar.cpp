@@ -97,20 +97,33 @@ void FindBar::close()
 
 void FindBar::textChanged()
 {
-    if (!isHidden())
-        search();
+    if (isHidden())
+        return;
+    m_current.reset();
+    markMatches();
+    showCount();
+}
+
+void FindBar::markMatches()
+{
+    m_text.setFindMatches(FindMatches::in(m_text.text(), m_field->text()));
+}
+
+/// Of the first match that doesn't begin before the reader's place; the count of matches if all do.
+size_t FindBar::matchAtPlace() const
+{
+    const std::vector<TextRange> &matches = m_text.findMatches();
+    const auto next = std::ranges::lower_bound(matches, m_text.selection().location, {}, &TextRange::location);
+    return size_t(next - matches.begin());
 }
 
 void FindBar::search()
 {
-    const qint64 from = m_text.selection().location;
-    m_text.setFindMatches(FindMatches::in(m_text.text(), m_field->text()));
-    const std::vector<TextRange> &matches = m_text.findMatches();
+    markMatches();
     m_current.reset();
     // The match at the reader's place, so that each further letter stays on it while it fits.
-    const auto next = std::ranges::lower_bound(matches, from, {}, &TextRange::location);
-    if (!matches.empty())
-        select(next == matches.end() ? 0 : size_t(next - matches.begin()));
+    if (const size_t count = m_text.findMatches().size(); count > 0)
+        select(matchAtPlace() % count);
     showCount();
 }
 
@@ -119,8 +132,9 @@ void FindBar::step(int direction)
     const size_t count = m_text.findMatches().size();
     if (count == 0)
         return;
-    const size_t current = m_current.value_or(direction > 0 ? count - 1 : 0);
-    select((current + count + size_t(direction > 0 ? 1 : count - 1)) % count);
+    const size_t next = m_current ? *m_current + 1 : matchAtPlace();
+    const size_t previous = (m_current ? *m_current : matchAtPlace()) + count - 1;
+    select((direction > 0 ? next : previous) % count);
     showCount();
 }
 
@@ -139,9 +153,11 @@ void FindBar::showCount()
         m_count->setText({});
     else if (count == 0)
         m_count->setText(u"Not found"_s);
+    else if (!m_current)
+        m_count->setText(LocaleText::number(qint64(count)) + (count == 1 ? u" match"_s : u" matches"_s));
     else
-        m_count->setText(u"%1 of %2"_s.arg(
-            LocaleText::number(qint64(m_current.value_or(0)) + 1), LocaleText::number(qint64(count))));
+        m_count->setText(
+            u"%1 of %2"_s.arg(LocaleText::number(qint64(*m_current) + 1), LocaleText::number(qint64(count))));
 }
 
 /// Escape in a search field empties it; here it closes the bar.

@@ -20,7 +20,7 @@ public:
     /// Shows the bar with the focus in its field and what stands there selected.
     void open();
     void close();
-    /// Looks again, since the document is another one.
+    /// Looks again, since the document is another one. Nothing is selected or scrolled to.
     void textChanged();
 
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -30,7 +30,10 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    /// Marks the matches and goes to the one at the reader's place.
     void search();
+    void markMatches();
+    [[nodiscard]] size_t matchAtPlace() const;
     void step(int direction);
     void select(size_t index);
     void showCount();
