@@ -127,7 +127,7 @@ bool Popover::closesAt(const QWidget *clicked) const
 bool Popover::eventFilter(QObject *watched, QEvent *event)
 {
     const auto *widget = qobject_cast<const QWidget *>(watched);
-    if (event->type() == QEvent::Resize && watched == parentWidget())
+    if ((event->type() == QEvent::Resize || event->type() == QEvent::Move) && hangsOn(widget))
         place();
     if (event->type() != QEvent::MouseButtonPress)
         return false;
@@ -139,7 +139,12 @@ bool Popover::eventFilter(QObject *watched, QEvent *event)
         return false;
     close();
     // The press on the target only closes: as a click it would open the popover again.
-    return widget == m_target;
+    return widget == m_target || (m_quiet != nullptr && (widget == m_quiet || m_quiet->isAncestorOf(widget)));
+}
+
+bool Popover::hangsOn(const QWidget *widget) const
+{
+    return widget != nullptr && m_bar != nullptr && (widget == m_bar || widget->isAncestorOf(m_bar));
 }
 
 void Popover::keyPressEvent(QKeyEvent *event)

@@ -27,6 +27,8 @@ public:
     void openAbove(const QWidget &bar, const QWidget &target, QWidget *firstFocus = nullptr);
     void openAbove(const QWidget &target, QWidget *firstFocus = nullptr) { openAbove(target, target, firstFocus); }
     void close();
+    /// A press on `widget` or inside it only closes, so that what is there stays as it is.
+    void onlyCloseAt(const QWidget &widget) { m_quiet = &widget; }
     /// To be called when the content has become higher or lower.
     void place();
 
@@ -46,9 +48,12 @@ private:
     [[nodiscard]] QRect bodyRect() const;
     [[nodiscard]] QPainterPath outline() const;
     [[nodiscard]] bool closesAt(const QWidget *clicked) const;
+    /// Whether the place that it points to goes along with that widget.
+    [[nodiscard]] bool hangsOn(const QWidget *widget) const;
 
     QPointer<const QWidget> m_bar;
     QPointer<const QWidget> m_target;
+    QPointer<const QWidget> m_quiet;
     FocusReturn m_focusReturn;
     int m_arrowMiddle = 0;
 };

@@ -192,6 +192,7 @@ void ReaderView::openPicker()
             m_picker->deleteLater();
         m_picker.clear();
     });
+    m_picker->onlyCloseAt(*m_text); // or the click would give up the passage
     m_picker->openAt(*m_selectionBar, m_selectionBar->addButton());
 }
 
