@@ -3,6 +3,7 @@
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
+#include <QTextDocument>
 #include <QToolTip>
 
 #include <algorithm>
@@ -85,7 +86,7 @@ void ElidedLabel::paintEvent(QPaintEvent *)
 bool ElidedLabel::event(QEvent *event)
 {
     if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && isElided()) {
-        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), m_text, this);
+        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), Qt::convertFromPlainText(m_text), this);
         return true;
     }
     return QWidget::event(event);

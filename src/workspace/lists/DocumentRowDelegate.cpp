@@ -13,6 +13,7 @@
 #include <QFontMetrics>
 #include <QHelpEvent>
 #include <QPainter>
+#include <QTextDocument>
 #include <QToolTip>
 
 #include <algorithm>
@@ -89,6 +90,6 @@ bool DocumentRowDelegate::helpEvent(
     const bool isWhole = RowText::fitting(title, m_titleFont, linesIn(option).title.width()) == title;
     if (event->type() != QEvent::ToolTip || isWhole)
         return QStyledItemDelegate::helpEvent(event, view, option, index);
-    QToolTip::showText(event->globalPos(), title, view);
+    QToolTip::showText(event->globalPos(), Qt::convertFromPlainText(title), view);
     return true;
 }

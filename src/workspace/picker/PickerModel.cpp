@@ -43,7 +43,7 @@ QVariant PickerModel::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole:
         return code ? code->name : u"Create “"_s + m_creatableName.value_or(QString()) + u"”"_s;
     case Qt::AccessibleTextRole:
-        return code ? u"%1, %2 coded passages"_s.arg(code->name).arg(m_counts.value(code->id))
+        return code ? u"%1, %2 coded passages"_s.arg(code->name, QString::number(m_counts.value(code->id)))
                     : data(index, Qt::DisplayRole);
     case countRole:
         return code ? QVariant(m_counts.value(code->id)) : QVariant();

@@ -1,5 +1,7 @@
 #include "workspace/reader/CodingTextView.h"
 
+#include "workspace/lists/RowText.h"
+
 #include <QAction>
 #include <QContextMenuEvent>
 #include <QMenu>
@@ -11,10 +13,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// As it stands: in a menu, "&" marks a letter and a tabulator begins a shortcut.
-QString menuText(QString text)
+constexpr int longestName = 320; // logical pixels
+
+/// As it stands, if it isn't endless: in a menu, "&" marks a letter and a tabulator begins a shortcut.
+QString menuText(const QString &name, const QFont &font)
 {
-    return text.replace(u'&', u"&&"_s).replace(u'\t', u' ');
+    return RowText::fitting(name, font, longestName).replace(u'&', u"&&"_s).replace(u'\t', u' ');
 }
 
 } // namespace
@@ -31,7 +35,7 @@ QMenu *CodingTextView::createContextMenu(qint64 position)
     if (isOnSelection && isSignalConnected(QMetaMethod::fromSignal(&CodingTextView::addCodeRequested)))
         connect(menu->addAction(tr("Add Code…")), &QAction::triggered, this, &CodingTextView::addCodeRequested);
     if (const TextHighlight *passage = m_marks.passages.firstAt(position, before)) {
-        QAction *action = menu->addAction(tr("Remove Code — %1").arg(menuText(passage->name)));
+        QAction *action = menu->addAction(tr("Remove Code — %1").arg(menuText(passage->name, menu->font())));
         connect(action, &QAction::triggered, this,
             [this, codingID = passage->codingID] { Q_EMIT removeCodingRequested(codingID); });
     }

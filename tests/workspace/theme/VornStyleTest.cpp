@@ -179,6 +179,7 @@ TEST_F(ThemedTest, TheRingComesWithTheKeyboardAndGoesWithTheMouse)
     QPushButton *second = button(m_window, ButtonRole::bordered);
     second->move(200, 0);
     showWindow();
+    second->setFocus(Qt::OtherFocusReason); // so that the first one has to take it
     first->setFocus(Qt::MouseFocusReason);
     EXPECT_EQ(focusFrame(m_window), nullptr);
     QTest::keyClick(first, Qt::Key_Tab);
