@@ -16,6 +16,7 @@
 #include "records/database/Request.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <vector>
@@ -93,6 +94,12 @@ std::optional<QString> textOfMember(const ArchiveMembers &members, const QString
     return {};
 }
 
+void throwIfStopped(const MayImport &mayImport, const ImportStep &step)
+{
+    if (mayImport && !mayImport(step))
+        throw ImportStopped();
+}
+
 size_t codedRangeCount(const ParsedDocument &document)
 {
     size_t count = 0;
@@ -104,10 +111,11 @@ size_t codedRangeCount(const ParsedDocument &document)
 /// Puts what was parsed into the database, inside a transaction.
 class Import {
 public:
-    Import(Database &database, const QUuid &projectID, const ArchiveMembers &members)
+    Import(Database &database, const QUuid &projectID, const ArchiveMembers &members, const MayImport &mayImport)
         : m_database(database),
           m_projectID(projectID),
-          m_members(members)
+          m_members(members),
+          m_mayImport(mayImport)
     {
     }
 
@@ -117,8 +125,11 @@ public:
         m_codingIDs = m_uuids.ascending(codedRangeCount(document));
         for (const ParsedDocument::ParsedCode &code : document.codes)
             importCode(code);
-        for (const ParsedDocument::Source &source : document.sources)
-            importTextSource(source, document);
+        const std::vector<ParsedDocument::Source> &sources = document.sources;
+        for (size_t index = 0; index < sources.size(); ++index) {
+            throwIfStopped(m_mayImport, {qint64(index) + 1, qint64(sources.size()), sources[index].title});
+            importTextSource(sources[index], document);
+        }
         return m_summary;
     }
 
@@ -191,6 +202,7 @@ private:
     Database &m_database;
     const QUuid m_projectID;
     const ArchiveMembers &m_members;
+    const MayImport &m_mayImport;
     std::vector<QUuid> m_codeIDs; ///< of the records, in the order of the parsed codes
     std::vector<QUuid> m_codingIDs; ///< for records to come
     qint64 m_textSize = 0; ///< UTF-16 units
@@ -200,13 +212,17 @@ private:
 
 } // namespace
 
-ImportSummary importQdpx(const QString &archive, DatabaseQueue &queue, const QUuid &projectID)
+ImportSummary importQdpx(
+    const QString &archive, DatabaseQueue &queue, const QUuid &projectID, const MayImport &mayImport)
 {
+    const ImportStep whole{1, 1, QFileInfo(archive).fileName()};
     const StagingFolder staging(u"vorn-qdpx-import-"_s);
-    unpackArchive(archive, staging.path());
+    unpackArchive(archive, staging.path(), {}, [&] { return !mayImport || mayImport(whole); });
+    throwIfStopped(mayImport, whole);
     const ArchiveMembers members(staging.path());
     const ParsedDocument document = parsedDocument(members);
-    return queue.write([&](Database &database) { return Import(database, projectID, members).run(document); });
+    return queue.write(
+        [&](Database &database) { return Import(database, projectID, members, mayImport).run(document); });
 }
 
 } // namespace RefiQdpx

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QString>
+#include "exchange/ImportStep.h"
+
 #include <QUuid>
 
 class DatabaseQueue;
@@ -18,7 +19,9 @@ struct ImportSummary {
 
 /// Reads an archive, of this program or of another, and adds its codes, documents and coded passages to the project,
 /// all under fresh identifiers. What can't be used of a sound archive is passed over in silence. All or nothing: throws
-/// RefiError, XmlError, FileError or DatabaseError, and then nothing was added.
-ImportSummary importQdpx(const QString &archive, DatabaseQueue &queue, const QUuid &projectID);
+/// RefiError, XmlError, FileError, DatabaseError or ImportStopped, and then nothing was added.
+/// `mayImport` is asked inside the transaction and must not use the queue.
+ImportSummary importQdpx(
+    const QString &archive, DatabaseQueue &queue, const QUuid &projectID, const MayImport &mayImport = {});
 
 } // namespace RefiQdpx

@@ -1,6 +1,7 @@
 #include "exchange/RefiQdpxUnpack.h"
 
 #include "exchange/ArchivePath.h"
+#include "exchange/ImportStep.h"
 #include "exchange/RefiQdpx.h"
 #include "platform/ChildProcess.h"
 
@@ -108,23 +109,29 @@ void makeReadable(const QString &folder)
     });
 }
 
-ChildProcess::Result runUnzip(const QString &archive, const QString &folder, FolderWatch &watch)
+ChildProcess::Result runUnzip(
+    const QString &archive, const QString &folder, FolderWatch &watch, const std::function<bool()> &mayGoOn)
 {
     if (!endsLikeArchive(archive))
         return {.end = ChildProcess::Result::End::exited, .status = statusOfNoArchive, .output = {}};
     return ChildProcess::run({.program = u"/usr/bin/unzip"_s,
         .arguments = {u"-o"_s, u"-q"_s, literalForUnzip(archive), u"-d"_s, folder},
-        .mayGoOn = [&] { return watch.seemsWithinLimits(); }});
+        .mayGoOn = [&] { return mayGoOn() && watch.seemsWithinLimits(); }});
 }
 
 } // namespace
 
-void unpackArchive(const QString &archive, const QString &folder, const UnpackLimits &limits)
+void unpackArchive(
+    const QString &archive, const QString &folder, const UnpackLimits &limits, const std::function<bool()> &mayGoOn)
 {
     const QFileInfo file(archive);
     FolderWatch watch(folder, std::max(limits.bytes, file.size() * limits.archiveSizes), limits.entries);
-    const ChildProcess::Result result = runUnzip(file.absoluteFilePath(), folder, watch);
+    bool isWanted = true;
+    const ChildProcess::Result result =
+        runUnzip(file.absoluteFilePath(), folder, watch, [&] { return isWanted = mayGoOn(); });
     makeReadable(folder);
+    if (!isWanted)
+        throw ImportStopped();
     if (result.end == ChildProcess::Result::End::stopped || !watch.isWithinLimits())
         throw RefiError(RefiError::Kind::notAQdpx, u"it unpacks to more than a project can hold"_s);
     if (result.end != ChildProcess::Result::End::exited || result.status != statusOfWarnings)

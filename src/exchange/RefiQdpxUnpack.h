@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <functional>
+
 namespace RefiQdpx {
 
 /// What an archive may unpack to. One of a few kilobytes can hold any amount.
@@ -12,7 +14,10 @@ struct UnpackLimits {
 };
 
 /// Unpacks the archive into a folder that is there and empty. Its files can be read and its folders be entered
-/// afterwards, whatever the archive says; links may be among them. Throws RefiError.
-void unpackArchive(const QString &archive, const QString &folder, const UnpackLimits &limits = {});
+/// afterwards, whatever the archive says; links may be among them. `mayGoOn` is asked now and then. Throws RefiError,
+/// and ImportStopped when the answer is false.
+void unpackArchive(
+    const QString &archive, const QString &folder, const UnpackLimits &limits = {},
+    const std::function<bool()> &mayGoOn = [] { return true; });
 
 } // namespace RefiQdpx

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "exchange/ImportStep.h"
+
 #include <QDateTime>
 #include <QStringList>
 
@@ -10,13 +12,6 @@ class FileViewer;
 class Panels;
 class Terminator;
 
-/// Where a batch of imports stands.
-struct ImportStep {
-    qint64 number = 0; ///< of the file that comes next, from 1
-    qint64 count = 0; ///< files in all
-    QString name;
-};
-
 /// What the store works with. Everything referred to must outlive it.
 struct LibraryServices {
     DatabaseQueue &queue;
@@ -26,6 +21,8 @@ struct LibraryServices {
     QStringList arguments; ///< of the command line, without the program's name
     std::function<QDateTime()> now = [] { return QDateTime::currentDateTimeUtc(); };
     std::function<void(const QString &line)> print = [](const QString &) {};
-    /// Asked before each file of a batch; an answer of false ends the batch and keeps what was written.
-    std::function<bool(const ImportStep &step)> mayImport = [](const ImportStep &) { return true; };
+    /// Of a batch, false keeps what was written; of an archive, nothing. Must not call back into the store.
+    MayImport mayImport = [](const ImportStep &) { return true; };
+    /// Called when an import won't ask again, before it shows what it has brought.
+    std::function<void()> importIsOver = [] {};
 };

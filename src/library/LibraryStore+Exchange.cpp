@@ -10,6 +10,8 @@
 #include "platform/FileViewer.h"
 #include "platform/Panels.h"
 
+#include <QScopeGuard>
+
 using namespace Qt::StringLiterals;
 
 QList<ExportCodeGroup> LibraryStore::exportGroups(const std::optional<QUuid> &scopeCodeID) const
@@ -54,12 +56,17 @@ void LibraryStore::importQdpx(const QString &path)
     if (!m_project.get())
         return;
     try {
-        const RefiQdpx::ImportSummary summary = RefiQdpx::importQdpx(path, m_queue, m_project->value().id);
+        const RefiQdpx::ImportSummary summary = [&] {
+            const QScopeGuard over([this] { m_services.importIsOver(); });
+            return RefiQdpx::importQdpx(path, m_queue, m_project->value().id, m_services.mayImport);
+        }();
         raiseCodingRevision();
         refresh();
         m_statusMessage.set(u"Imported %1 codes · %2 documents · %3 excerpts"_s.arg(summary.codes)
                                 .arg(summary.documents)
                                 .arg(summary.excerpts));
+    } catch (const ImportStopped &) {
+        m_statusMessage.set(u"Import stopped: nothing was added"_s);
     } catch (const LocalizedError &error) {
         m_lastError.set(u"Import failed: "_s + error.description());
     }

@@ -57,6 +57,7 @@ void LibraryStore::importURLs(const QList<QUrl> &urls)
             break;
         importCandidate(path, count);
     }
+    m_services.importIsOver();
     refresh();
     concludeImport(count);
     m_isImporting.set(false);

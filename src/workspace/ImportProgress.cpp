@@ -9,8 +9,6 @@
 
 namespace {
 
-constexpr qint64 patience = 500; // milliseconds before a batch counts as long
-
 bool isInput(QEvent::Type type)
 {
     switch (type) {
@@ -33,7 +31,9 @@ bool isInput(QEvent::Type type)
 
 } // namespace
 
-ImportProgress::ImportProgress(QWidget &window) : m_window(window)
+ImportProgress::ImportProgress(QWidget &window, std::chrono::milliseconds patience)
+    : m_window(window),
+      m_patience(patience)
 {
 }
 
@@ -43,7 +43,7 @@ bool ImportProgress::mayImport(const ImportStep &step)
 {
     if (!m_time.isValid())
         m_time.start();
-    if (m_time.elapsed() < patience)
+    if (m_time.elapsed() < m_patience.count())
         return true;
     if (!m_capsule) {
         m_capsule = std::make_unique<ProgressCapsule>(m_window);

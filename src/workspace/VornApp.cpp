@@ -47,13 +47,10 @@ VornApp::VornApp(DatabaseQueue &queue, const QStringList &arguments)
         .arguments = arguments,
         .print = printLine,
         .mayImport = [this](const ImportStep &step) { return m_progress->mayImport(step); },
+        .importIsOver = [this] { m_progress->finish(); },
     });
     m_window = std::make_unique<RootView>(*m_store);
     m_progress = std::make_unique<ImportProgress>(*m_window);
-    QObject::connect(&m_store->isImporting(), &Notifier::changed, m_progress.get(), [this] {
-        if (!m_store->isImporting().get())
-            m_progress->finish();
-    });
 }
 
 VornApp::~VornApp() = default;

@@ -99,6 +99,32 @@ TEST(Exchange, CodebookGoesOutAlone)
     EXPECT_TRUE(AtomicFile::read(*library.panels.pathToSave).contains("urn:QDA-XML:codebook:1.0"));
 }
 
+TEST(Exchange, AnArchiveThatIsStoppedAddsNothing)
+{
+    CodedLibrary library;
+    const QTemporaryDir folder;
+    const QStringList staging = stagingFolders();
+    const QString path = folder.filePath(u"two.qdpx"_s);
+    library.paste(u"second"_s, u"other words"_s);
+    library.store.exportQdpx(path);
+    library.stopBefore = 2;
+    library.store.importQdpx(path);
+    EXPECT_TRUE(library.steps.contains(u"1/2 A"_s)) << library.steps.join(u'|').toStdString();
+    EXPECT_EQ(library.steps.last(), u"2/2 second"_s);
+    EXPECT_EQ(library.store.statusMessage().get(), u"Import stopped: nothing was added"_s);
+    EXPECT_EQ(library.store.lastError().get(), std::nullopt);
+    library.store.refresh();
+    EXPECT_EQ(library.store.documents()->size(), 2);
+    EXPECT_EQ(library.storedCodes().size(), 2);
+    EXPECT_EQ(stagingFolders(), staging);
+
+    library.stopBefore = 1; // still unpacking
+    library.steps.clear();
+    library.store.importQdpx(path);
+    EXPECT_EQ(library.steps, QStringList{u"1/1 two.qdpx"_s});
+    EXPECT_EQ(stagingFolders(), staging);
+}
+
 TEST(Exchange, FailuresAreToldAndChangeNothing)
 {
     CodedLibrary library;

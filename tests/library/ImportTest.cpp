@@ -114,6 +114,19 @@ TEST(Import, KeepsWhatWasWrittenWhenARowFails)
         u"two.txt: disk is full - while executing `INSERT INTO"_s));
 }
 
+TEST(Import, ThatIsStoppedKeepsWhatWasWritten)
+{
+    const ImportFolder folder;
+    for (const QString &name : {u"one.txt"_s, u"two.txt"_s, u"three.txt"_s})
+        folder.add(name, "text");
+    TestLibrary library;
+    library.stopBefore = 3;
+    library.store.importURLs({folder.url(u"one.txt"_s), folder.url(u"two.txt"_s), folder.url(u"three.txt"_s)});
+    EXPECT_EQ(titles(library.store), (QStringList{u"one|txt"_s, u"two|txt"_s}));
+    EXPECT_EQ(library.steps, (QStringList{u"1/3 one.txt"_s, u"2/3 two.txt"_s, u"3/3 three.txt"_s}));
+    EXPECT_FALSE(library.store.isImporting().get());
+}
+
 TEST(Import, ThroughThePanelBeginsWhenThePanelHasClosed)
 {
     const ImportFolder folder;

@@ -13,7 +13,12 @@ TestLibrary::TestLibrary(const QStringList &arguments, std::unique_ptr<DatabaseQ
           .terminator = terminator,
           .arguments = arguments,
           .now = [this] { return m_now = m_now.addSecs(1); },
-          .print = [this](const QString &line) { printed.append(line); }}),
+          .print = [this](const QString &line) { printed.append(line); },
+          .mayImport =
+              [this](const ImportStep &step) {
+                  steps.append(QStringLiteral("%1/%2 %3").arg(step.number).arg(step.count).arg(step.name));
+                  return step.number != stopBefore;
+              }}),
       m_now(QDate(2026, 3, 1), QTime(9, 0), QTimeZone::utc())
 {
     store.bootstrap();

@@ -16,6 +16,8 @@ public:
     FakeFileViewer fileViewer;
     FakeTerminator terminator;
     QStringList printed;
+    QStringList steps; ///< of imports, as "number/count name"
+    qint64 stopBefore = 0; ///< number of the step that an import is stopped at; 0 for none
     std::unique_ptr<DatabaseQueue> queue;
     LibraryStore store;
 

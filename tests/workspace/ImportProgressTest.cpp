@@ -1,0 +1,79 @@
+#include "workspace/ImportProgress.h"
+
+#include "library/LibraryServices.h"
+#include "workspace/controls/ProgressCapsule.h"
+#include "workspace/theme/ThemedTest.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QWindow>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+class ImportProgressTest : public ThemedTest {
+protected:
+    ImportProgressTest()
+    {
+        showWindow();
+        m_field->show();
+        m_field->setFocus();
+    }
+    [[nodiscard]] ProgressCapsule *capsule() const { return m_window.findChild<ProgressCapsule *>(); }
+    [[nodiscard]] bool goOn(qint64 number) { return m_progress.mayImport({number, 3, u"notes.txt"_s}); }
+
+    QLineEdit *m_field = new QLineEdit(&m_window);
+    ImportProgress m_progress{m_window, 0ms};
+};
+
+} // namespace
+
+TEST_F(ImportProgressTest, TellsTheFileAndTakesNoInputButItsOwn)
+{
+    EXPECT_TRUE(goOn(2));
+    ASSERT_NE(capsule(), nullptr);
+    EXPECT_TRUE(capsule()->isVisible());
+    EXPECT_EQ(capsule()->accessibleName(), u"File 2 of 3 notes.txt"_s);
+    QTest::keyClicks(m_field, u"typed"_s);
+    EXPECT_EQ(m_field->text(), QString());
+    QTest::mouseClick(m_window.windowHandle(), Qt::LeftButton, {}, m_field->geometry().center());
+    EXPECT_FALSE(m_field->hasFocus());
+    m_progress.finish();
+    EXPECT_EQ(capsule(), nullptr);
+    QTest::keyClicks(m_field, u"typed"_s);
+    EXPECT_EQ(m_field->text(), u"typed"_s);
+}
+
+TEST_F(ImportProgressTest, StopsWhenAskedAndOnlyThatImport)
+{
+    EXPECT_TRUE(goOn(1));
+    QTest::mouseClick(capsule()->findChild<QPushButton *>(), Qt::LeftButton);
+    EXPECT_FALSE(goOn(2));
+    m_progress.finish();
+
+    EXPECT_TRUE(goOn(1));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space); // the button has the focus
+    EXPECT_FALSE(goOn(2));
+    m_progress.finish();
+
+    EXPECT_TRUE(goOn(1));
+    EXPECT_FALSE(m_window.close()); // in the middle of a file: the import ends first
+    EXPECT_FALSE(goOn(2));
+    m_progress.finish();
+    EXPECT_TRUE(m_window.close());
+}
+
+TEST_F(ImportProgressTest, ShowsNothingDuringAShortImport)
+{
+    ImportProgress patient(m_window, 1h);
+    EXPECT_TRUE(patient.mayImport({1, 3, u"notes.txt"_s}));
+    EXPECT_TRUE(patient.mayImport({2, 3, u"notes.txt"_s}));
+    EXPECT_EQ(capsule(), nullptr);
+    QTest::keyClicks(m_field, u"typed"_s);
+    EXPECT_EQ(m_field->text(), u"typed"_s);
+}
