@@ -185,11 +185,12 @@ static_assert(entries.size() < 255 && entries.size() * 2 < slotCount, "probing m
 // Each slot holds the place of an entry counted from 1; an entry whose slot is taken goes to the next free one.
 constexpr std::array<quint8, slotCount> slotTable = [] {
     std::array<quint8, slotCount> table{};
-    for (std::size_t index = 0; index < entries.size(); ++index) {
-        std::size_t slot = hashOf(entries[index].name) % slotCount;
+    quint8 place = 0;
+    for (const Entry &entry : entries) {
+        std::size_t slot = hashOf(entry.name) % slotCount;
         while (table[slot] != 0)
             slot = (slot + 1) % slotCount;
-        table[slot] = quint8(index + 1);
+        table[slot] = ++place;
     }
     return table;
 }();

@@ -217,7 +217,7 @@ QString WordText::plainText(QStringView wordXML)
     const QString text = withReferencesReplaced(withoutMarkup(wordXML), anyReference);
     QString lines = withTidyLines(text);
     const QStringView trimmed = TextTrimming::trimmed(lines);
-    const qsizetype start = trimmed.begin() - QStringView(lines).begin();
+    const qsizetype start = trimmed.data() - lines.constData();
     return lines.mid(start, trimmed.size());
 }
 

@@ -29,7 +29,9 @@ QString withVisibleLineBreaks(const QString &text)
 
 } // namespace
 
-SelfTests::SelfTests(LibraryStore &store, const CommandLine &commandLine) : m_store(store), m_commandLine(commandLine)
+SelfTests::SelfTests(LibraryStore &store, CommandLine commandLine)
+    : m_store(store),
+      m_commandLine(std::move(commandLine))
 {
 }
 
@@ -159,7 +161,7 @@ void SelfTests::runFrequencyTest()
     const QList<WordFrequency::Item> items = m_store.wordFreqItems().get();
     print(u"FREQ-TEST terms=%1"_s.arg(items.size()));
     QStringList top;
-    for (const WordFrequency::Item &item : items.first(std::min(topTermsShown, items.size())))
+    for (const WordFrequency::Item &item : items.mid(0, topTermsShown))
         top.append(item.term + u':' + QString::number(item.count));
     print(u"FREQ-TEST top: "_s + top.join(u"  "_s));
     if (items.isEmpty())

@@ -14,7 +14,7 @@ class DatabaseQueue;
 /// results in plain lines and then end the program.
 class SelfTests {
 public:
-    SelfTests(LibraryStore &store, const CommandLine &commandLine);
+    SelfTests(LibraryStore &store, CommandLine commandLine);
 
     /// Obeys the switches in their order of precedence.
     void dispatch();

@@ -48,6 +48,7 @@ public:
         Transaction transaction(*m_database);
         if constexpr (std::is_void_v<std::invoke_result_t<Body, Database &>>) {
             std::forward<Body>(body)(*m_database);
+            // cppcheck-suppress missingReturn
             transaction.commit();
         } else {
             auto result = std::forward<Body>(body)(*m_database);
