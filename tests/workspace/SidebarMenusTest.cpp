@@ -137,6 +137,20 @@ TEST_F(SidebarDialog, TellsWhatMergingMovesAndCountsTheSourceOnly)
     EXPECT_EQ(library.store.codeCounts()->value(library.code(u"Doubt"_s).id), 3);
 }
 
+TEST_F(SidebarDialog, KeepsItsButtonsOnTheScreenWhateverTheCodesAreCalled)
+{
+    const QString endless = u"W"_s.repeated(199) + u"\U0001F600"_s.repeated(4000);
+    open({endless, u"Doubt"_s});
+    choose(endless, {u"Delete…"_s});
+    EXPECT_LE(alert().height(), 700);
+    EXPECT_EQ(alert().windowTitle(), u"Delete “"_s + u"W"_s.repeated(199) + u"…”?"_s);
+    answer(u"Cancel"_s);
+    choose(endless, {u"Merge Into"_s, u"Doubt"_s});
+    EXPECT_LE(alert().height(), 700);
+    answer(u"Merge"_s);
+    EXPECT_EQ(library.store.codes()->size(), 1);
+}
+
 TEST_F(SidebarDialog, RenamesAProject)
 {
     open();

@@ -8,6 +8,7 @@
 #include "workspace/lists/DocumentListModel.h"
 #include "workspace/lists/DocumentRowDelegate.h"
 #include "workspace/lists/RowList.h"
+#include "workspace/lists/RowText.h"
 #include "workspace/theme/Roles.h"
 
 #include <QHBoxLayout>
@@ -23,19 +24,13 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int iconSize = 34;
+constexpr qsizetype longestInTitle = 60;
 
 std::optional<Document> currentState(const LibraryStore &store, const QUuid &id)
 {
     const QList<Document> &documents = store.documents().get();
     const auto found = std::ranges::find(documents, id, &Document::id);
     return found == documents.end() ? std::nullopt : std::optional(*found);
-}
-
-/// A search text that is fit for a title.
-QString shortened(const QString &searchText)
-{
-    constexpr qsizetype longest = 60;
-    return searchText.size() <= longest ? searchText : searchText.left(longest) + u'…';
 }
 
 } // namespace
@@ -102,7 +97,8 @@ void DocumentListView::render()
 {
     const QScopedValueRollback guard(m_isRendering, true);
     m_model->setDocuments(m_store.documents()->isEmpty() ? QList<Document>() : m_store.visibleDocuments());
-    m_noResults->setTitle(tr("No Results for “%1”").arg(shortened(m_store.searchText().get())));
+    m_noResults->setTitle(
+        tr("No Results for “%1”").arg(RowText::shortened(m_store.searchText().get(), longestInTitle)));
     m_pages->setCurrentWidget(pageToShow());
     const QModelIndex selected = m_model->indexOf(m_store.selectedDocumentID()->value_or(QUuid()));
     m_list->setCurrentInPlace(selected, QItemSelectionModel::ClearAndSelect);

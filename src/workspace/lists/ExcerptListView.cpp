@@ -7,6 +7,7 @@
 #include "workspace/lists/ExcerptListModel.h"
 #include "workspace/lists/ListMetrics.h"
 #include "workspace/lists/MemoBar.h"
+#include "workspace/lists/RowText.h"
 #include "workspace/lists/SnippetList.h"
 #include "workspace/lists/SnippetRowDelegate.h"
 #include "workspace/theme/CodeColor.h"
@@ -142,7 +143,7 @@ void ExcerptListView::renderExcerpts(const Code &code)
     m_model->setColor(CodeColor::orAccent(code.colorHex));
     m_list->viewport()->update();
     m_noExcerpts->setDescription(
-        tr("Select text in a document and add “%1”\nto see its excerpts here.").arg(code.name));
+        tr("Select text in a document and add “%1”\nto see its excerpts here.").arg(RowText::shortened(code.name)));
     if (!std::exchange(m_excerptsAreStale, false))
         return;
     m_documents = m_store.documents().get();

@@ -23,6 +23,14 @@ QString RowText::fitting(const QString &text, const QFont &font, int width)
     return QFontMetrics(font).elidedText(line, Qt::ElideRight, width);
 }
 
+QString RowText::shortened(const QString &text, qsizetype longest)
+{
+    if (text.size() <= longest)
+        return text;
+    const bool partsPair = text[longest].isLowSurrogate() && text[longest - 1].isHighSurrogate();
+    return text.left(partsPair ? longest - 1 : longest) + u'…';
+}
+
 void RowText::paint(
     QPainter &painter, const QRect &rect, const QFont &font, const QString &text, Qt::LayoutDirection direction)
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Qt>
+#include <QtGlobal>
 
 class QFont;
 class QPainter;
@@ -13,6 +13,9 @@ namespace RowText {
 /// What of `text` fits into `width` logical pixels, with "…" where it had to be cut, line breaks as blanks. The cost
 /// doesn't grow with the part that doesn't fit.
 [[nodiscard]] QString fitting(const QString &text, const QFont &font, int width);
+/// The text, or its first `longest` UTF-16 code units and "…": for names within sentences that wrap. An endless one
+/// would push what follows off the screen.
+[[nodiscard]] QString shortened(const QString &text, qsizetype longest = 200);
 /// In the painter's pen, in the middle of the height of `rect`, beginning where `direction`, that of the window,
 /// begins.
 void paint(QPainter &painter, const QRect &rect, const QFont &font, const QString &text, Qt::LayoutDirection direction);
