@@ -1,4 +1,5 @@
 #include "library/CommandLine.h"
+#include "library/CommandLineHelp.h"
 #include "platform/LocalizedError.h"
 #include "records/AppDatabase.h"
 #include "workspace/DisplayChoice.h"
@@ -9,10 +10,13 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+const QString version = QStringLiteral(VORN_VERSION);
 
 QStringList argumentsOf(int argc, char **argv)
 {
@@ -22,9 +26,19 @@ QStringList argumentsOf(int argc, char **argv)
     return arguments;
 }
 
-void printToStandardError(const QString &line)
+void print(const QString &line, std::FILE *stream)
 {
-    std::fputs((line + u'\n').toUtf8().constData(), stderr);
+    std::fputs((line + u'\n').toUtf8().constData(), stream);
+}
+
+/// What is asked about the program itself: to be said without a display, and before there is a library.
+std::optional<QString> answerTo(const CommandLine &commandLine)
+{
+    if (commandLine.has(CommandLine::help))
+        return CommandLineHelp::text();
+    if (commandLine.has(CommandLine::version))
+        return u"Vorn "_s + version;
+    return {};
 }
 
 /// Without its database the program can't go on: it says why and stops.
@@ -35,7 +49,7 @@ int refuseToStart(const LocalizedError &error, DisplayChoice display)
     if (display == DisplayChoice::desktop)
         QMessageBox::critical(nullptr, u"Vorn"_s, message);
     else
-        printToStandardError(message);
+        print(message, stderr);
     return EXIT_FAILURE;
 }
 
@@ -44,9 +58,14 @@ int refuseToStart(const LocalizedError &error, DisplayChoice display)
 int main(int argc, char **argv)
 {
     const QStringList arguments = argumentsOf(argc, argv);
-    const DisplayChoice display = chooseDisplay(CommandLine(arguments));
+    const CommandLine commandLine(arguments);
+    if (const std::optional<QString> answer = answerTo(commandLine)) {
+        print(*answer, stdout);
+        return EXIT_SUCCESS;
+    }
+    const DisplayChoice display = chooseDisplay(commandLine);
     if (display == DisplayChoice::impossible) {
-        printToStandardError(u"Vorn needs a display to show its window, and there is none."_s);
+        print(u"Vorn needs a display to show its window, and there is none."_s, stderr);
         return EXIT_FAILURE;
     }
     if (display == DisplayChoice::offscreen)
@@ -54,7 +73,8 @@ int main(int argc, char **argv)
 
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"Vorn"_s);
-    QApplication::setApplicationVersion(u"1.0.0"_s);
+    QApplication::setApplicationVersion(version);
+    QApplication::setDesktopFileName(u"vorn"_s);
     try {
         DatabaseQueue &queue = *AppDatabase::shared().dbQueue;
         return VornApp(queue, arguments).run();

@@ -8,6 +8,8 @@
 /// The switches of the command line. What isn't one of them is ignored.
 class CommandLine {
 public:
+    static constexpr auto help = u"--help";
+    static constexpr auto version = u"--version";
     static constexpr auto seedDemo = u"--seed-demo";
     static constexpr auto exportDemo = u"--export-demo";
     static constexpr auto qdpxTest = u"--qdpx-test";

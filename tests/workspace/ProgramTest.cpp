@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -40,6 +41,15 @@ public:
 private:
     QTemporaryDir m_folder;
 };
+
+QSet<QString> switchesIn(const QString &text)
+{
+    static const QRegularExpression name(u"--[a-z]+(-[a-z]+)*"_s);
+    QSet<QString> names;
+    for (auto match = name.globalMatch(text); match.hasNext();)
+        names.insert(match.next().captured());
+    return names;
+}
 
 const QString counted = u"FREQ-TEST terms=50\n"
                         u"FREQ-TEST top: 分钟:4  every:3  phone:3  重要:3  back:2  need:2  sentence:2  table:2\n"
@@ -89,4 +99,41 @@ TEST(Program, SaysWhyItCantOpenItsLibraryAndLeavesTheFileAlone)
     QDir(program.path(u"data"_s)).rmdir(u"Vorn"_s);
     AtomicFile::write(program.path(u"data/Vorn"_s), "a file where the folder should be");
     EXPECT_TRUE(program.run({u"--freq-test"_s}).errors.contains(u"unable to open database file"_s));
+}
+
+struct Question {
+    const char *name;
+    QStringList arguments;
+    QString firstLine;
+};
+
+class AskedProgram : public testing::TestWithParam<Question> { };
+
+TEST_P(AskedProgram, AnswersOnStandardOutputWithoutADisplayOrALibrary)
+{
+    const Program program;
+    const Ending ending = program.run(GetParam().arguments);
+    EXPECT_EQ(ending.status, 0);
+    EXPECT_EQ(ending.output.section(u'\n', 0, 0), GetParam().firstLine);
+    EXPECT_TRUE(ending.output.endsWith(u'\n'));
+    EXPECT_EQ(ending.errors, QString());
+    EXPECT_FALSE(QFile::exists(program.path(u"data"_s)));
+}
+
+INSTANTIATE_TEST_SUITE_P(Program, AskedProgram,
+    testing::Values(Question{"help_wants_a_display", {u"--help"_s}, u"Usage: vorn [SWITCH]..."_s},
+        Question{"version_differs_from_the_build", {u"--version"_s}, u"Vorn " VORN_VERSION ""_s},
+        Question{"help_opens_the_library_first", {u"--seed-demo"_s, u"--freq-test"_s, u"--help"_s},
+            u"Usage: vorn [SWITCH]..."_s},
+        Question{"unknown_switch_silences_the_version", {u"--nonsense"_s, u"--version"_s}, u"Vorn " VORN_VERSION ""_s}),
+    [](const auto &row) { return std::string(row.param.name); });
+
+TEST(Program, IsHelpfulInLinesThatFitATerminalAndTellTheSameAsTheManual)
+{
+    const QString help = Program().run({u"--help"_s}).output;
+    for (const QString &line : help.split(u'\n'))
+        EXPECT_LE(line.size(), 80) << line.toStdString();
+    QString manual = QString::fromUtf8(AtomicFile::read(QStringLiteral(VORN_SOURCE "/packaging/vorn.1.in")));
+    EXPECT_EQ(switchesIn(help), switchesIn(manual.remove(u'\\')));
+    EXPECT_TRUE(switchesIn(help).contains(u"--freq-demo-term"_s));
 }
