@@ -11,7 +11,9 @@ set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "offline workbench for qualitative data an
 set(CPACK_STRIP_FILES ON)
 set(CPACK_VERBATIM_VARIABLES ON)
 
-if(NOT APPLE)
+if(APPLE)
+    include(${CMAKE_CURRENT_LIST_DIR}/PackagingMacOS.cmake)
+else()
     include(${CMAKE_CURRENT_LIST_DIR}/PackagingDebian.cmake)
 endif()
 include(CPack)
