@@ -18,6 +18,7 @@ bool isInput(QEvent::Type type)
     case QEvent::Wheel:
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
+    case QEvent::InputMethod:
     case QEvent::Shortcut:
     case QEvent::ContextMenu:
     case QEvent::DragEnter:

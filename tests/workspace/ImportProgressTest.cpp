@@ -4,6 +4,7 @@
 #include "workspace/controls/ProgressCapsule.h"
 #include "workspace/theme/ThemedTest.h"
 
+#include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
@@ -40,6 +41,9 @@ TEST_F(ImportProgressTest, TellsTheFileAndTakesNoInputButItsOwn)
     EXPECT_TRUE(capsule()->isVisible());
     EXPECT_EQ(capsule()->accessibleName(), u"File 2 of 3 notes.txt"_s);
     QTest::keyClicks(m_field, u"typed"_s);
+    QInputMethodEvent composed;
+    composed.setCommitString(u"字"_s);
+    QApplication::sendEvent(m_field, &composed);
     EXPECT_EQ(m_field->text(), QString());
     QTest::mouseClick(m_window.windowHandle(), Qt::LeftButton, {}, m_field->geometry().center());
     EXPECT_FALSE(m_field->hasFocus());
