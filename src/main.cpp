@@ -26,9 +26,10 @@ QStringList argumentsOf(int argc, char **argv)
     return arguments;
 }
 
-void print(const QString &line, std::FILE *stream)
+/// Whether all of the line could be written.
+bool print(const QString &line, std::FILE *stream)
 {
-    std::fputs((line + u'\n').toUtf8().constData(), stream);
+    return std::fputs((line + u'\n').toUtf8().constData(), stream) >= 0 && std::fflush(stream) == 0;
 }
 
 /// What is asked about the program itself: to be said without a display, and before there is a library.
@@ -59,10 +60,8 @@ int main(int argc, char **argv)
 {
     const QStringList arguments = argumentsOf(argc, argv);
     const CommandLine commandLine(arguments);
-    if (const std::optional<QString> answer = answerTo(commandLine)) {
-        print(*answer, stdout);
-        return EXIT_SUCCESS;
-    }
+    if (const std::optional<QString> answer = answerTo(commandLine))
+        return print(*answer, stdout) ? EXIT_SUCCESS : EXIT_FAILURE;
     const DisplayChoice display = chooseDisplay(commandLine);
     if (display == DisplayChoice::impossible) {
         print(u"Vorn needs a display to show its window, and there is none."_s, stderr);

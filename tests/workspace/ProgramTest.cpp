@@ -128,6 +128,16 @@ INSTANTIATE_TEST_SUITE_P(Program, AskedProgram,
         Question{"unknown_switch_silences_the_version", {u"--nonsense"_s, u"--version"_s}, u"Vorn " VORN_VERSION ""_s}),
     [](const auto &row) { return std::string(row.param.name); });
 
+TEST(Program, FailsWhereItsAnswerCantBeWritten)
+{
+    if (!QFile::exists(u"/dev/full"_s))
+        GTEST_SKIP() << "no device that is always full";
+    for (const auto &question : {u" --help"_s, u" --version"_s})
+        EXPECT_EQ(QProcess::execute(u"/bin/sh"_s,
+                      {u"-c"_s, u'\'' + QStringLiteral(VORN_PROGRAM) + u'\'' + question + u" > /dev/full"_s}),
+            1);
+}
+
 TEST(Program, IsHelpfulInLinesThatFitATerminalAndTellTheSameAsTheManual)
 {
     const QString help = Program().run({u"--help"_s}).output;
