@@ -266,6 +266,12 @@ TEST_P(SidebarDrag, BeginsWithoutSelecting)
         return;
     EXPECT_EQ(drag->mimeData()->text(), library.code(u"Trust"_s).id.toString(QUuid::WithoutBraces).toUpper());
     EXPECT_FALSE(drag->pixmap().isNull());
+    QLineEdit elsewhere(&m_window); // takes any other text
+    for (QWidget *place : {static_cast<QWidget *>(&elsewhere), list().viewport()}) {
+        QDragEnterEvent enter({1, 1}, Qt::CopyAction, drag->mimeData(), Qt::LeftButton, {});
+        QApplication::sendEvent(place, &enter);
+        EXPECT_EQ(enter.isAccepted(), place == list().viewport()) << place->metaObject()->className();
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Presses, SidebarDrag,

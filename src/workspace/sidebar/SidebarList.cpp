@@ -11,6 +11,32 @@
 #include <QPainter>
 #include <QResizeEvent>
 
+namespace {
+
+/// While it lives, nothing in the program but `place` takes a drop: a memo or a field would take a code for text.
+class OnlyPlaceToDrop final : public QObject {
+public:
+    OnlyPlaceToDrop(const QWidget &place, QObject &drag) : QObject(&drag), m_place(place)
+    {
+        qApp->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        const bool isDrop =
+            event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove || event->type() == QEvent::Drop;
+        if (!isDrop || !watched->isWidgetType() || watched == &m_place)
+            return false;
+        event->ignore();
+        return true;
+    }
+
+private:
+    const QWidget &m_place;
+};
+
+} // namespace
+
 SidebarList::SidebarList(const QString &accessibleName, QWidget *parent) : RowList(accessibleName, parent)
 {
     viewport()->setAutoFillBackground(false);
@@ -80,6 +106,7 @@ void SidebarList::drag(const QModelIndex &index)
     const QRect row = visualRect(index);
     auto *drag = new QDrag(this); // deleted by Qt when it is over
     drag->setMimeData(model()->mimeData({index}));
+    new OnlyPlaceToDrop(*viewport(), *drag);
     const DragPicture picture = DragPicture::of(*this, index);
     drag->setPixmap(picture.pixmap);
     drag->setHotSpot(picture.origin + m_pressedAt - row.topLeft());
