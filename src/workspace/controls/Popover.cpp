@@ -144,7 +144,10 @@ bool Popover::eventFilter(QObject *watched, QEvent *event)
 
 bool Popover::hangsOn(const QWidget *widget) const
 {
-    return widget != nullptr && m_bar != nullptr && (widget == m_bar || widget->isAncestorOf(m_bar));
+    const auto carries = [widget](const QWidget *place) {
+        return place != nullptr && (widget == place || widget->isAncestorOf(place));
+    };
+    return widget != nullptr && (carries(m_bar) || carries(m_target)); // a target moves within its bar, too
 }
 
 void Popover::keyPressEvent(QKeyEvent *event)
