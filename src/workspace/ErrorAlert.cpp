@@ -36,4 +36,6 @@ void ErrorAlert::render()
             .cancel = {},
             .onAction = [dismiss](const QString &) { dismiss(); },
             .onCancel = dismiss});
+    // A sheet that closes takes the alert above it along, though nobody has read it.
+    connect(m_alert, &QObject::destroyed, this, &ErrorAlert::render, Qt::QueuedConnection);
 }

@@ -77,6 +77,37 @@ TEST_F(WindowInterruptions, ThePickerStaysAtItsButtonWhenTheWindowIsResized)
     }
 }
 
+TEST_F(WindowInterruptions, FindingClosesThePicker)
+{
+    library.paste(u"A"_s, u"some words to code"_s);
+    open();
+    drag(0, 4);
+    openPicker();
+    root().openFindBar();
+    EXPECT_FALSE(find<CodePickerPopover>().isVisible());
+    EXPECT_TRUE(find<QLineEdit>(u"findField"_s).hasFocus());
+    EXPECT_EQ(text().selection(), (TextRange{0, 4}));
+}
+
+TEST_F(WindowInterruptions, AnErrorOutlivesTheSheetThatItCameOver)
+{
+    open();
+    library.store.showPasteSheet().set(true);
+    QApplication::processEvents();
+    library.store.lastError().set(u"No room"_s);
+    library.store.showPasteSheet().set(false);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QApplication::processEvents();
+    auto &alert = find<Alert>();
+    EXPECT_TRUE(alert.isVisible());
+    EXPECT_EQ(alert.accessibleDescription(), u"No room"_s);
+    QTest::keyClick(&alert, Qt::Key_Escape);
+    EXPECT_EQ(library.store.lastError().get(), std::nullopt);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QApplication::processEvents();
+    EXPECT_EQ(root().findChild<Alert *>(), nullptr);
+}
+
 TEST_F(WindowInterruptions, TheSelectedTitleIsCopied)
 {
     library.paste(u"A title"_s, u"some words to code"_s);

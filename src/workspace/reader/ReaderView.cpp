@@ -221,8 +221,10 @@ void ReaderView::removeCoding(const QUuid &codingID)
 
 void ReaderView::openFindBar()
 {
-    if (m_document)
-        m_findBar->open();
+    if (!m_document)
+        return;
+    closePicker(); // the bar to which it belongs gives way
+    m_findBar->open();
 }
 
 void ReaderView::placeOverlays()
