@@ -9,7 +9,9 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
+#include <QTextBlock>
 #include <QTextEdit>
+#include <QTextLayout>
 
 #include <gtest/gtest.h>
 
@@ -117,6 +119,15 @@ TEST_F(WindowInterruptions, TheSelectedTitleIsCopied)
     QApplication::clipboard()->setText(u"before"_s);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QApplication::clipboard()->text(), u"A"_s);
+}
+
+TEST_F(WindowInterruptions, ATitleFromRightToLeftBeginsWhereTheTextBelowDoes)
+{
+    library.paste(u"\u05E9\u05DC\u05D5\u05DD"_s, u"some words to code"_s);
+    open();
+    const QTextLayout *title = find<QTextEdit>(u"documentTitle"_s).document()->firstBlock().layout();
+    ASSERT_EQ(title->lineCount(), 1);
+    EXPECT_LT(title->lineAt(0).naturalTextRect().left(), 1);
 }
 
 TEST_F(WindowInterruptions, AnEndlessTitleLeavesRoomToRead)

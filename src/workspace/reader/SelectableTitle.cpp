@@ -1,5 +1,6 @@
 #include "workspace/reader/SelectableTitle.h"
 
+#include <QStyle>
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QTextLayout>
@@ -10,6 +11,7 @@
 namespace {
 
 constexpr int mostLines = 6;
+constexpr qsizetype mostUnits = 4'000; // more than fit into so many lines
 constexpr int usualWidth = 400;
 constexpr int leastWidth = 40;
 
@@ -36,6 +38,10 @@ void SelectableTitle::setTitle(const QString &title)
 {
     if (title == toPlainText())
         return;
+    // At the edge where the facts below begin, whichever way the title reads.
+    QTextOption option = document()->defaultTextOption();
+    option.setAlignment(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft) | Qt::AlignAbsolute);
+    document()->setDefaultTextOption(option);
     setPlainText(title);
     updateGeometry();
 }
@@ -45,7 +51,7 @@ int SelectableTitle::heightForWidth(int width) const
     int lines = 0;
     double height = 0;
     for (QTextBlock block = document()->begin(); block.isValid() && lines < mostLines; block = block.next()) {
-        QTextLayout layout(block.text(), font());
+        QTextLayout layout(block.text().left(mostUnits), font());
         layout.setTextOption(document()->defaultTextOption());
         layout.beginLayout();
         for (QTextLine line = layout.createLine(); line.isValid() && lines < mostLines; line = layout.createLine()) {
