@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// More than the widest row can show.
@@ -21,6 +23,12 @@ QString RowText::fitting(const QString &text, const QFont &font, int width)
     std::ranges::replace_if(
         line, [](QChar unit) { return TextTrimming::isLineBreak(unit.unicode()); }, u' ');
     return QFontMetrics(font).elidedText(line, Qt::ElideRight, width);
+}
+
+QString RowText::forMenu(const QString &name, const QFont &font)
+{
+    constexpr int widest = 320;
+    return fitting(name, font, widest).replace(u'&', u"&&"_s).replace(u'\t', u' ');
 }
 
 QString RowText::shortened(const QString &text, qsizetype longest)

@@ -13,6 +13,9 @@ namespace RowText {
 /// What of `text` fits into `width` logical pixels, with "…" where it had to be cut, line breaks as blanks. The cost
 /// doesn't grow with the part that doesn't fit.
 [[nodiscard]] QString fitting(const QString &text, const QFont &font, int width);
+/// A name as an entry of a menu shows it: short enough, an ampersand is an ampersand, and a tabulator begins no
+/// shortcut.
+[[nodiscard]] QString forMenu(const QString &name, const QFont &font);
 /// The text, or its first `longest` UTF-16 code units and "…": for names within sentences that wrap. An endless one
 /// would push what follows off the screen.
 [[nodiscard]] QString shortened(const QString &text, qsizetype longest = 200);

@@ -11,18 +11,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-constexpr int longestName = 320; // logical pixels
-
-/// As it stands, if it isn't endless: in a menu, "&" marks a letter and a tabulator begins a shortcut.
-QString menuText(const QString &name, const QFont &font)
-{
-    return RowText::fitting(name, font, longestName).replace(u'&', u"&&"_s).replace(u'\t', u' ');
-}
-
-} // namespace
-
 QMenu *CodingTextView::createContextMenu(qint64 position)
 {
     // A click just behind the last character of a stretch still counts as inside it.
@@ -35,7 +23,7 @@ QMenu *CodingTextView::createContextMenu(qint64 position)
     if (isOnSelection && isSignalConnected(QMetaMethod::fromSignal(&CodingTextView::addCodeRequested)))
         connect(menu->addAction(tr("Add Code…")), &QAction::triggered, this, &CodingTextView::addCodeRequested);
     if (const TextHighlight *passage = m_marks.passages.firstAt(position, before)) {
-        QAction *action = menu->addAction(tr("Remove Code — %1").arg(menuText(passage->name, menu->font())));
+        QAction *action = menu->addAction(tr("Remove Code — %1").arg(RowText::forMenu(passage->name, menu->font())));
         connect(action, &QAction::triggered, this,
             [this, codingID = passage->codingID] { Q_EMIT removeCodingRequested(codingID); });
     }

@@ -8,17 +8,7 @@
 
 #include <algorithm>
 
-using namespace Qt::StringLiterals;
-
 namespace {
-
-constexpr int longestName = 320; // logical pixels
-
-/// A name as a menu shows it: short enough, and an ampersand is an ampersand.
-QString titleOf(const Code &code, const QFont &font)
-{
-    return RowText::fitting(code.name, font, longestName).replace(u'&', u"&&"_s);
-}
 
 QList<Code> withoutCode(QList<Code> codes, const QUuid &id)
 {
@@ -60,6 +50,7 @@ void CodeRowMenu::addCodes(const QString &title, const QList<Code> &others, void
         if (!menu->isEmpty())
             return;
         for (const Code &other : others)
-            menu->addAction(titleOf(other, menu->font()), this, [this, picked, id = other.id] { (this->*picked)(id); });
+            menu->addAction(RowText::forMenu(other.name, menu->font()), this,
+                [this, picked, id = other.id] { (this->*picked)(id); });
     });
 }
