@@ -119,6 +119,8 @@ TEST_F(WindowInterruptions, TheSelectedTitleIsCopied)
     QApplication::clipboard()->setText(u"before"_s);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QApplication::clipboard()->text(), u"A"_s);
+    text().setFocus(Qt::MouseFocusReason);
+    EXPECT_FALSE(title.textCursor().hasSelection());
 }
 
 TEST_F(WindowInterruptions, ATitleFromRightToLeftBeginsWhereTheTextBelowDoes)

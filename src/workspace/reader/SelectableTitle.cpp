@@ -1,5 +1,6 @@
 #include "workspace/reader/SelectableTitle.h"
 
+#include <QFocusEvent>
 #include <QStyle>
 #include <QTextBlock>
 #include <QTextDocument>
@@ -72,4 +73,15 @@ QSize SelectableTitle::sizeHint() const
 QSize SelectableTitle::minimumSizeHint() const
 {
     return {leastWidth, fontMetrics().height()};
+}
+
+/// What is selected goes with the focus, or it would look as if it were about to be coded. A menu only borrows it.
+void SelectableTitle::focusOutEvent(QFocusEvent *event)
+{
+    QTextEdit::focusOutEvent(event);
+    const Qt::FocusReason reason = event->reason();
+    const bool isLent =
+        reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason || reason == Qt::ActiveWindowFocusReason;
+    if (!isLent)
+        moveCursor(QTextCursor::Start);
 }

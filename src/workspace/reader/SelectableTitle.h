@@ -17,4 +17,7 @@ public:
     [[nodiscard]] int heightForWidth(int width) const override;
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    void focusOutEvent(QFocusEvent *event) override;
 };
