@@ -161,6 +161,9 @@ public:
     [[nodiscard]] QList<ExportCodeGroup> exportGroups(const std::optional<QUuid> &scopeCodeID) const;
     /// Replaces the file at `path` by the report, or leaves it as it was. Throws FileError.
     void writeExport(const QList<ExportCodeGroup> &groups, ExportFormat format, const QString &path) const;
+    /// For the sheet that asks by itself where its report is to go, and shows it afterwards.
+    [[nodiscard]] Panels &panels() const { return m_services.panels; }
+    [[nodiscard]] FileViewer &fileViewer() const { return m_services.fileViewer; }
     /// Throws LocalizedError.
     void exportQdpx(const QString &path) const;
     void importQdpx(const QString &path);

@@ -11,6 +11,7 @@
 #include "workspace/reader/ReaderPane.h"
 #include "workspace/reader/ReaderView.h"
 #include "workspace/results/QueryResultsView.h"
+#include "workspace/results/WordFreqResultsView.h"
 #include "workspace/sheets/SheetPresenter.h"
 #include "workspace/sidebar/SidebarView.h"
 #include "workspace/theme/Metrics.h"
@@ -38,11 +39,12 @@ RootView::RootView(LibraryStore &store)
       m_documents(new DocumentListView(store)),
       m_excerpts(new ExcerptListView(store)),
       m_queryResults(new QueryResultsView(store)),
+      m_wordFreqResults(new WordFreqResultsView(store)),
       m_reader(new ReaderPane(store)),
       m_import(new QPushButton(Symbols::icon(u"plus"_s), u"Import"_s))
 {
     setWindowTitle(u"Vorn"_s);
-    for (QWidget *list : std::initializer_list<QWidget *>{m_documents, m_excerpts, m_queryResults})
+    for (QWidget *list : std::initializer_list<QWidget *>{m_documents, m_excerpts, m_queryResults, m_wordFreqResults})
         m_lists->addWidget(list);
     // A stack takes its least width from its pages, but not its greatest.
     m_lists->setMinimumWidth(ListMetrics::leastColumnWidth);
@@ -111,6 +113,8 @@ QWidget *RootView::listFor(const SidebarSelection &selection)
     }
     if (std::holds_alternative<QuerySelection>(selection))
         return m_queryResults;
+    if (std::holds_alternative<WordFreqSelection>(selection))
+        return m_wordFreqResults;
     return m_documents;
 }
 

@@ -12,6 +12,7 @@ class QStackedWidget;
 class QueryResultsView;
 class ReaderPane;
 class StatusBanner;
+class WordFreqResultsView;
 
 /// The window: what there is on the left, a list in the middle, reading on the right. It composes and has no logic of
 /// its own beyond which list the middle shows.
@@ -38,6 +39,7 @@ private:
     DocumentListView *m_documents;
     ExcerptListView *m_excerpts;
     QueryResultsView *m_queryResults;
+    WordFreqResultsView *m_wordFreqResults;
     ReaderPane *m_reader;
     QPushButton *m_import;
     StatusBanner *m_banner;

@@ -98,6 +98,17 @@ FocusOutline SegmentedControl::focusOutline() const
     return {track(), Metrics::controlRadius};
 }
 
+void SegmentedControl::setLabels(const QStringList &labels)
+{
+    if (labels == m_labels)
+        return;
+    const int kept = std::min(m_current, int(labels.size()) - 1);
+    m_labels = labels;
+    updateGeometry();
+    update();
+    setCurrentIndex(kept);
+}
+
 void SegmentedControl::setCurrentIndex(int index)
 {
     if (index == m_current || index < 0 || index >= m_labels.size())

@@ -26,6 +26,8 @@ public:
     [[nodiscard]] QAccessible::Role accessibleRole() const override { return QAccessible::ComboBox; }
     [[nodiscard]] QString accessibleValue() const override { return m_labels.value(m_current); }
 
+    /// The choice stays at its place, or goes to the last segment when there are fewer now.
+    void setLabels(const QStringList &labels);
     /// Ignored unless it is one of the segments.
     void setCurrentIndex(int index);
 

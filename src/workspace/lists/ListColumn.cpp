@@ -71,16 +71,30 @@ void ListColumn::addBackButton(LibraryStore &store)
     m_head->addStretch();
 }
 
+void ListColumn::shortenHead(int by)
+{
+    QMargins margins = m_head->contentsMargins();
+    margins.setTop(by);
+    margins.setBottom(0);
+    m_head->setContentsMargins(margins);
+    m_head->itemAt(0)->spacerItem()->changeSize(0, Metrics::columnHeadHeight - 2 * by); // its strut
+}
+
+QHBoxLayout *ListColumn::makeBackRow(PlainButton &button)
+{
+    auto *row = new QHBoxLayout;
+    row->setContentsMargins(backButtonLeft, 0, ListMetrics::rowInset, 0);
+    row->addWidget(&button);
+    row->addStretch();
+    return row;
+}
+
 void ListColumn::addBackRow(LibraryStore &store, QVBoxLayout &column)
 {
     QMargins headMargins = m_head->contentsMargins();
     headMargins.setBottom(0);
     m_head->setContentsMargins(headMargins);
-    auto *row = new QHBoxLayout;
-    row->setContentsMargins(backButtonLeft, 0, ListMetrics::rowInset, 0);
-    row->addWidget(makeBackButton(store));
-    row->addStretch();
-    column.addLayout(row);
+    column.addLayout(makeBackRow(*makeBackButton(store)));
 }
 
 void ListColumn::invalidate()

@@ -32,6 +32,10 @@ protected:
     PlainButton *makeBackButton(LibraryStore &store);
     /// Puts that button into the head of a view that has no title.
     void addBackButton(LibraryStore &store);
+    /// Takes that many logical pixels from the head's lower end; what stands in it stays where it is.
+    void shortenHead(int by);
+    /// The row of a way back, with the button's icon where the lines begin. Has no parent yet.
+    [[nodiscard]] static QHBoxLayout *makeBackRow(PlainButton &button);
     /// Puts that button as a row of its own on top of `column`, close under the head.
     void addBackRow(LibraryStore &store, QVBoxLayout &column);
 

@@ -17,12 +17,17 @@ constexpr qsizetype longestLine = 600;
 
 } // namespace
 
-QString RowText::fitting(const QString &text, const QFont &font, int width)
+QString RowText::oneLine(const QString &text)
 {
     QString line = text.left(longestLine);
     std::ranges::replace_if(
-        line, [](QChar unit) { return TextTrimming::isLineBreak(unit.unicode()); }, u' ');
-    return QFontMetrics(font).elidedText(line, Qt::ElideRight, width);
+        line, [](QChar unit) { return unit == u'\t' || TextTrimming::isLineBreak(unit.unicode()); }, u' ');
+    return line;
+}
+
+QString RowText::fitting(const QString &text, const QFont &font, int width)
+{
+    return QFontMetrics(font).elidedText(oneLine(text), Qt::ElideRight, width);
 }
 
 QString RowText::forMenu(const QString &name, const QFont &font)

@@ -10,6 +10,8 @@ class QString;
 /// One line of text in a row.
 namespace RowText {
 
+/// The beginning of `text`, as much as the widest row can show, with line breaks as blanks.
+[[nodiscard]] QString oneLine(const QString &text);
 /// What of `text` fits into `width` logical pixels, with "…" where it had to be cut, line breaks as blanks. The cost
 /// doesn't grow with the part that doesn't fit.
 [[nodiscard]] QString fitting(const QString &text, const QFont &font, int width);

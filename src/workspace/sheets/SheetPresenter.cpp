@@ -1,8 +1,10 @@
 #include "workspace/sheets/SheetPresenter.h"
 
 #include "library/LibraryStore.h"
+#include "workspace/sheets/ExportSheet.h"
 #include "workspace/sheets/PasteSheet.h"
 #include "workspace/sheets/QuerySheet.h"
+#include "workspace/sheets/WordFrequencySheet.h"
 
 #include <algorithm>
 
@@ -12,7 +14,9 @@ SheetPresenter::SheetPresenter(LibraryStore &store, QWidget &window)
       m_window(window)
 {
     present<PasteSheet>(store.showPasteSheet());
+    present<ExportSheet>(store.showExportSheet());
     present<QuerySheet>(store.showQuerySheet());
+    present<WordFrequencySheet>(store.showWordFreqSheet());
     render();
 }
 

@@ -1,0 +1,104 @@
+#include "workspace/results/TermRowDelegate.h"
+
+#include "platform/LocaleText.h"
+#include "workspace/lists/ListMetrics.h"
+#include "workspace/lists/RowList.h"
+#include "workspace/lists/RowText.h"
+#include "workspace/theme/Fonts.h"
+#include "workspace/theme/Metrics.h"
+#include "workspace/theme/Painting.h"
+#include "workspace/theme/Theme.h"
+#include "workspace/theme/ThemeColors.h"
+
+#include <QHelpEvent>
+#include <QPainter>
+#include <QToolTip>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double greatestBar = 90;
+constexpr double leastBar = 4;
+constexpr int barHeight = 6;
+constexpr int countWidth = 34; // more for counts that need it, in all rows alike
+constexpr int spacing = 8;
+/// The first row keeps this distance from the line above the list.
+constexpr int firstRowGap = 6;
+
+int gapAbove(const QModelIndex &index)
+{
+    return index.row() == 0 ? firstRowGap : 0;
+}
+
+qint64 topCountOf(const QModelIndex &index)
+{
+    return index.data(TermRowDelegate::topCountRole).toLongLong();
+}
+
+} // namespace
+
+TermRowDelegate::TermRowDelegate(QObject *parent)
+    : QStyledItemDelegate(parent),
+      m_termFont(Fonts::body()),
+      m_countFont(Fonts::caption()),
+      m_ground(ListMetrics::rowInset, Metrics::listRowRadius)
+{
+}
+
+double TermRowDelegate::barWidth(qint64 count, qint64 topCount)
+{
+    return std::max(double(count) * greatestBar / double(std::max<qint64>(topCount, 1)), leastBar);
+}
+
+QSize TermRowDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    const int height = Metrics::rowHeightFor(Metrics::rowHeight, QFontMetrics(m_termFont).height());
+    return {option.rect.width(), height + gapAbove(index)};
+}
+
+TermRowDelegate::Parts TermRowDelegate::partsOf(const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    constexpr int inset = ListMetrics::contentInset;
+    const QRect content = option.rect.adjusted(inset, gapAbove(index), -inset, 0);
+    const int widestCount = QFontMetrics(m_countFont).horizontalAdvance(LocaleText::number(topCountOf(index)));
+    QRect count = content;
+    count.setLeft(content.right() + 1 - std::max(countWidth, widestCount));
+    const double width = barWidth(index.data(countRole).toLongLong(), topCountOf(index));
+    const QRectF bar(
+        count.left() - spacing - width, content.top() + (content.height() - barHeight) / 2, width, barHeight);
+    QRect term = content;
+    term.setRight(int(std::floor(bar.left())) - 2 * spacing - 1);
+    if (option.direction == Qt::LeftToRight)
+        return {term, bar, count};
+    const auto mirrored = [&](const QRect &rect) { return QStyle::visualRect(option.direction, content, rect); };
+    const QRectF mirroredBar(content.left() + content.right() + 1 - bar.right(), bar.top(), bar.width(), bar.height());
+    return {mirrored(term), mirroredBar, mirrored(count)};
+}
+
+void TermRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    const ThemeColors &colors = Theme::colors();
+    m_ground.paint(*painter, option.rect.adjusted(0, gapAbove(index), 0, 0), RowList::stateOf(option, index));
+    const Parts parts = partsOf(option, index);
+    painter->setPen(colors.text);
+    RowText::paint(*painter, parts.term, m_termFont, index.data().toString(), option.direction);
+    Painting::fill(*painter, parts.bar, Metrics::barRadius, colors.wordBar);
+    painter->setPen(colors.secondary);
+    painter->setFont(m_countFont);
+    painter->drawText(parts.count,
+        int(QStyle::visualAlignment(option.direction, Qt::AlignRight | Qt::AlignVCenter)) | Qt::TextSingleLine,
+        LocaleText::number(index.data(countRole).toLongLong()));
+}
+
+bool TermRowDelegate::helpEvent(
+    QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option, const QModelIndex &index)
+{
+    const QString term = RowText::oneLine(index.data().toString());
+    const bool isWhole = RowText::fitting(term, m_termFont, partsOf(option, index).term.width()) == term;
+    if (event->type() != QEvent::ToolTip || isWhole)
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    QToolTip::showText(event->globalPos(), term, view);
+    return true;
+}

@@ -1,0 +1,176 @@
+#include "workspace/sheets/ExportSheet.h"
+
+#include "ShownSheets.h"
+#include "workspace/ErrorAlert.h"
+#include "workspace/controls/Alert.h"
+#include "workspace/controls/ElidedLabel.h"
+#include "workspace/controls/SegmentedControl.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The real sheet over the real store, with three passages in two of three codes.
+class ExportSheetTest : public ShownSheets {
+protected:
+    ExportSheetTest()
+    {
+        library.makeCodes({u"Trust"_s, u"Doubt"_s, u"Unused"_s});
+        notes = library.paste(u"Notes"_s, u"one two three four"_s);
+        assign(u"Trust"_s, 0, 3);
+        assign(u"Trust"_s, 4, 3);
+        assign(u"Doubt"_s, 8, 5);
+    }
+    void assign(const QString &code, qint64 start, qint64 length)
+    {
+        library.store.assignCode(library.code(code), notes, {start, length});
+    }
+    void select(const QString &code) { library.store.sidebarSelection().set(CodeSelection{library.code(code).id}); }
+    void open() { ShownSheets::open(library.store.showExportSheet()); }
+    [[nodiscard]] SegmentedControl &scope() const { return find<SegmentedControl>(u"exportScope"_s); }
+    [[nodiscard]] SegmentedControl &format() const { return find<SegmentedControl>(u"exportFormat"_s); }
+    [[nodiscard]] QString summary() const { return find<ElidedLabel>(u"exportSummary"_s).text(); }
+    static void choose(SegmentedControl &control, int index)
+    {
+        QTest::mouseClick(&control, Qt::LeftButton, {}, control.segmentRect(index).center());
+    }
+    void clickExport() const
+    {
+        QTest::mouseClick(&button(u"export"_s), Qt::LeftButton);
+        QApplication::processEvents();
+    }
+    [[nodiscard]] QString pathOf(const QString &name) const { return folder.filePath(name); }
+    [[nodiscard]] QString contentOf(const QString &name) const
+    {
+        QFile file(pathOf(name));
+        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : u"(no file)"_s;
+    }
+
+    QTemporaryDir folder;
+    Document notes;
+};
+
+struct FormatCase {
+    const char *name;
+    int index;
+    QString label;
+    QString extension;
+    QString beginning; ///< of the written report
+};
+class Format : public ExportSheetTest, public testing::WithParamInterface<FormatCase> { };
+
+} // namespace
+
+TEST_P(Format, DecidesOnTheProposedNameAndTheReport)
+{
+    open();
+    EXPECT_EQ(format().labels().value(GetParam().index), GetParam().label);
+    choose(format(), GetParam().index);
+    library.panels.pathToSave = pathOf(u"report"_s);
+    clickExport();
+    ASSERT_TRUE(library.panels.saveRequest.has_value());
+    EXPECT_EQ(library.panels.saveRequest->title, u"Export Coded Excerpts"_s);
+    EXPECT_EQ(library.panels.saveRequest->prompt, u"Export"_s);
+    EXPECT_EQ(library.panels.saveRequest->proposedName, u"Vorn-Excerpts."_s + GetParam().extension);
+    EXPECT_EQ(library.panels.saveRequest->extension, GetParam().extension);
+    EXPECT_TRUE(contentOf(u"report"_s).startsWith(GetParam().beginning)) << contentOf(u"report"_s).toStdString();
+    EXPECT_EQ(library.fileViewer.revealed, QStringList{pathOf(u"report"_s)});
+    EXPECT_EQ(sheet(), nullptr);
+    EXPECT_FALSE(library.store.showExportSheet().get());
+    EXPECT_EQ(library.store.statusMessage().get(), std::nullopt);
+    EXPECT_TRUE(before.hasFocus());
+}
+
+INSTANTIATE_TEST_SUITE_P(Formats, Format,
+    testing::Values(FormatCase{"markdown_comes_first", 0, u"Markdown"_s, u"md"_s, u"# "_s},
+        FormatCase{"csv", 1, u"CSV"_s, u"csv"_s, u"Code,"_s},
+        FormatCase{"html", 2, u"HTML"_s, u"html"_s, u"<!doctype html>"_s}),
+    rowName);
+
+TEST_F(ExportSheetTest, WithoutASelectedCodeThereIsOneScope)
+{
+    open();
+    EXPECT_EQ(scope().labels(), QStringList{u"All codes"_s});
+    EXPECT_EQ(summary(), u"2 codes · 3 excerpts"_s); // the code without passages doesn't count
+}
+
+TEST_F(ExportSheetTest, OpensOnTheSelectedCodeAndExportsItAlone)
+{
+    select(u"Doubt"_s);
+    open();
+    EXPECT_EQ(scope().labels(), (QStringList{u"All codes"_s, u"Selected code"_s}));
+    EXPECT_EQ(scope().currentIndex(), 1);
+    EXPECT_EQ(summary(), u"1 codes · 1 excerpts"_s);
+    choose(scope(), 0);
+    EXPECT_EQ(summary(), u"2 codes · 3 excerpts"_s);
+    choose(scope(), 1);
+    library.panels.pathToSave = pathOf(u"a.md"_s);
+    press(Qt::Key_Return);
+    EXPECT_TRUE(contentOf(u"a.md"_s).contains(u"three"_s));
+    EXPECT_FALSE(contentOf(u"a.md"_s).contains(u"Trust"_s));
+}
+
+TEST_F(ExportSheetTest, FollowsWhatHappensBehindIt)
+{
+    select(u"Trust"_s);
+    open();
+    assign(u"Trust"_s, 14, 4);
+    EXPECT_EQ(summary(), u"1 codes · 3 excerpts"_s);
+    select(u"Unused"_s);
+    EXPECT_EQ(summary(), u"0 codes · 0 excerpts"_s);
+    library.store.goToDocuments(); // the selection goes away
+    EXPECT_EQ(scope().labels(), QStringList{u"All codes"_s});
+    EXPECT_EQ(summary(), u"2 codes · 4 excerpts"_s);
+    library.store.deleteDocument(notes);
+    EXPECT_EQ(summary(), u"0 codes · 0 excerpts"_s);
+    library.panels.pathToSave = pathOf(u"a.md"_s);
+    clickExport();
+    EXPECT_TRUE(contentOf(u"a.md"_s).startsWith(u"# "_s)); // a report of nothing is one, too
+}
+
+TEST_F(ExportSheetTest, CancellingThePanelKeepsTheSheetAndItsChoices)
+{
+    select(u"Trust"_s);
+    open();
+    choose(scope(), 0);
+    choose(format(), 2);
+    clickExport();
+    EXPECT_TRUE(library.panels.saveRequest.has_value());
+    ASSERT_NE(sheet(), nullptr);
+    EXPECT_EQ(scope().currentIndex(), 0);
+    EXPECT_EQ(format().currentIndex(), 2);
+    EXPECT_TRUE(library.fileViewer.revealed.isEmpty());
+    press(Qt::Key_Escape);
+    EXPECT_EQ(sheet(), nullptr);
+    open();
+    EXPECT_EQ(scope().currentIndex(), 1); // each time anew
+    EXPECT_EQ(format().currentIndex(), 0);
+}
+
+TEST_F(ExportSheetTest, AFailureIsShownOverTheSheetWhichStays)
+{
+    const ErrorAlert errors(library.store, m_window);
+    open();
+    const QPointer<Sheet> opened = sheet();
+    library.panels.pathToSave = pathOf(u"missing/a.md"_s);
+    clickExport();
+    ASSERT_TRUE(library.store.lastError().get().has_value());
+    EXPECT_TRUE(library.store.lastError()->value().startsWith(u"Export failed: "_s));
+    auto *alert = m_window.findChild<Alert *>();
+    ASSERT_NE(alert, nullptr);
+    EXPECT_EQ(alert->parentWidget(), opened);
+    EXPECT_TRUE(library.fileViewer.revealed.isEmpty());
+    QTest::keyClick(alert, Qt::Key_Return);
+    QApplication::processEvents();
+    ASSERT_TRUE(opened != nullptr && opened->isVisible());
+    EXPECT_TRUE(library.store.showExportSheet().get());
+
+    library.panels.pathToSave = pathOf(u"a.md"_s);
+    QTest::mouseClick(opened->findChild<QPushButton *>(u"export"_s), Qt::LeftButton);
+    QApplication::processEvents();
+    EXPECT_EQ(library.fileViewer.revealed, QStringList{pathOf(u"a.md"_s)});
+    EXPECT_FALSE(library.store.showExportSheet().get());
+}
