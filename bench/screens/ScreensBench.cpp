@@ -1,4 +1,5 @@
 #include "../Corpus.h"
+#include "Frames.h"
 
 #include "records/AppDatabase.h"
 #include "support/TestLibrary.h"
@@ -11,7 +12,6 @@
 #include <QAbstractItemModel>
 #include <QApplication>
 #include <QCheckBox>
-#include <QKeyEvent>
 #include <QListView>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -32,19 +32,6 @@ namespace {
 constexpr int codeCount = 2'000;
 constexpr int resultCount = 100'000;
 constexpr QSize columnSize{285, 750};
-
-/// Paints what is due.
-void paint()
-{
-    QApplication::processEvents();
-    QApplication::sendPostedEvents();
-}
-
-void press(QWidget &widget, Qt::Key key, const QString &text)
-{
-    QKeyEvent down(QEvent::KeyPress, key, Qt::NoModifier, text);
-    QApplication::sendEvent(&widget, &down);
-}
 
 /// The store after a query for all its codes.
 struct Queried {

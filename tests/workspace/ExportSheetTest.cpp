@@ -3,7 +3,7 @@
 #include "ShownSheets.h"
 #include "workspace/ErrorAlert.h"
 #include "workspace/controls/Alert.h"
-#include "workspace/controls/ElidedLabel.h"
+#include "workspace/controls/Paragraph.h"
 #include "workspace/controls/SegmentedControl.h"
 
 #include <QFile>
@@ -32,7 +32,7 @@ protected:
     void open() { ShownSheets::open(library.store.showExportSheet()); }
     [[nodiscard]] SegmentedControl &scope() const { return find<SegmentedControl>(u"exportScope"_s); }
     [[nodiscard]] SegmentedControl &format() const { return find<SegmentedControl>(u"exportFormat"_s); }
-    [[nodiscard]] QString summary() const { return find<ElidedLabel>(u"exportSummary"_s).text(); }
+    [[nodiscard]] QString summary() const { return find<Paragraph>(u"exportSummary"_s).text(); }
     static void choose(SegmentedControl &control, int index)
     {
         QTest::mouseClick(&control, Qt::LeftButton, {}, control.segmentRect(index).center());

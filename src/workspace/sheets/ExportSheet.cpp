@@ -5,7 +5,6 @@
 #include "platform/LocaleText.h"
 #include "platform/LocalizedError.h"
 #include "platform/Panels.h"
-#include "workspace/controls/ElidedLabel.h"
 #include "workspace/controls/Paragraph.h"
 #include "workspace/controls/SegmentedControl.h"
 #include "workspace/theme/Fonts.h"
@@ -20,11 +19,12 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int sheetWidth = 440;
-constexpr int padding = Metrics::dialogPadding;
+constexpr int padding = Metrics::dialogPadding + 1; // and the edge
 constexpr int spacing = 16;
 constexpr int choiceSpacing = 8;
 constexpr int titleHeight = 18;
 constexpr int captionHeight = 14;
+constexpr int calloutHeight = 16;
 
 template <typename Values, typename Label>
 QStringList labelsOf(const Values &values, Label label)
@@ -53,7 +53,7 @@ ExportSheet::ExportSheet(LibraryStore &store, QWidget &window)
       m_store(store),
       m_scope(new SegmentedControl(labelsOf(availableScopes(), label), this)),
       m_format(new SegmentedControl(labelsOf(ExportFormats::formats(), ExportFormats::label), this)),
-      m_summary(new ElidedLabel({}, Fonts::callout(), Symbols::Tint::secondary, this))
+      m_summary(new Paragraph({}, Fonts::callout(), Symbols::Tint::secondary, calloutHeight, this))
 {
     setWindowTitle(tr("Export Coded Excerpts"));
     m_scope->setObjectName(u"exportScope"_s);

@@ -6,8 +6,8 @@
 
 #include <optional>
 
-class ElidedLabel;
 class LibraryStore;
+class Paragraph;
 class QVBoxLayout;
 class SegmentedControl;
 
@@ -43,5 +43,5 @@ private:
     std::optional<QList<ExportCodeGroup>> m_groups;
     SegmentedControl *m_scope = nullptr;
     SegmentedControl *m_format = nullptr;
-    ElidedLabel *m_summary = nullptr;
+    Paragraph *m_summary = nullptr;
 };

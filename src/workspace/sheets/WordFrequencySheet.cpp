@@ -29,7 +29,7 @@ constexpr int headerSpacing = 2;
 constexpr int titleHeight = 17;
 constexpr int calloutHeight = 16;
 constexpr int leastLabelWidth = 74;
-constexpr int besideSmallControls = 10;
+constexpr int besideSmallControls = 9;
 constexpr int shadowRoom = 2; // of the stepper, above and below, which adds to the spacing there
 
 enum ScopeKind { allDocuments, oneDocument, oneCode };
