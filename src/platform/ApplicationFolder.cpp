@@ -1,7 +1,7 @@
 #include "platform/ApplicationFolder.h"
 
 #include <QDir>
-#include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 QString ApplicationFolder::prepared()
 {
     const QString path = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/Vorn"_s;
-    if (!QDir(path).exists() && QDir().mkpath(path))
-        QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    QDir().mkpath(QFileInfo(path).path());
+    QDir().mkdir(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner); // private from its first moment
     return path;
 }

@@ -6,7 +6,10 @@
 #include <QFile>
 #include <QUuid>
 
+#include <sys/stat.h>
+
 #include <algorithm>
+#include <cerrno>
 #include <filesystem>
 #include <system_error>
 #include <vector>
@@ -21,9 +24,10 @@ void makePrivate(const QString &path)
     std::error_code error;
     const fs::path folder(QFile::encodeName(path).toStdString());
     fs::create_directories(folder.parent_path(), error);
-    if (!fs::create_directory(folder, error) && error)
-        throw FileError(path, QString::fromStdString(error.message()));
-    fs::permissions(folder, fs::perms::owner_all, error);
+    // Private from its first moment, and nobody else's folder that happens to be there.
+    if (::mkdir(folder.c_str(), S_IRWXU) != 0)
+        throw FileError(path, QString::fromStdString(std::generic_category().message(errno)));
+    fs::permissions(folder, fs::perms::owner_all, error); // whatever the process takes from new files
 }
 
 /// Removes folders that nobody may enter, and folders that lie deeper than files may be open: both may come out of an

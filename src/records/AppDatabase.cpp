@@ -54,8 +54,8 @@ void bringUpToDate(DatabaseQueue &queue)
 void makePrivateFile(const QString &path)
 {
     QFile file(path);
-    if (!file.exists() && file.open(QIODevice::NewOnly | QIODevice::WriteOnly))
-        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    if (!file.exists())
+        file.open(QIODevice::NewOnly | QIODevice::WriteOnly, QFile::ReadOwner | QFile::WriteOwner);
 }
 
 } // namespace
