@@ -17,7 +17,7 @@ namespace {
 void writePlainly(const QString &path, QByteArrayView bytes)
 {
     QFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         throw FileError(file);
     AtomicFile::writeAll(file, bytes);
 }
@@ -69,7 +69,10 @@ void RefiQdpx::exportArchive(const ExportInput &input, const QString &destinatio
     const QString target = QFileInfo(destination).absoluteFilePath();
     QFile::remove(target); // zip would add to an archive that is there
     writeExactly(target, [&](const QString &path) {
-        runCommand(
-            u"/usr/bin/zip"_s, {u"-X"_s, u"-q"_s, u"-r"_s, path, u"project.qde"_s, u"sources"_s}, staging.path());
+        // With its own unfinished file in the staging folder: on a full disk it would leave that beside the archive.
+        runCommand(u"/usr/bin/zip"_s,
+            {u"-X"_s, u"-q"_s, u"-r"_s, u"-b"_s, staging.path(), path, u"project.qde"_s, u"sources"_s}, staging.path());
+        // It keeps unfinished files private; this one is as open to others as any other export.
+        QFile::setPermissions(path, QFile::permissions(staging.path(u"project.qde"_s)));
     });
 }

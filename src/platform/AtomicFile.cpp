@@ -25,7 +25,7 @@ QByteArray AtomicFile::read(const QString &path)
 void AtomicFile::write(const QString &path, QByteArrayView bytes)
 {
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         throw FileError(file);
     writeAll(file, bytes);
     if (!file.commit())
@@ -34,7 +34,8 @@ void AtomicFile::write(const QString &path, QByteArrayView bytes)
 
 void AtomicFile::writeAll(QFileDevice &file, QByteArrayView bytes)
 {
-    // On a disk that becomes full the first write is merely short: only the next one says why.
+    // On a disk that becomes full the first write is merely short: only the next one says why. A buffer of the file
+    // would write once and know no reason.
     while (!bytes.isEmpty()) {
         const qint64 count = file.write(bytes.data(), bytes.size());
         if (count <= 0)

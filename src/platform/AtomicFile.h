@@ -11,6 +11,6 @@ namespace AtomicFile {
 [[nodiscard]] QByteArray read(const QString &path);
 /// Puts a file with these bytes at `path`, in place of one that is there, or changes nothing. Throws FileError.
 void write(const QString &path, QByteArrayView bytes);
-/// Writes all bytes to an open file. Throws FileError.
+/// Writes all bytes to an open, unbuffered file. Throws FileError.
 void writeAll(QFileDevice &file, QByteArrayView bytes);
 } // namespace AtomicFile

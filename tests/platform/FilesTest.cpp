@@ -1,6 +1,7 @@
 #include "platform/AtomicFile.h"
 #include "platform/FileError.h"
 #include "platform/StagingFolder.h"
+#include "support/FailingDisk.h"
 
 #include <QDir>
 #include <QFile>
@@ -9,40 +10,12 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <cerrno>
-#include <csignal>
 #include <cstring>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-/// As long as it lives, a file takes no more than a number of bytes, as on a disk that is nearly full.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t bytes) : m_handler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit{bytes, m_before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
-    }
-    FileSizeLimit(const FileSizeLimit &) = delete;
-    FileSizeLimit &operator=(const FileSizeLimit &) = delete;
-
-private:
-    rlimit m_before{};
-    void (*m_handler)(int);
-};
-
-} // namespace
 
 TEST(AtomicFile, ReplacesAFileOrLeavesItAsItWas)
 {
@@ -64,17 +37,17 @@ TEST(AtomicFile, TellsWhyAFileWasWrittenOnlyInPart)
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"report.md"_s);
     AtomicFile::write(path, "first");
-    QString complaint;
-    {
-        const FileSizeLimit limit(100'000);
+    for (const rlim_t limit : {rlim_t(0), rlim_t(10), rlim_t(100'000)}) { // around the size of every buffer
+        QString complaint;
         try {
-            AtomicFile::write(path, QByteArray(250'000, 'x'));
+            const FileSizeLimit disk(limit);
+            AtomicFile::write(path, QByteArray(qsizetype(limit) + 1'000, 'x'));
         } catch (const FileError &error) {
             complaint = error.description();
         }
+        EXPECT_EQ(complaint, u"“report.md”: "_s + QString::fromLocal8Bit(std::strerror(EFBIG)));
+        EXPECT_EQ(AtomicFile::read(path), "first");
     }
-    EXPECT_EQ(complaint, u"“report.md”: "_s + QString::fromLocal8Bit(std::strerror(EFBIG)));
-    EXPECT_EQ(AtomicFile::read(path), "first");
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
         QStringList{u"report.md"_s});
 }
