@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QMessageBox>
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
@@ -42,6 +43,14 @@ std::optional<QString> answerTo(const CommandLine &commandLine)
     return {};
 }
 
+/// Where files may have only a certain size, a write beyond it is a failure to tell, and no reason to be killed.
+void surviveFileSizeLimit()
+{
+#ifdef SIGXFSZ
+    std::signal(SIGXFSZ, SIG_IGN);
+#endif
+}
+
 /// Without its database the program can't go on: it says why and stops.
 int refuseToStart(const LocalizedError &error, DisplayChoice display)
 {
@@ -70,6 +79,7 @@ int main(int argc, char **argv)
     if (display == DisplayChoice::offscreen)
         qputenv("QT_QPA_PLATFORM", "offscreen");
 
+    surviveFileSizeLimit();
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"Vorn"_s);
     QApplication::setApplicationVersion(version);
