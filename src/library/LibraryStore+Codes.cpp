@@ -17,7 +17,10 @@ std::optional<Code> LibraryStore::createCode(const QString &name, const std::opt
     code.name = trimmed;
     code.colorHex = colorHex.value_or(CodePalette::hexForNewCode(m_codes->size()));
     code.createdAt = m_services.now();
-    writeIgnoringFailure([&](Database &database) { code.insert(database); });
+    writeIgnoringFailure([&](Database &database) {
+        keepProject(database);
+        code.insert(database);
+    });
     refresh();
     return code;
 }

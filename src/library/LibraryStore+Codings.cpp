@@ -4,6 +4,8 @@
 #include "library/PassageTrimming.h"
 #include "records/TextTrimming.h"
 
+using namespace Qt::StringLiterals;
+
 QList<Coding> LibraryStore::codings(const Document &document) const
 {
     return readOrEmpty([&](Database &database) {
@@ -30,9 +32,18 @@ void LibraryStore::assignCode(const Code &code, const Document &document, const 
     coding.start = passage.location;
     coding.length = passage.length;
     coding.createdAt = m_services.now();
-    writeIgnoringFailure([&](Database &database) { coding.insert(database); });
+    writeIgnoringFailure([&](Database &database) { insertWhole(database, coding); });
     raiseCodingRevision();
     refreshCodeCounts();
+}
+
+void LibraryStore::insertWhole(Database &database, const Coding &coding)
+{
+    if (Document::filter(Column("id") == coding.documentID).fetchCount(database) == 0)
+        throw DatabaseError::recordNotFound(u"document"_s);
+    if (Code::filter(Column("id") == coding.codeID).fetchCount(database) == 0)
+        throw DatabaseError::recordNotFound(u"code"_s);
+    coding.insert(database);
 }
 
 void LibraryStore::removeCoding(const Coding &coding)

@@ -11,7 +11,10 @@ void LibraryStore::addPastedDocument(const QString &title, const QString &text)
     if (!m_project.get())
         return;
     const Document document = newDocument(title.isEmpty() ? u"Untitled Document"_s : title, text, u"paste"_s);
-    writeIgnoringFailure([&](Database &database) { document.insert(database); });
+    writeIgnoringFailure([&](Database &database) {
+        keepProject(database);
+        document.insert(database);
+    });
     refresh();
     m_selectedDocumentID.set(m_documents->isEmpty() ? std::nullopt : std::optional(m_documents->first().id));
 }

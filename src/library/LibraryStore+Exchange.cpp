@@ -58,6 +58,7 @@ void LibraryStore::importQdpx(const QString &path)
     try {
         const RefiQdpx::ImportSummary summary = [&] {
             const QScopeGuard over([this] { m_services.importIsOver(); });
+            m_queue.write([this](Database &database) { keepProject(database); });
             return RefiQdpx::importQdpx(path, m_queue, m_project->value().id, m_services.mayImport);
         }();
         raiseCodingRevision();

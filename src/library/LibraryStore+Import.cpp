@@ -74,7 +74,10 @@ void LibraryStore::importCandidate(const QString &path, ImportCount &count)
         if (TextTrimming::trimmed(extracted.text).isEmpty())
             return;
         const Document document = newDocument(QFileInfo(path).completeBaseName(), extracted.text, extracted.sourceKind);
-        m_queue.write([&](Database &database) { document.insert(database); });
+        m_queue.write([&](Database &database) {
+            keepProject(database);
+            document.insert(database);
+        });
         ++count.imported;
     } catch (const LocalizedError &error) {
         m_lastError.set(QFileInfo(path).fileName() + u": "_s + error.description());

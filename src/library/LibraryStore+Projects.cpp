@@ -40,6 +40,13 @@ std::optional<Project> LibraryStore::createProject(const QString &name)
     return project;
 }
 
+void LibraryStore::keepProject(Database &database) const
+{
+    const Project &open = m_project->value();
+    if (Project::filter(Column("id") == open.id).fetchCount(database) == 0)
+        open.insert(database);
+}
+
 void LibraryStore::selectProject(const QUuid &id)
 {
     const auto found = std::ranges::find(m_projects.get(), id, &Project::id);

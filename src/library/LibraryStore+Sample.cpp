@@ -25,7 +25,10 @@ void LibraryStore::seedDemoDocumentsIfEmpty()
         return;
     for (const SampleDocument &sample : SampleContent::documents()) {
         const Document document = newDocument(sample.title, sample.text, sample.sourceKind);
-        writeIgnoringFailure([&](Database &database) { document.insert(database); });
+        writeIgnoringFailure([&](Database &database) {
+            keepProject(database);
+            document.insert(database);
+        });
     }
 }
 
@@ -52,7 +55,7 @@ void LibraryStore::seedDemoCodesIfEmpty()
         coding.start = start;
         coding.length = seed.phrase.size();
         coding.createdAt = m_services.now();
-        writeIgnoringFailure([&](Database &database) { coding.insert(database); });
+        writeIgnoringFailure([&](Database &database) { insertWhole(database, coding); });
     }
 }
 
@@ -64,7 +67,10 @@ Code LibraryStore::seedCode(const QString &name, const QString &hex)
     code.name = name;
     code.colorHex = hex;
     code.createdAt = m_services.now();
-    writeIgnoringFailure([&](Database &database) { code.insert(database); });
+    writeIgnoringFailure([&](Database &database) {
+        keepProject(database);
+        code.insert(database);
+    });
     return code;
 }
 

@@ -176,6 +176,12 @@ private:
     friend class SelfTests;
 
     void ensureProject();
+    /// Stores the open project if its own write failed: nothing may lie in a project that no later start can open. To
+    /// be called in the transaction that puts something into it.
+    void keepProject(Database &database) const;
+    /// Inserts the coding, or throws if its document or its code isn't stored: both may be listed all the same, when
+    /// their own write failed, and a coding of nothing would stand in no list.
+    static void insertWhole(Database &database, const Coding &coding);
     void loadCodes();
     void loadProjects();
     void refreshCodeCounts();
