@@ -129,6 +129,7 @@ INSTANTIATE_TEST_SUITE_P(Values, CsvField,
         FieldCase{"quotes_are_doubled", u"say \"hi\", then"_s, u"\"say \"\"hi\"\", then\""_s},
         FieldCase{"quote_alone", u"\""_s, u"\"\"\"\""_s}, FieldCase{"line_feed_stays_inside", u"a\nb"_s, u"\"a\nb\""_s},
         FieldCase{"carriage_return_needs_no_quotes", u"a\rb"_s, u"a\rb"_s},
+        FieldCase{"formula_is_no_business_of_ours", u"=1+1"_s, u"=1+1"_s},
         FieldCase{"semicolon_needs_no_quotes", u"R&D <core>; '"_s, u"R&D <core>; '"_s}),
     [](const auto &row) { return std::string(row.param.name); });
 
@@ -193,6 +194,20 @@ TEST(ExcerptExporter, EscapesTheColourOfACode)
     only.code.colorHex = u"red\"><script>"_s;
     EXPECT_TRUE(sectionOf(only).startsWith(
         u"<h2><span class=\"dot\" style=\"background:red&quot;&gt;&lt;script&gt;\"></span>C "));
+}
+
+TEST(ExcerptExporter, LetsNoTextBecomeMarkupOfThePage)
+{
+    const auto page = [](const QString &text) {
+        ExportCodeGroup only = group(text, {hit(text, text)}, text);
+        only.code.colorHex = text;
+        return ExcerptExporter::html(text, {only}, exportTime);
+    };
+    const QString harmless = page(u"a"_s);
+    const QString hostile = page(u"\"></title></style><script>alert('1')</script><img src=\"http://x\"><!--&lt;"_s);
+    for (const char16_t sign : {u'<', u'>', u'"'})
+        EXPECT_EQ(hostile.count(QChar(sign)), harmless.count(QChar(sign)));
+    EXPECT_FALSE(harmless.contains(u"//")); // nothing is fetched from anywhere
 }
 
 TEST(ExcerptExporter, TrimmedIsAbsentWhenNothingIsLeft)
