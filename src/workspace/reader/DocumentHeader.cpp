@@ -26,6 +26,7 @@ DocumentHeader::DocumentHeader(QWidget *parent)
       m_facts(new ElidedLabel({}, Fonts::caption(), Symbols::Tint::secondary))
 {
     m_title->setObjectName(u"documentTitle"_s);
+    m_title->setAccessibleName(u"Document title"_s);
     m_facts->setObjectName(u"documentFacts"_s);
 
     auto *facts = new QHBoxLayout;
