@@ -1,6 +1,7 @@
 #include "library/CommandLine.h"
 #include "library/CommandLineHelp.h"
 #include "platform/LocalizedError.h"
+#include "platform/StagingFolder.h"
 #include "records/AppDatabase.h"
 #include "workspace/DisplayChoice.h"
 #include "workspace/VornApp.h"
@@ -84,6 +85,7 @@ int main(int argc, char **argv)
     QApplication::setApplicationName(u"Vorn"_s);
     QApplication::setApplicationVersion(version);
     QApplication::setDesktopFileName(u"vorn"_s);
+    StagingFolder::removeAbandoned(u"vorn-qdpx-"_s);
     try {
         DatabaseQueue &queue = *AppDatabase::shared().dbQueue;
         return VornApp(queue, arguments).run();

@@ -2,11 +2,15 @@
 
 #include "platform/FileError.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QUuid>
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -50,12 +54,32 @@ void removeStubbornly(const fs::path &root)
     std::for_each(folders.rbegin(), folders.rend(), [&](const fs::path &folder) { fs::remove(folder, error); });
 }
 
+/// Opens the folder and locks it for this process; -1 if it isn't a folder of this user or another process holds it.
+int lockedFolder(const QString &path)
+{
+    const int folder = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    if (folder < 0)
+        return -1;
+    struct stat status { };
+    if (::fstat(folder, &status) == 0 && status.st_uid == ::geteuid() && ::flock(folder, LOCK_EX | LOCK_NB) == 0)
+        return folder;
+    ::close(folder);
+    return -1;
+}
+
+void closeIfOpen(int descriptor)
+{
+    if (descriptor >= 0)
+        ::close(descriptor);
+}
+
 } // namespace
 
 StagingFolder::StagingFolder(const QString &prefix)
     : m_path(QDir::tempPath() + u'/' + prefix + QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper())
 {
     makePrivate(m_path);
+    m_lock = lockedFolder(m_path);
 }
 
 StagingFolder::~StagingFolder()
@@ -65,6 +89,7 @@ StagingFolder::~StagingFolder()
     fs::remove_all(folder, error);
     if (error)
         removeStubbornly(folder);
+    closeIfOpen(m_lock);
 }
 
 void StagingFolder::makeFolder(const QString &relative) const
@@ -73,4 +98,20 @@ void StagingFolder::makeFolder(const QString &relative) const
     fs::create_directories(fs::path(QFile::encodeName(path(relative)).toStdString()), error);
     if (error)
         throw FileError(path(relative), QString::fromStdString(error.message()));
+}
+
+void StagingFolder::removeAbandoned(const QString &prefix)
+{
+    constexpr qint64 youngest = 60; // seconds
+    const QDateTime now = QDateTime::currentDateTime();
+    const QFileInfoList folders =
+        QDir(QDir::tempPath()).entryInfoList({prefix + u'*'}, QDir::Dirs | QDir::Hidden | QDir::NoSymLinks);
+    for (const QFileInfo &folder : folders) {
+        if (folder.lastModified().secsTo(now) < youngest)
+            continue;
+        const int lock = lockedFolder(folder.absoluteFilePath());
+        if (lock >= 0)
+            removeStubbornly(fs::path(QFile::encodeName(folder.absoluteFilePath()).toStdString()));
+        closeIfOpen(lock);
+    }
 }

@@ -2,7 +2,8 @@
 
 #include <QString>
 
-/// A private folder in the system's temporary folder, gone with this object on every path.
+/// A private folder in the system's temporary folder, gone with this object on every path. What a process leaves that
+/// was killed is removed by a later one.
 class StagingFolder {
 public:
     /// The folder's name is `prefix` and a fresh identifier in upper case. Throws FileError.
@@ -16,6 +17,11 @@ public:
     /// Makes a sub-folder. Throws FileError.
     void makeFolder(const QString &relative) const;
 
+    /// Removes the folders of this user whose names begin with `prefix` and whose processes are gone. Folders that are
+    /// younger than a minute stay: they may be in the making. Failures are ignored.
+    static void removeAbandoned(const QString &prefix);
+
 private:
     QString m_path;
+    int m_lock; ///< held as long as the process lives: says that the folder isn't abandoned
 };

@@ -10,10 +10,14 @@
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
+#include <ctime>
 
 using namespace Qt::StringLiterals;
 
@@ -80,4 +84,61 @@ TEST(StagingFolder, IsPrivateAndGoesWithWhateverIsInIt)
     }
     EXPECT_FALSE(QFileInfo::exists(path));
     EXPECT_TRUE(QFileInfo::exists(elsewhere.filePath(u"kept.txt"_s)));
+}
+
+namespace {
+
+/// The folder of a process that ended without any chance to remove it, as if `age` seconds ago.
+QString abandonedFolder(qint64 age)
+{
+    int ends[2];
+    if (::pipe(ends) != 0)
+        return {};
+    const pid_t process = ::fork();
+    if (process == 0) {
+        const StagingFolder staging(u"vorn-test-"_s);
+        staging.makeFolder(u"sources"_s);
+        AtomicFile::write(staging.path(u"sources/interview.txt"_s), "text");
+        QFile::setPermissions(staging.path(u"sources"_s), QFile::Permissions());
+        const QByteArray path = QFile::encodeName(staging.path());
+        const bool isTold = ::write(ends[1], path.constData(), size_t(path.size())) == path.size();
+        ::_exit(isTold ? 0 : 1);
+    }
+    int status = 0;
+    ::waitpid(process, &status, 0);
+    QByteArray path(4'096, '\0');
+    path.resize(::read(ends[0], path.data(), size_t(path.size())));
+    ::close(ends[0]);
+    ::close(ends[1]);
+    const timespec then{.tv_sec = ::time(nullptr) - age, .tv_nsec = 0};
+    const timespec times[] = {then, then};
+    ::utimensat(AT_FDCWD, path.constData(), times, 0);
+    return QFile::decodeName(path);
+}
+
+} // namespace
+
+TEST(StagingFolder, IsRemovedLaterWhenItsProcessWasKilled)
+{
+    const QTemporaryDir temporary;
+    const QByteArray before = qgetenv("TMPDIR");
+    qputenv("TMPDIR", QFile::encodeName(temporary.path()));
+    const QString old = abandonedFolder(3'600);
+    const QString young = abandonedFolder(10); // its process may be about to lock it
+    const StagingFolder living(u"vorn-test-"_s);
+    const timespec longAgo[] = {{}, {}};
+    ASSERT_EQ(::utimensat(AT_FDCWD, QFile::encodeName(living.path()).constData(), longAgo, 0), 0);
+    const QString link = temporary.filePath(u"vorn-test-link"_s);
+    const QTemporaryDir elsewhere;
+    QFile::link(elsewhere.path(), link);
+    ASSERT_TRUE(QFileInfo(old).isDir());
+    ASSERT_TRUE(QFileInfo(young).isDir());
+
+    StagingFolder::removeAbandoned(u"vorn-test-"_s);
+    EXPECT_FALSE(QFileInfo::exists(old));
+    EXPECT_TRUE(QFileInfo::exists(young));
+    EXPECT_TRUE(QFileInfo::exists(living.path()));
+    EXPECT_TRUE(QFileInfo::exists(elsewhere.path()));
+    EXPECT_TRUE(QFileInfo(link).isSymLink());
+    qputenv("TMPDIR", before);
 }
