@@ -8,6 +8,10 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
+
+#include <functional>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -21,7 +25,8 @@ struct Ending {
 /// The built program itself, on a library in a folder of its own and without a display.
 class Program {
 public:
-    [[nodiscard]] Ending run(const QStringList &arguments) const
+    /// `prepare` is called in the new process.
+    [[nodiscard]] Ending run(const QStringList &arguments, const std::function<void()> &prepare = {}) const
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const auto &variable : {u"DISPLAY"_s, u"WAYLAND_DISPLAY"_s, u"QT_QPA_PLATFORM"_s})
@@ -30,6 +35,7 @@ public:
         environment.insert(u"LANG"_s, u"C.UTF-8"_s);
         QProcess process;
         process.setProcessEnvironment(environment);
+        process.setChildProcessModifier(prepare);
         process.start(QStringLiteral(VORN_PROGRAM), arguments);
         process.waitForFinished(120'000);
         return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
@@ -127,6 +133,19 @@ INSTANTIATE_TEST_SUITE_P(Program, AskedProgram,
             u"Usage: vorn [SWITCH]..."_s},
         Question{"unknown_switch_silences_the_version", {u"--nonsense"_s, u"--version"_s}, u"Vorn " VORN_VERSION ""_s}),
     [](const auto &row) { return std::string(row.param.name); });
+
+TEST(Program, SaysThatItsFirstLibraryFindsNoRoomAndMakesItWhenThereIsSome)
+{
+    const Program program;
+    const Ending ending = program.run({u"--seed-demo"_s, u"--freq-test"_s}, [] {
+        const rlimit nothing{0, RLIM_INFINITY};
+        ::setrlimit(RLIMIT_FSIZE, &nothing);
+    });
+    EXPECT_EQ(ending.status, 1);
+    EXPECT_TRUE(ending.errors.contains(u"Vorn can't open its library.\n\ndisk I/O error - while "_s))
+        << ending.errors.toStdString();
+    EXPECT_EQ(program.run({u"--seed-demo"_s, u"--freq-test"_s}).output, counted);
+}
 
 TEST(Program, FailsWhereItsAnswerCantBeWritten)
 {
