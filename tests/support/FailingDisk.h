@@ -65,3 +65,15 @@ private:
     QString m_path;
     bool m_isThere = false;
 };
+
+/// A small disk has only so many bytes left.
+class FullDisk {
+public:
+    FullDisk(SmallDisk &disk, qint64 free) : m_disk(disk) { m_disk.fill(free); }
+    ~FullDisk() { m_disk.empty(); }
+    FullDisk(const FullDisk &) = delete;
+    FullDisk &operator=(const FullDisk &) = delete;
+
+private:
+    SmallDisk &m_disk;
+};

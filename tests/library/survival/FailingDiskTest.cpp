@@ -218,6 +218,27 @@ TEST(DiskThatEnds, AnywhereInAWriteDoesAllOfItOrNothing)
     }
 }
 
+TEST(DiskThatFillsUp, AnywhereInAWriteDoesAllOfItOrNothing)
+{
+    Workplace place;
+    if (!place.putOnSmallDisk(place.library(), 2'000))
+        GTEST_SKIP() << "only root may have a disk of her own";
+    constexpr qint64 page = 4'096; // the disk's, bytes
+    for (const Deed &deed : deeds) {
+        SCOPED_TRACE(deed.name);
+        DeedOnFailingDisk attempt(deed, place);
+        int failures = 0;
+        int successes = 0;
+        for (qint64 free = 0; free < 100 * page && successes < 2 && !HasFailure(); free += page) {
+            SCOPED_TRACE(free);
+            const bool isDone = attempt.happens([&] { return std::make_shared<FullDisk>(place.smallDisk(), free); });
+            ++(isDone ? successes : failures);
+        }
+        EXPECT_GT(failures, 0);
+        EXPECT_GT(successes, 0);
+    }
+}
+
 namespace {
 
 struct FirstThing {

@@ -1,5 +1,6 @@
 #include "library/survival/LibraryDigest.h"
 #include "library/survival/Researcher.h"
+#include "platform/AtomicFile.h"
 #include "records/AppDatabase.h"
 
 #include <QDir>
@@ -105,7 +106,7 @@ public:
         : m_seed(seed),
           m_tally(tally),
           m_random(seed),
-          m_researcher(m_undisturbed, m_folder.path(), seed)
+          m_researcher(m_undisturbed, m_otherFolder.path(), seed)
     {
         qputenv("TMPDIR", QFile::encodeName(m_folder.path())); // what a killed process leaves goes with the test
     }
@@ -122,11 +123,20 @@ public:
         worker.letWork(m_random.number(0, 6), useconds_t(m_random.number(0, int(longest[m_random.number(0, 4)]))));
         EXPECT_TRUE(worker.kill()) << "the worker ended by itself";
         ++m_tally.kills;
+        expectWholeReport();
         m_tally.withHotJournal += QFileInfo(m_path + u"-journal"_s).size() > 0 ? 1 : 0;
         return compare(worker.reported());
     }
 
 private:
+    void expectWholeReport() const
+    {
+        const QString report = Researcher::reportIn(m_folder.path());
+        if (QFile::exists(report)) {
+            EXPECT_TRUE(AtomicFile::read(report).endsWith("</html>")) << where();
+        }
+    }
+
     bool compare(int reported)
     {
         const std::unique_ptr<DatabaseQueue> queue = AppDatabase::openQueue(m_path);
@@ -170,6 +180,7 @@ private:
     Tally &m_tally;
     NastyText m_random;
     QTemporaryDir m_folder;
+    QTemporaryDir m_otherFolder; ///< of the undisturbed one
     const QString m_path = m_folder.filePath(u"vorn.sqlite"_s);
     int m_step = 0; ///< the next one
     TestLibrary m_undisturbed;

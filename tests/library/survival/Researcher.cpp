@@ -53,7 +53,7 @@ void Researcher::work(int number)
         Step{4, &Researcher::paste}, Step{8, &Researcher::makeCode}, Step{16, &Researcher::assign},
         Step{3, &Researcher::unassign}, Step{6, &Researcher::nest}, Step{2, &Researcher::toTop},
         Step{3, &Researcher::merge}, Step{3, &Researcher::removeCode}, Step{2, &Researcher::removeDocument},
-        Step{5, &Researcher::writeMemo}, Step{4, &Researcher::rename}};
+        Step{5, &Researcher::writeMemo}, Step{4, &Researcher::rename}, Step{3, &Researcher::writeReport}};
     int weights = 0;
     for (const Step &step : steps)
         weights += step.weight;
@@ -200,6 +200,11 @@ void Researcher::rename()
         m_store.renameDocument(*document, fresh(u"renamed"_s));
     else
         m_store.renameProject(m_store.project()->value(), fresh(u"study"_s));
+}
+
+void Researcher::writeReport()
+{
+    m_store.writeExport(m_store.exportGroups({}), ExportFormat::html, reportIn(m_folder));
 }
 
 QString Researcher::fresh(const QString &kind) const

@@ -16,6 +16,9 @@ public:
     /// Does step `number`, which is one transaction but for an import of several files, which has one for each.
     void work(int number);
 
+    /// Where reports go, each over the one before.
+    [[nodiscard]] static QString reportIn(const QString &folder) { return folder + QStringLiteral("/report.html"); }
+
 private:
     void importFiles();
     void importArchive();
@@ -31,6 +34,7 @@ private:
     void removeDocument();
     void writeMemo();
     void rename();
+    void writeReport();
 
     [[nodiscard]] QString fresh(const QString &kind) const;
     /// One of the list by chance, by the order of names; absent for an empty list.

@@ -35,15 +35,6 @@ void fillLibrary(TestLibrary &library)
     library.store.setCodeMemo(library.code(u"Gamma"_s), u"why it matters"_s);
 }
 
-struct FullDisk {
-    explicit FullDisk(SmallDisk &filled) : disk(filled) { disk.fill(0); }
-    ~FullDisk() { disk.empty(); }
-    FullDisk(const FullDisk &) = delete;
-    FullDisk &operator=(const FullDisk &) = delete;
-
-    SmallDisk &disk;
-};
-
 } // namespace
 
 Workplace::Workplace()
@@ -105,7 +96,7 @@ const std::vector<Disaster> &disasters()
         {"TheFolderIsClosed", false,
             [](Workplace &, const QString &folder) { return std::make_shared<ClosedFolder>(folder); }},
         {"TheDiskIsFull", true,
-            [](Workplace &place, const QString &) { return std::make_shared<FullDisk>(place.smallDisk()); }},
+            [](Workplace &place, const QString &) { return std::make_shared<FullDisk>(place.smallDisk(), 0); }},
     };
     return all;
 }
