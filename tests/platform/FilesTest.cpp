@@ -140,5 +140,6 @@ TEST(StagingFolder, IsRemovedLaterWhenItsProcessWasKilled)
     EXPECT_TRUE(QFileInfo::exists(living.path()));
     EXPECT_TRUE(QFileInfo::exists(elsewhere.path()));
     EXPECT_TRUE(QFileInfo(link).isSymLink());
+    QFile::setPermissions(young + u"/sources"_s, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     qputenv("TMPDIR", before);
 }
