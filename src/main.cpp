@@ -48,7 +48,7 @@ std::optional<QString> answerTo(const CommandLine &commandLine)
 void surviveFileSizeLimit()
 {
 #ifdef SIGXFSZ
-    std::signal(SIGXFSZ, SIG_IGN);
+    (void)std::signal(SIGXFSZ, SIG_IGN); // which can't fail for a signal that exists
 #endif
 }
 

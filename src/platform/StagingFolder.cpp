@@ -23,7 +23,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-void makePrivate(const QString &path)
+/// Returns `path`, at which there is a private folder now. Throws FileError.
+QString madePrivate(const QString &path)
 {
     std::error_code error;
     const fs::path folder(QFile::encodeName(path).toStdString());
@@ -32,6 +33,7 @@ void makePrivate(const QString &path)
     if (::mkdir(folder.c_str(), S_IRWXU) != 0)
         throw FileError(path, QString::fromStdString(std::generic_category().message(errno)));
     fs::permissions(folder, fs::perms::owner_all, error); // whatever the process takes from new files
+    return path;
 }
 
 /// Removes folders that nobody may enter, and folders that lie deeper than files may be open: both may come out of an
@@ -76,10 +78,10 @@ void closeIfOpen(int descriptor)
 } // namespace
 
 StagingFolder::StagingFolder(const QString &prefix)
-    : m_path(QDir::tempPath() + u'/' + prefix + QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper())
+    : m_path(
+        madePrivate(QDir::tempPath() + u'/' + prefix + QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper())),
+      m_lock(lockedFolder(m_path))
 {
-    makePrivate(m_path);
-    m_lock = lockedFolder(m_path);
 }
 
 StagingFolder::~StagingFolder()
