@@ -16,3 +16,6 @@ if(VORN_SANITIZE)
         -Wno-maybe-uninitialized)
     target_link_options(project_options INTERFACE -fsanitize=${VORN_SANITIZE})
 endif()
+if(VORN_FUZZ) # all code tells the fuzzer where it has been
+    target_compile_options(project_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
