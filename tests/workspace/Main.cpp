@@ -1,3 +1,5 @@
+#include "support/PrivateTemporaryFolder.h"
+
 #include <QApplication>
 
 #include <gtest/gtest.h>
@@ -8,6 +10,7 @@ int main(int argc, char **argv)
         qputenv("QT_QPA_PLATFORM", "offscreen"); // tests of screens need none
     Q_INIT_RESOURCE(vorn); // the icons, which a static library's program must ask for
     const QApplication application(argc, argv);
+    const PrivateTemporaryFolder folder;
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }
