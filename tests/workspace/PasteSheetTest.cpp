@@ -66,14 +66,16 @@ TEST_F(PasteSheetTest, PassesTheTitleUntrimmedAndSelectsTheDocument)
     QTest::keyClicks(&text(), u"words"_s);
     QTest::keyClick(&text(), Qt::Key_Return);
     EXPECT_NE(sheet(), nullptr); // a line more
+    const QString rest = u"and what came of them "_s.repeated(2'000);
     QTest::keyClicks(&title(), u" Notes "_s);
+    title().insert(rest); // as a paste does
     QTest::keyClick(&title(), Qt::Key_Return);
     QApplication::processEvents();
     EXPECT_EQ(sheet(), nullptr);
     EXPECT_FALSE(library.store.showPasteSheet().get());
     ASSERT_EQ(library.store.documents()->size(), 1);
     const Document added = library.store.documents()->first();
-    EXPECT_EQ(added.title, u" Notes "_s);
+    EXPECT_EQ(added.title, u" Notes "_s + rest);
     EXPECT_EQ(added.text, u"words\n"_s);
     EXPECT_EQ(library.store.selectedDocumentID().get(), added.id);
     EXPECT_TRUE(before.hasFocus());

@@ -11,6 +11,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <limits>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -47,6 +49,7 @@ PasteSheet::PasteSheet(LibraryStore &store, QWidget &window)
 void PasteSheet::addFields(QVBoxLayout &column)
 {
     m_title->setObjectName(u"pasteTitle"_s);
+    m_title->setMaxLength(std::numeric_limits<int>::max()); // a field by itself cuts what is pasted, silently
     m_title->setPlaceholderText(tr("Title (optional)"));
     m_title->setAccessibleName(tr("Title"));
     m_text->setObjectName(u"pasteText"_s);

@@ -15,6 +15,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <limits>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -95,6 +97,7 @@ void QuerySheet::addConditions(QVBoxLayout &column)
     addPadded(column, m_mode, aboveMode);
     m_textFilter = new QLineEdit(this);
     m_textFilter->setObjectName(u"textFilter"_s);
+    m_textFilter->setMaxLength(std::numeric_limits<int>::max()); // a field by itself cuts what is pasted, silently
     m_textFilter->setPlaceholderText(tr("Only passages containing… (optional)"));
     m_textFilter->setAccessibleName(tr("Only passages containing"));
     addPadded(column, m_textFilter, aboveFilter);
