@@ -11,8 +11,8 @@ inline void paint()
     QApplication::sendPostedEvents();
 }
 
-inline void press(QWidget &widget, Qt::Key key, const QString &text)
+inline void press(QWidget &widget, Qt::Key key, const QString &text = {}, Qt::KeyboardModifiers modifiers = {})
 {
-    QKeyEvent down(QEvent::KeyPress, key, Qt::NoModifier, text);
+    QKeyEvent down(QEvent::KeyPress, key, modifiers, text);
     QApplication::sendEvent(&widget, &down);
 }

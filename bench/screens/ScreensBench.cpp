@@ -144,14 +144,23 @@ void openPlainResults(benchmark::State &state)
     }
 }
 
+/// The results in their column, painted once.
+struct ShownResults {
+    ShownResults()
+    {
+        view.resize(columnSize);
+        view.show();
+        paint();
+    }
+    [[nodiscard]] QScrollBar &bar() const { return *view.findChild<RowList *>()->verticalScrollBar(); }
+
+    QueryResultsView view{queried().library.store};
+};
+
 void scrollResults(benchmark::State &state)
 {
-    Queried &all = queried();
-    QueryResultsView view(all.library.store);
-    view.resize(columnSize);
-    view.show();
-    paint();
-    QScrollBar &bar = *view.findChild<RowList *>()->verticalScrollBar();
+    const ShownResults shown;
+    QScrollBar &bar = shown.bar();
     for ([[maybe_unused]] auto turn : state) {
         bar.setValue(bar.value() < bar.maximum() ? bar.value() + bar.pageStep() : 0);
         paint();
@@ -160,12 +169,8 @@ void scrollResults(benchmark::State &state)
 
 void jumpInResults(benchmark::State &state)
 {
-    Queried &all = queried();
-    QueryResultsView view(all.library.store);
-    view.resize(columnSize);
-    view.show();
-    paint();
-    QScrollBar &bar = *view.findChild<RowList *>()->verticalScrollBar();
+    const ShownResults shown;
+    QScrollBar &bar = shown.bar();
     int place = 0;
     for ([[maybe_unused]] auto turn : state) {
         place = (place + 7'919) % 10'000;
@@ -176,14 +181,11 @@ void jumpInResults(benchmark::State &state)
 
 void renameACode(benchmark::State &state)
 {
-    Queried &all = queried();
-    QueryResultsView view(all.library.store);
-    view.resize(columnSize);
-    view.show();
-    paint();
+    const ShownResults shown;
+    LibraryStore &store = queried().library.store;
     int number = 0;
     for ([[maybe_unused]] auto turn : state) {
-        all.library.store.renameCode(all.library.store.codes()->first(), u"Name %1"_s.arg(++number));
+        store.renameCode(store.codes()->first(), u"Name %1"_s.arg(++number));
         paint();
     }
 }

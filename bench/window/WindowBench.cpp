@@ -1,4 +1,5 @@
 #include "../Corpus.h"
+#include "../screens/Frames.h"
 
 #include "records/AppDatabase.h"
 #include "support/TestLibrary.h"
@@ -41,12 +42,6 @@ public:
     }
 };
 
-void paint()
-{
-    QApplication::sendPostedEvents();
-    QApplication::processEvents();
-}
-
 void click(QWidget &widget, const QPoint &place)
 {
     const QPointF global = widget.mapToGlobal(place);
@@ -55,12 +50,6 @@ void click(QWidget &widget, const QPoint &place)
             type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
         QApplication::sendEvent(&widget, &event);
     }
-}
-
-void press(QWidget &widget, int key, const QString &text = {}, Qt::KeyboardModifiers modifiers = {})
-{
-    QKeyEvent event(QEvent::KeyPress, key, modifiers, text);
-    QApplication::sendEvent(&widget, &event);
 }
 
 /// A library file of that size, with a second project in it.

@@ -5,7 +5,6 @@
 #include <QContextMenuEvent>
 #include <QMenu>
 #include <QMenuBar>
-#include <QSet>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QWindow>
