@@ -1,19 +1,12 @@
+#include "Require.h"
 #include "exchange/RefiQdpxDocument.h"
 #include "exchange/XmlReader.h"
 
 #include <QBuffer>
 
-#include <cstdlib>
-
 using namespace RefiQdpx;
 
 namespace {
-
-void require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
 
 void checkCodes(const ParsedDocument &document)
 {

@@ -1,17 +1,11 @@
+#include "Require.h"
 #include "platform/TextDecoder.h"
 
 #include <QByteArray>
 
 #include <cstdint>
-#include <cstdlib>
 
 namespace {
-
-void check(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 QByteArrayView withoutMark(QByteArrayView utf8)
 {
@@ -25,11 +19,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const QByteArrayView bytes(data, qsizetype(size));
     if (const std::optional<QString> text = TextDecoder::utf8(bytes))
-        check(text->isValidUtf16() && text->toUtf8() == withoutMark(bytes));
+        require(text->isValidUtf16() && text->toUtf8() == withoutMark(bytes));
     if (const std::optional<QString> text = TextDecoder::utf16(bytes))
-        check(text->isValidUtf16() && text->size() == bytes.size() / 2 - 1);
+        require(text->isValidUtf16() && text->size() == bytes.size() / 2 - 1);
     if (const std::optional<QString> text = TextDecoder::gb18030(bytes))
-        check(text->isValidUtf16() && text->size() <= bytes.size());
-    check(TextDecoder::latin1(bytes).size() == bytes.size());
+        require(text->isValidUtf16() && text->size() <= bytes.size());
+    require(TextDecoder::latin1(bytes).size() == bytes.size());
     return 0;
 }

@@ -1,4 +1,4 @@
-#include "TestArchive.h"
+#include "support/TestArchive.h"
 #include "exchange/ArchiveMembers.h"
 #include "exchange/ArchivePath.h"
 #include "exchange/RefiQdpx.h"

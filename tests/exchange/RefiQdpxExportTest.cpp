@@ -1,5 +1,5 @@
 #include "exchange/RefiQdpxExport.h"
-#include "TestArchive.h"
+#include "support/TestArchive.h"
 #include "exchange/RefiQdpx.h"
 #include "platform/AtomicFile.h"
 #include "platform/ChildProcess.h"

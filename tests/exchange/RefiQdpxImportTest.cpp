@@ -1,5 +1,5 @@
 #include "exchange/RefiQdpxImport.h"
-#include "TestArchive.h"
+#include "support/TestArchive.h"
 #include "exchange/RefiQdpx.h"
 #include "platform/AtomicFile.h"
 #include "records/AppDatabase.h"

@@ -1,4 +1,4 @@
-#include "TestArchive.h"
+#include "support/TestArchive.h"
 #include "exchange/RefiQdpx.h"
 #include "exchange/RefiQdpxExport.h"
 #include "exchange/RefiQdpxImport.h"

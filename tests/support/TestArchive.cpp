@@ -1,4 +1,4 @@
-#include "TestArchive.h"
+#include "support/TestArchive.h"
 
 #include <QDir>
 
