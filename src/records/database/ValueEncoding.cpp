@@ -12,14 +12,20 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 firstSecond = -62'167'219'200; // 0000-01-01 00:00:00 UTC
-constexpr qint64 lastSecond = 253'402'300'799; // 9999-12-31 23:59:59 UTC
+// What the text form can say, in milliseconds: a date must come back when it is written again. QDate has no year 0.
+constexpr qint64 firstMoment = -62'135'596'800'000; // 0001-01-01 00:00:00.000 UTC
+constexpr qint64 lastMoment = 253'402'300'799'999; // 9999-12-31 23:59:59.999 UTC
+
+std::optional<QDateTime> fromMoment(double milliseconds)
+{
+    if (!(milliseconds >= double(firstMoment) && milliseconds <= double(lastMoment)))
+        return {};
+    return QDateTime::fromMSecsSinceEpoch(qint64(milliseconds), Qt::UTC);
+}
 
 std::optional<QDateTime> fromSeconds(double seconds)
 {
-    if (!(seconds >= double(firstSecond) && seconds < double(lastSecond + 1)))
-        return {};
-    return QDateTime::fromMSecsSinceEpoch(qint64(std::floor(seconds * 1000.0 + 0.5)), Qt::UTC);
+    return fromMoment(std::floor(seconds * 1000.0 + 0.5));
 }
 
 /// Reads the pieces of a date form from left to right.
@@ -84,7 +90,6 @@ std::optional<QDate> scanDate(DateScanner &scanner)
     if (!month || !scanner.skip('-'))
         return {};
     const auto day = scanner.number(2);
-    // QDate has no year 0, which the text form has: it is left out with everything else that is no date.
     if (!day || !QDate::isValid(*year, *month, *day))
         return {};
     return QDate(*year, *month, *day);
@@ -201,10 +206,7 @@ std::optional<QDateTime> parsedDate(QByteArrayView text)
     }
     if (!time || !zone || !scanner.atEnd())
         return {};
-    const qint64 seconds = QDateTime(*date, *time, Qt::UTC).toSecsSinceEpoch() - *zone;
-    if (seconds < firstSecond || seconds > lastSecond)
-        return {};
-    return QDateTime::fromMSecsSinceEpoch(seconds * 1000 + time->msec(), Qt::UTC);
+    return fromMoment(double(QDateTime(*date, *time, Qt::UTC).addSecs(-*zone).toMSecsSinceEpoch()));
 }
 
 std::optional<QDateTime> date(const ValueView &view)
