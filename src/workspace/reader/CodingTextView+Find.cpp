@@ -15,8 +15,9 @@ void CodingTextView::setFindMatches(std::vector<TextRange> matches)
 {
     std::erase_if(matches, [this](TextRange match) { return match.length < 1 || cut(match) != match; });
     std::ranges::sort(matches, {}, &TextRange::location);
-    const auto overlapping = std::ranges::unique(matches, &TextRange::overlaps);
-    matches.erase(overlapping.begin(), overlapping.end());
+    const auto kept = std::unique(
+        matches.begin(), matches.end(), [](TextRange match, TextRange next) { return match.overlaps(next); });
+    matches.erase(kept, matches.end());
     m_marks.findMatches = std::move(matches);
     viewport()->update();
 }

@@ -148,7 +148,7 @@ std::vector<PassageSegment> PassageSegments::flattened(Stretch stretch) const
     }
     std::ranges::stable_sort(touching, {}, [this](int index) { return m_passages[size_t(index)].start; });
     std::ranges::sort(edges);
-    edges.erase(std::ranges::unique(edges).begin(), edges.end());
+    edges.erase(std::unique(edges.begin(), edges.end()), edges.end());
 
     std::vector<PassageSegment> segments;
     std::priority_queue<int> open; // passages that have begun; ended ones leave when they come to the top

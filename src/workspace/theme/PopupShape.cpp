@@ -102,14 +102,14 @@ void PopupShape::update(QWidget &popup)
     PopupShadow::follow(popup);
 }
 
-QRegion PopupShape::core(const QSize &size, double radius)
+QRegion PopupShape::core(const QSize &size, double cornerRadius)
 {
     QImage image(size, QImage::Format_Alpha8);
     image.fill(0);
     QPainter painter(&image);
-    Painting::fill(painter, QRect(QPoint(), size), radius, Qt::black);
+    Painting::fill(painter, QRect(QPoint(), size), cornerRadius, Qt::black);
     painter.end();
-    const int corner = std::min(int(std::ceil(radius)), size.height() / 2);
+    const int corner = std::min(int(std::ceil(cornerRadius)), size.height() / 2);
     QRegion region(0, corner, size.width(), size.height() - 2 * corner);
     for (int y = 0; y < corner; ++y) {
         const uchar *line = image.constScanLine(y);

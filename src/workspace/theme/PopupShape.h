@@ -18,7 +18,7 @@ inline constexpr double radius = Metrics::menuRadius;
 /// cuts its corners off, and lets the window below paint its shadow and smooth corners.
 void update(QWidget &popup);
 /// The pixels of a rounded rectangle at the origin that its rounding covers whole.
-[[nodiscard]] QRegion core(const QSize &size, double radius);
+[[nodiscard]] QRegion core(const QSize &size, double cornerRadius);
 /// Of the shortcuts in menus.
 [[nodiscard]] QFont shortcutFont();
 
