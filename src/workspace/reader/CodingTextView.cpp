@@ -153,7 +153,7 @@ void CodingTextView::flash(TextRange range)
     endFlash();
     m_marks.flash = TextMarks::Flash{int(range.location), int(range.end()), flashColor(range)};
     repaint(range);
-    m_runLater(flashDuration, [this, token = m_appliedRevealToken] { restoreAfterFlash(token); });
+    m_runLater(flashDuration, [this, number = ++m_flashCount] { restoreAfterFlash(number); });
 }
 
 QColor CodingTextView::flashColor(TextRange range) const
@@ -164,9 +164,9 @@ QColor CodingTextView::flashColor(TextRange range) const
     return parsedColor(found == highlights.end() ? u"#FFCC00"_s : found->colorHex).value_or(yellow);
 }
 
-void CodingTextView::restoreAfterFlash(qint64 token)
+void CodingTextView::restoreAfterFlash(qint64 number)
 {
-    if (token == m_appliedRevealToken) // else a newer reveal or text looks after what is seen now
+    if (number == m_flashCount) // else a newer flash looks after what is seen now
         endFlash();
 }
 

@@ -93,7 +93,7 @@ private:
     void applyHighlights(const QList<TextHighlight> &highlights);
     void flash(TextRange range);
     [[nodiscard]] QColor flashColor(TextRange range) const;
-    void restoreAfterFlash(qint64 token);
+    void restoreAfterFlash(qint64 number);
     void endFlash();
 
     [[nodiscard]] TextRange cut(TextRange range) const;
@@ -115,6 +115,7 @@ private:
     std::optional<ReadingPlace> m_place;
     qint64 m_appliedResetToken = 0;
     qint64 m_appliedRevealToken = -1;
+    qint64 m_flashCount = 0;
     TextRange m_reportedSelection;
     RunLater m_runLater;
     int m_scrollValue = 0; ///< where `m_place` was last shown
