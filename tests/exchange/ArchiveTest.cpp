@@ -1,9 +1,10 @@
 #include "support/TestArchive.h"
 #include "exchange/ArchiveMembers.h"
-#include "exchange/ArchivePath.h"
 #include "exchange/RefiQdpx.h"
 #include "exchange/RefiQdpxUnpack.h"
 #include "platform/AtomicFile.h"
+#include "support/Cases.h"
+#include "support/Complaint.h"
 #include "support/Printing.h"
 
 #include <QDir>
@@ -12,7 +13,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
@@ -27,12 +27,7 @@ QByteArray archiveHolding(const QByteArray &text)
 /// What the archive is refused with, or "" if it isn't.
 QString refusal(const QString &archive, const QString &folder, const RefiQdpx::UnpackLimits &limits = {})
 {
-    try {
-        RefiQdpx::unpackArchive(archive, folder, limits);
-    } catch (const RefiQdpx::RefiError &error) {
-        return error.description();
-    }
-    return {};
+    return complaintAbout([&] { RefiQdpx::unpackArchive(archive, folder, limits); });
 }
 
 constexpr QStringView noArchive(u"/usr/bin/unzip failed with status 9");
@@ -78,20 +73,17 @@ TEST_P(ArchiveNames, AreTakenLiterally)
 }
 
 INSTANTIATE_TEST_SUITE_P(Names, ArchiveNames,
-    testing::Values(NameCase{"plain", u"a.qdpx"_s, u"a.qdpx.zip"_s},
-        NameCase{"class", u"study [ab].qdpx"_s, u"study a.qdpx"_s}, //
+    testing::Values(NameCase{"class", u"study [ab].qdpx"_s, u"study a.qdpx"_s}, //
         NameCase{"star", u"*.qdpx"_s, u"a.qdpx"_s}, //
         NameCase{"question_mark", u"why?.qdpx"_s, u"why1.qdpx"_s},
         NameCase{"open_bracket", u"a[.qdpx"_s, u"a[[].qdpx"_s},
         NameCase{"negated_class", u"[!a]^].qdpx"_s, u"b^].qdpx"_s}, NameCase{"backslash", u"a\\b.qdpx"_s, u"ab.qdpx"_s},
-        NameCase{"backslash_in_front_of_a_bracket", u"a\\[b].qdpx"_s, u"a[b].qdpx"_s},
         NameCase{"class_in_the_folder", u"[x]/a.qdpx"_s, u"x/a.qdpx"_s},
-        NameCase{"class_in_the_folder_and_backslash", u"[x]/a\\b.qdpx"_s, u"[x]/ab.qdpx"_s},
         NameCase{"class_behind_a_backslash_in_the_folder", u"d\\[x/a\\b.qdpx"_s, u"d[x/ab.qdpx"_s},
         NameCase{"leading_dash", u"-d.qdpx"_s, u"d.qdpx"_s}, //
         NameCase{"leading_dot", u".a*.qdpx"_s, u".ab.qdpx"_s},
         NameCase{"beyond_ascii", u"Ünïcode 研究 [1]\U0001F600.qdpx"_s, u"Ünïcode 研究 1\U0001F600.qdpx"_s}),
-    [](const auto &row) { return std::string(row.param.name); });
+    rowName);
 
 struct NoArchiveCase {
     const char *name;
@@ -108,13 +100,12 @@ TEST_P(NoArchive, IsToldAndNotReplacedByAnother)
 
 INSTANTIATE_TEST_SUITE_P(Files, NoArchive,
     testing::Values(NoArchiveCase{"missing", [](const QString &) {}},
-        NoArchiveCase{"empty", [](const QString &path) { AtomicFile::write(path, {}); }},
         NoArchiveCase{"text", [](const QString &path) { AtomicFile::write(path, "PK\x05\x06 but no more"); }},
         NoArchiveCase{"cut_off",
             [](const QString &path) { AtomicFile::write(path, archiveHolding(QByteArray(99, 'x')).chopped(5)); }},
         NoArchiveCase{"folder", [](const QString &path) { QDir().mkpath(path); }},
         NoArchiveCase{"pipe", [](const QString &path) { ::mkfifo(QFile::encodeName(path).constData(), 0600); }}),
-    [](const auto &row) { return std::string(row.param.name); });
+    rowName);
 
 TEST_F(Archives, ThatWarnAreUsable)
 {
@@ -196,21 +187,13 @@ TEST(ArchiveMembers, PrefersTheExactName)
 {
     const QTemporaryDir files;
     QDir(files.path()).mkpath(u"Sources"_s);
-    QStringList names{u"Übung.txt"_s};
-    for (QChar letter = u'a'; letter <= u'z'; letter = QChar(letter.unicode() + 1))
-        names += {letter + u".txt"_s, letter.toUpper() + u".TXT"_s};
-    for (const QString &name : names)
+    for (const QString &name : {u"a.txt"_s, u"A.TXT"_s, u"b.txt"_s, u"B.TXT"_s, u"Übung.txt"_s})
         AtomicFile::write(files.filePath(u"Sources/"_s + name), {});
     const ArchiveMembers members(files.path());
-    const auto found = [&](const QString &name) -> QString {
-        const std::optional<QString> path = members.path(name);
-        return path ? QDir(files.path()).relativeFilePath(*path) : QString();
-    };
-    EXPECT_EQ(found(u"Sources/a.txt"_s), u"Sources/a.txt"_s);
-    EXPECT_EQ(found(u"sources/A.TXT"_s), u"Sources/A.TXT"_s);
-    for (QChar letter = u'a'; letter <= u'z'; letter = QChar(letter.unicode() + 1)) // the same one of two, always
-        EXPECT_EQ(found(u"sources/"_s + letter + u".Txt"_s), u"Sources/"_s + letter.toUpper() + u".TXT"_s);
-    EXPECT_EQ(found(u"SOURCES//U\u0308BUNG.txt"_s), u"Sources/Übung.txt"_s);
-    EXPECT_EQ(found(u"./sources/./a.txt"_s), u"Sources/a.txt"_s);
-    EXPECT_EQ(found(u"sources/ab.txt"_s), QString());
+    const QList<std::pair<QString, QString>> cases{{u"Sources/a.txt"_s, u"Sources/a.txt"_s},
+        {u"sources/A.TXT"_s, u"Sources/A.TXT"_s}, {u"sources/a.Txt"_s, u"Sources/A.TXT"_s}, // the same of two, always
+        {u"sources/b.Txt"_s, u"Sources/B.TXT"_s}, {u"SOURCES//U\u0308BUNG.txt"_s, u"Sources/Übung.txt"_s},
+        {u"./sources/./a.txt"_s, u"Sources/a.txt"_s}, {u"sources/ab.txt"_s, u"."_s}};
+    for (const auto &[name, found] : cases)
+        EXPECT_EQ(QDir(files.path()).relativeFilePath(members.path(name).value_or(files.path())), found);
 }

@@ -107,7 +107,7 @@ ExportInput randomProject(unsigned seed)
 
 } // namespace
 
-class RoundTrip : public testing::TestWithParam<unsigned> { };
+using RoundTrip = testing::TestWithParam<unsigned>;
 
 TEST_P(RoundTrip, KeepsTheProject)
 {
@@ -131,24 +131,3 @@ TEST_P(RoundTrip, KeepsTheProject)
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, RoundTrip, testing::Range(1u, 41u));
-
-TEST(RoundTripOfNineLevels, LosesTheNinthAndItsPassages)
-{
-    const OwnTemporaryFolder folder;
-    ExportInput input;
-    Document document;
-    document.id = QUuid::createUuid();
-    document.text = u"some text"_s;
-    input.documents = {document};
-    for (int level = 0; level < 9; ++level) {
-        Code code;
-        code.id = QUuid::createUuid();
-        if (level > 0)
-            code.parentID = input.codes.last().id;
-        input.codes.append(code);
-        input.codings.append({{}, QUuid::createUuid(), document.id, code.id, 0, 4, {}});
-    }
-    exportArchive(input, folder.path(u"a.qdpx"_s));
-    const auto queue = AppDatabase::makeFreshQueue();
-    EXPECT_EQ(importQdpx(folder.path(u"a.qdpx"_s), *queue, QUuid::createUuid()), (ImportSummary{8, 1, 8}));
-}

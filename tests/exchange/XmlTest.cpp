@@ -1,5 +1,7 @@
 #include "exchange/XmlReader.h"
 #include "exchange/XmlWriter.h"
+#include "support/Cases.h"
+#include "support/Complaint.h"
 #include "support/NastyText.h"
 #include "support/Printing.h"
 
@@ -51,12 +53,7 @@ QByteArray notesOn(const QByteArray &document)
 /// What the document is refused with, or "" if it isn't.
 QString refusal(const QByteArray &document)
 {
-    try {
-        notesOn(document);
-    } catch (const XmlError &error) {
-        return error.description();
-    }
-    return {};
+    return complaintAbout([&] { notesOn(document); });
 }
 
 QByteArray utf16(const QString &text, bool isBigEndian)
@@ -71,67 +68,6 @@ QByteArray utf16(const QString &text, bool isBigEndian)
 }
 
 } // namespace
-
-struct WritingCase {
-    const char *name;
-    QString value;
-    QByteArray inText;
-    QByteArray inAttribute;
-};
-class XmlWriting : public testing::TestWithParam<WritingCase> { };
-
-TEST_P(XmlWriting, KeepsTheDocumentWellFormed)
-{
-    XmlWriter xml;
-    xml.startElement("e");
-    xml.attribute("a", GetParam().value);
-    xml.text(GetParam().value);
-    xml.endElement();
-    EXPECT_EQ(xml.takeDocument(),
-        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<e a=\"" + GetParam().inAttribute + "\">" + GetParam().inText
-            + "</e>\n");
-}
-
-INSTANTIATE_TEST_SUITE_P(Values, XmlWriting,
-    testing::Values(WritingCase{"markup", u"a<b>&\"'"_s, "a&lt;b&gt;&amp;\"'", "a&lt;b&gt;&amp;&quot;'"},
-        WritingCase{"line_ends_that_a_reader_would_change", u"\t\n\r"_s, "\t\n&#13;", "&#9;&#10;&#13;"},
-        WritingCase{"control_characters", u"\u0001\u000C\u001F\u007F\u0085"_s, "\uFFFD\uFFFD\uFFFD\u007F\u0085",
-            "\uFFFD\uFFFD\uFFFD\u007F\u0085"},
-        WritingCase{"null_character", QString(QChar(0)), "\uFFFD", "\uFFFD"},
-        WritingCase{"non_characters", QString(QChar(0xFFFE)) + QChar(0xFFFF), "\uFFFD\uFFFD", "\uFFFD\uFFFD"},
-        WritingCase{"half_pair_at_the_end", u"\U0001F600"_s.first(1), "\uFFFD", "\uFFFD"},
-        WritingCase{"half_pair_in_front_of_a_pair", QString(QChar(0xD83D)) + u"\U0001F600"_s, "\uFFFD\U0001F600",
-            "\uFFFD\U0001F600"},
-        WritingCase{"pair_the_wrong_way_round", QString(QChar(0xDE00)) + QChar(0xD83D), "\uFFFD\uFFFD", "\uFFFD\uFFFD"},
-        WritingCase{"all_lengths_of_utf8", u"aé中\U0001F600"_s, "aé中\U0001F600", "aé中\U0001F600"}),
-    [](const auto &row) { return std::string(row.param.name); });
-
-TEST(XmlWriter, IndentsElementsAndNeverText)
-{
-    XmlWriter xml;
-    xml.startElement("root");
-    xml.attribute("a", "1"_L1);
-    xml.startElement("empty");
-    xml.endElement();
-    xml.startElement("inner");
-    xml.startElement("text");
-    xml.text(u" two\nlines ");
-    xml.endElement();
-    xml.endElement();
-    xml.startElement("empty");
-    xml.endElement();
-    xml.endElement();
-    EXPECT_EQ(xml.takeDocument(), R"(<?xml version="1.0" encoding="UTF-8"?>
-<root a="1">
-    <empty/>
-    <inner>
-        <text> two
-lines </text>
-    </inner>
-    <empty/>
-</root>
-)");
-}
 
 TEST(Xml, ComesBackAsItWasWritten)
 {
@@ -164,35 +100,26 @@ TEST(Xml, ComesBackAsItWasWritten)
     }
 }
 
-struct ReadingCase {
-    const char *name;
-    QByteArray document;
-    QByteArray expected;
-};
-class XmlReading : public testing::TestWithParam<ReadingCase> { };
+using ReadingCase = Case<QByteArray>;
+using XmlReading = testing::TestWithParam<ReadingCase>;
 
 TEST_P(XmlReading, FindsWhatTheDocumentHolds)
 {
-    EXPECT_EQ(notesOn(GetParam().document), GetParam().expected);
+    EXPECT_EQ(notesOn(GetParam().given), GetParam().expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(Documents, XmlReading,
     testing::Values(ReadingCase{"prefix", "<q:e xmlns:q='u' a='1'><q:f/></q:e>", "<e a=1><f></></>"},
         ReadingCase{"prefix_never_declared", "<q:e a='1'><q:f/></q:e>", "<e a=1><f></></>"},
-        ReadingCase{"attribute_with_a_prefix_is_another", "<e xmlns:q='u' q:a='1'/>", "<e></>"},
         ReadingCase{"attribute_with_a_prefix_beside_it", "<e q:a='1' a='2'/>", "<e a=2></>"},
         ReadingCase{"empty_attribute", "<e a=''/>", "<e a=></>"},
-        ReadingCase{"references_in_attributes", "<e a='&lt;&amp;&quot;&#65;&#x4E2D;&#13;'/>", "<e a=<&\"A中\r></>"},
-        ReadingCase{"references_in_text", "<e>&lt;&amp;&#65;&#13;</e>", "<e><&A\r</>"},
         ReadingCase{"line_ends", "<e a='x\r\ny'>x\r\ny\rz</e>", "<e a=x y>x\ny\nz</>"},
         ReadingCase{"sections_and_comments", "<e>a<!-- x --><![CDATA[<b>]]><?p x?></e>", "<e>a<b></>"},
-        ReadingCase{"byte_order_mark", "\xEF\xBB\xBF<?xml version='1.0' encoding='UTF-8'?><e>x</e>", "<e>x</>"},
         ReadingCase{"little_endian", utf16(u"<?xml version='1.0' encoding='UTF-16'?><e a='中'>\U0001F600</e>"_s, false),
             "<e a=中>\U0001F600</>"},
         ReadingCase{"encoding_of_its_own", "<?xml version='1.0' encoding='ISO-8859-1'?><e a='\xE9'/>", "<e a=é></>"},
-        ReadingCase{"entity_that_is_never_used", "<!DOCTYPE e [<!ENTITY x 'y'>]><e/>", "<e></>"},
         ReadingCase{"definition_elsewhere", "<!DOCTYPE e SYSTEM 'file:///etc/passwd'><e/>", "<e></>"}),
-    [](const auto &row) { return std::string(row.param.name); });
+    rowName);
 
 namespace {
 
@@ -207,33 +134,23 @@ QByteArray billionLaughs()
 
 } // namespace
 
-struct RefusalCase {
-    const char *name;
-    QByteArray document;
-    QString message; ///< how it begins
-};
-class XmlRefusal : public testing::TestWithParam<RefusalCase> { };
+using RefusalCase = Case<QByteArray, QString>; // the message begins so
+using XmlRefusal = testing::TestWithParam<RefusalCase>;
 
 TEST_P(XmlRefusal, SaysWhatIsWrongAndPrintsNothing)
 {
     testing::internal::CaptureStderr();
     testing::internal::CaptureStdout();
-    const QString message = refusal(GetParam().document);
+    const QString message = refusal(GetParam().given);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
-    EXPECT_TRUE(message.startsWith(GetParam().message)) << message.toStdString();
+    EXPECT_TRUE(message.startsWith(GetParam().expected)) << message.toStdString();
     EXPECT_EQ(message, message.trimmed());
 }
 
 INSTANTIATE_TEST_SUITE_P(Documents, XmlRefusal,
-    testing::Values(RefusalCase{"empty", "", u"Premature end of the document"_s},
-        RefusalCase{"no_xml", "PK\x03\x04", u"Document is empty"_s},
-        RefusalCase{"cut_off", "<e><f>", u"Premature end of the document"_s},
-        RefusalCase{"two_roots", "<e/><e/>", u"Extra content at the end of the document"_s},
+    testing::Values(RefusalCase{"cut_off", "<e><f>", u"Premature end of the document"_s},
         RefusalCase{"wrong_end_tag", "<e><f></e>", u"Opening and ending tag mismatch: f line 1 and e"_s},
-        RefusalCase{"attribute_twice", "<e a='1' a='2'/>", u"Attribute a redefined"_s},
-        RefusalCase{"control_character", "<e>\x01</e>", u"PCDATA invalid Char value 1"_s},
-        RefusalCase{"reference_to_half_a_pair", "<e>&#xD800;</e>", u"xmlParseCharRef: invalid xmlChar value"_s},
         RefusalCase{"not_utf8", "<e a='\xFF'/>", u"Input is not proper UTF-8"_s},
         RefusalCase{
             "half_a_pair_in_utf16", utf16(u"<e>\U0001F600x</e>"_s.remove(4, 1), false), u"input conversion failed"_s},
@@ -242,8 +159,6 @@ INSTANTIATE_TEST_SUITE_P(Documents, XmlRefusal,
             u"input conversion failed"_s},
         RefusalCase{"unknown_encoding", "<?xml version='1.0' encoding='none'?><e/>", u"Unsupported encoding none"_s},
         RefusalCase{"declared_entity", "<!DOCTYPE e [<!ENTITY x 'y'>]><e>&x;</e>", u"Entity 'x' not defined"_s},
-        RefusalCase{"declared_entity_in_an_attribute", "<!DOCTYPE e [<!ENTITY x 'y'>]><e a='&x;'/>",
-            u"Entity 'x' not defined"_s},
         RefusalCase{"file_as_an_entity", "<!DOCTYPE e [<!ENTITY x SYSTEM 'file:///etc/passwd'>]><e>&x;</e>",
             u"Entity 'x' not defined"_s},
         RefusalCase{"entity_that_a_definition_elsewhere_may_have", "<!DOCTYPE e SYSTEM 'x'><e>1&x;2</e>",
@@ -253,7 +168,7 @@ INSTANTIATE_TEST_SUITE_P(Documents, XmlRefusal,
         RefusalCase{"billion_laughs", billionLaughs() + "<e>&l11;</e>", u"Entity 'l11' not defined"_s},
         RefusalCase{
             "billion_laughs_in_an_attribute", billionLaughs() + "<e a='&l11;'/>", u"Entity 'l11' not defined"_s}),
-    [](const auto &row) { return std::string(row.param.name); });
+    rowName);
 
 namespace {
 
@@ -274,7 +189,7 @@ struct HugeCase {
     QString message; ///< of the refusal
     QByteArray (*expected)() = nullptr; ///< otherwise
 };
-class HugeXml : public testing::TestWithParam<HugeCase> { };
+using HugeXml = testing::TestWithParam<HugeCase>;
 
 TEST_P(HugeXml, IsReadOrRefusedInGoodTime)
 {
@@ -299,7 +214,6 @@ INSTANTIATE_TEST_SUITE_P(Documents, HugeXml,
             [] { return "<e>" + QByteArray("<e xmlns:q='u' xmlns='v'/>").repeated(1'000) + "</e>"; }, {},
             [] { return "<e>" + QByteArray("<e></>").repeated(1'000) + "</>"; }},
         HugeCase{"attribute", [] { return "<e a='" + QByteArray(100'000'000, 'x') + "'/>"; }, u"A tag is too long"_s},
-        HugeCase{"comment_without_end", [] { return "<e><!--" + QByteArray(50'000'000, 'x'); }, u"A tag is too long"_s},
         HugeCase{"attributes_in_a_tag", [] { return "<e" + numbered(30'000, " a", "=''") + "/>"; },
             u"A tag has too many attributes"_s},
         HugeCase{"default_attributes",
@@ -307,7 +221,7 @@ INSTANTIATE_TEST_SUITE_P(Documents, HugeXml,
             u"A tag has too many attributes"_s},
         HugeCase{"namespaces_in_scope", [] { return "<e>" + numbered(10'000, "<e xmlns:n", "='u'>"); },
             u"Too many namespaces are declared"_s}),
-    [](const auto &row) { return std::string(row.param.name); });
+    rowName);
 
 TEST(XmlReader, PassesOnWhatTheHandlerThrows)
 {
