@@ -19,7 +19,7 @@ struct AppearanceCase {
     Look expected;
 };
 
-class AppearanceOfDesktop : public testing::TestWithParam<AppearanceCase> { };
+using AppearanceOfDesktop = testing::TestWithParam<AppearanceCase>;
 
 const QString scheme = u"org.freedesktop.appearance/color-scheme"_s;
 const QString contrastKey = u"org.freedesktop.appearance/contrast"_s;
@@ -54,7 +54,6 @@ INSTANTIATE_TEST_SUITE_P(Desktops, AppearanceOfDesktop,
         AppearanceCase{"light_wish_beats_dark_palette", 2U, {}, deep, Qt::white, {false, false}},
         AppearanceCase{"no_preference_falls_to_the_palette", 0U, {}, deep, Qt::white, {true, false}},
         AppearanceCase{"silence_falls_to_the_palette", {}, {}, pale, Qt::black, {false, false}},
-        AppearanceCase{"unknown_scheme_falls_to_the_palette", 7U, {}, deep, Qt::white, {true, false}},
         AppearanceCase{"text_instead_of_a_number", u"dark"_s, u"high"_s, pale, Qt::black, {false, false}},
         AppearanceCase{"wished_contrast", 1U, 1U, pale, Qt::black, {true, true}},
         AppearanceCase{"stock_palette_is_no_high_contrast", {}, 0U, pale, Qt::black, {false, false}},

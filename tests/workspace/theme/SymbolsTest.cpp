@@ -26,17 +26,6 @@ QColor ink(const QPixmap &pixmap)
     return strongest;
 }
 
-int coverage(const QPixmap &pixmap)
-{
-    const QImage image = pixmap.toImage().convertToFormat(QImage::Format_ARGB32);
-    int sum = 0;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x)
-            sum += image.pixelColor(x, y).alpha();
-    }
-    return sum;
-}
-
 } // namespace
 
 TEST_F(ThemedTest, EverySymbolIsDrawnInTheColourAskedFor)
@@ -51,19 +40,6 @@ TEST_F(ThemedTest, EverySymbolIsDrawnInTheColourAskedFor)
         EXPECT_EQ(pixmap.size(), QSize(32, 32));
         EXPECT_EQ(ink(pixmap).rgb() & 0xFFFFFF, QColor(Qt::red).rgb() & 0xFFFFFF) << file.toStdString();
     }
-}
-
-TEST_F(ThemedTest, AThickerStrokeCoversMore)
-{
-    const auto plus = [](double stroke) { return coverage(Symbols::pixmap(u"plus"_s, 16, Qt::black, stroke, 4)); };
-    EXPECT_GT(plus(1.9), plus(1.4) * 5 / 4);
-}
-
-TEST_F(ThemedTest, AnUnknownSymbolIsNothingAndStaysNothing)
-{
-    EXPECT_TRUE(Symbols::pixmap(u"no.such.symbol"_s, 16, Qt::black, 1.4, 1).isNull());
-    EXPECT_TRUE(Symbols::pixmap(u"no.such.symbol"_s, 16, Qt::black, 1.4, 1).isNull());
-    EXPECT_TRUE(Symbols::pixmap(u"plus"_s, 0, Qt::black, 1.4, 1).isNull());
 }
 
 TEST_F(ThemedTest, IconsFollowTheLookAndTheState)

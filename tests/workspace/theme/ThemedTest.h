@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/Cases.h"
 #include "workspace/theme/Appearance.h"
 #include "workspace/theme/DesktopSettings.h"
 #include "workspace/theme/Theme.h"
@@ -9,6 +10,8 @@
 #include <QWidget>
 
 #include <gtest/gtest.h>
+
+#include <stdexcept>
 
 /// A desktop that says what the test wants it to say.
 class FakeDesktopSettings final : public DesktopSettings {
@@ -49,12 +52,17 @@ protected:
         m_window.show();
         QApplication::setActiveWindow(&m_window);
     }
+    template <typename Widget>
+    [[nodiscard]] static Widget &childOf(const QWidget *parent, const QString &name)
+    {
+        auto *found = parent != nullptr ? parent->findChild<Widget *>(name) : nullptr;
+        if (found == nullptr)
+            throw std::runtime_error("no such widget: " + name.toStdString());
+        return *found;
+    }
     static QPalette lightPalette() { return QPalette(Qt::black, QColor(0xEF, 0xEF, 0xEF)); }
 
     FakeDesktopSettings m_settings;
     Appearance m_appearance;
     QWidget m_window;
 };
-
-/// The names of the rows of a table.
-inline constexpr auto rowName = [](const auto &row) { return std::string(row.param.name); };
