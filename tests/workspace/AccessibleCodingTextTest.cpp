@@ -1,4 +1,5 @@
 #include "ShownCodingText.h"
+#include "support/Cases.h"
 #include "support/Printing.h"
 
 #include <QAccessible>
@@ -31,7 +32,7 @@ struct UnitCase {
     QString at;
     QString after;
 };
-class AccessibleUnit : public testing::TestWithParam<UnitCase> { };
+using AccessibleUnit = testing::TestWithParam<UnitCase>;
 
 const qint64 last = text.indexOf(u"Last"_s);
 
@@ -63,7 +64,7 @@ INSTANTIATE_TEST_SUITE_P(Reader, AccessibleUnit,
             text.mid(last), {}},
         UnitCase{"paragraph", QAccessible::ParagraphBoundary, 3, {}, text.left(36), u"Filling line of text.\n"_s},
         UnitCase{"the_end", QAccessible::CharBoundary, text.size(), u"."_s, {}, {}}),
-    [](const auto &row) { return std::string(row.param.name); });
+    rowName);
 
 TEST(AccessibleCodingText, NamesItselfAndCantBeEdited)
 {

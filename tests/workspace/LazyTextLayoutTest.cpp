@@ -2,7 +2,6 @@
 #include "workspace/reader/DisplayText.h"
 #include "workspace/reader/ParagraphShape.h"
 #include "workspace/reader/ReaderMetrics.h"
-#include "workspace/reader/ReadingPlace.h"
 #include "workspace/reader/TextMarks.h"
 
 #include <QApplication>
@@ -130,25 +129,12 @@ TEST(LazyTextLayout, DoesntAddUpRoundedHalves)
         plain.documentLayout()->blockBoundingRect(plain.lastBlock()).top() + ReaderMetrics::verticalInset, 1);
 }
 
-TEST(LazyTextLayout, CentresItsColumnBetweenInsets)
-{
-    struct Row {
-        int page;
-        int left;
-        int column;
-    };
-    for (const auto &[page, left, column] :
-        {Row{724, 32, 660}, Row{1000, 170, 660}, Row{725, 32, 660}, Row{600, 32, 536}, Row{10, 32, 40}}) {
-        const LazyDocument lazy(u"Text"_s, page);
-        EXPECT_EQ(lazy.layout->columnLeft(), left) << page;
-        EXPECT_EQ(lazy.layout->columnWidth(), column) << page;
-    }
-}
-
 TEST(LazyTextLayout, KeepsFewBlocksLaidOutAndTheirHeights)
 {
     QRandomGenerator random(8);
     const LazyDocument lazy(randomParagraphs(random, 1000, 7));
+    const qreal estimated = lazy.layout->documentSize().height();
+    EXPECT_EQ(lazy.layout->laidOutCount(), 0);
     std::vector<int> heights;
     for (int block = 0; block < lazy.layout->blockCount(); ++block) {
         lazy.layout->layOut(block);
@@ -159,35 +145,7 @@ TEST(LazyTextLayout, KeepsFewBlocksLaidOutAndTheirHeights)
     EXPECT_EQ(lazy.document.findBlockByNumber(0).layout()->lineCount(), 0) << "what was long ago isn't";
     for (int block = 0; block < lazy.layout->blockCount(); ++block)
         ASSERT_EQ(lazy.layout->height(block), heights[size_t(block)]);
-}
-
-TEST(LazyTextLayout, EstimatesTheWholeFromSamples)
-{
-    QRandomGenerator random(9);
-    const LazyDocument lazy(randomParagraphs(random, 800, 7));
-    const qreal estimated = lazy.layout->documentSize().height();
-    EXPECT_EQ(lazy.layout->laidOutCount(), 0);
-    for (int block = 0; block < lazy.layout->blockCount(); ++block)
-        lazy.layout->layOut(block);
-    EXPECT_NEAR(estimated / lazy.layout->documentSize().height(), 1, 0.1);
-}
-
-TEST(LazyTextLayout, WrapsAgainOnlyWhenTheColumnOrTheFontChanges)
-{
-    LazyDocument lazy(u"Some words to be wrapped.\n"_s.repeated(20), 800);
-    int wrapped = 0;
-    QObject::connect(lazy.layout, &LazyTextLayout::rewrapped, [&wrapped] { ++wrapped; });
-    lazy.document.setPageSize(QSizeF(1200, -1));
-    EXPECT_EQ(wrapped, 0);
-    EXPECT_EQ(lazy.layout->columnLeft(), 270);
-    lazy.document.setPageSize(QSizeF(500, -1));
-    EXPECT_EQ(wrapped, 1);
-    QFont larger = lazy.document.defaultFont();
-    larger.setPointSizeF(20);
-    const qreal height = lazy.layout->documentSize().height();
-    lazy.document.setDefaultFont(larger);
-    EXPECT_EQ(wrapped, 2);
-    EXPECT_GT(lazy.layout->documentSize().height(), height * 1.3);
+    EXPECT_NEAR(estimated / lazy.layout->documentSize().height(), 1, 0.1) << "the whole is estimated from samples";
 }
 
 TEST(LazyTextLayout, OpensAMegabyteWithoutSpaces)
@@ -242,25 +200,4 @@ TEST(ParagraphShape, CoversWhatASelectionCoversWhereDirectionsMix)
             }
         }
     }
-}
-
-TEST(ReadingPlace, ShowsARangeByTheSmallestMove)
-{
-    const LazyDocument lazy(u"One line of text.\n"_s.repeated(1000));
-    const int line = 18;
-    const int view = 400;
-    ReadingPlace place(*lazy.layout);
-    const auto bottomOf = [&](int block) { return lazy.layout->top(block) + 22; };
-
-    place.show(3 * line, 3 * line, view);
-    EXPECT_EQ(place.scrollValue(), 0) << "it was in view";
-    place.show(500 * line, 500 * line + 5, view);
-    EXPECT_NEAR(qreal(place.scrollValue() + view), qreal(bottomOf(500)), 2) << "from below it comes to the bottom";
-    const qint64 below = place.scrollValue();
-    place.show(499 * line, 500 * line, view);
-    EXPECT_EQ(place.scrollValue(), below);
-    place.show(100 * line, 100 * line + 5, view);
-    EXPECT_NEAR(qreal(place.scrollValue()), qreal(lazy.layout->top(100)), 2) << "from above it comes to the top";
-    place.show(200 * line, 300 * line, view);
-    EXPECT_NEAR(qreal(place.scrollValue()), qreal(lazy.layout->top(200)), 2) << "what is too high shows its start";
 }

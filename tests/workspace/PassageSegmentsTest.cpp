@@ -90,38 +90,23 @@ void change(QList<TextHighlight> &highlights, QRandomGenerator &random, int text
     }
 }
 
-struct LeftOutCase {
-    const char *name;
-    TextHighlight passage;
-    bool isDrawn;
-};
-class LeftOut : public testing::TestWithParam<LeftOutCase> { };
-
 } // namespace
 
-TEST_P(LeftOut, IsDrawnOnlyInsideTheText)
+TEST(PassageSegments, AreDrawnOnlyInsideTheText)
 {
     PassageSegments segments;
     segments.reset(10);
-    segments.assign({GetParam().passage});
-    EXPECT_EQ(!all(segments).empty(), GetParam().isDrawn);
-    EXPECT_EQ(segments.firstAt(9, 8) != nullptr, GetParam().isDrawn);
-    EXPECT_EQ(segments.highlights().size(), 1);
+    const auto isDrawn = [&](qint64 location, qint64 length, const QString &color = u"#FF0000"_s) {
+        segments.assign({highlight(location, length, color)});
+        EXPECT_EQ(segments.firstAt(9, 8) != nullptr, !all(segments).empty());
+        return !all(segments).empty();
+    };
+    for (const auto &[location, length] : {std::pair{huge, huge}, {least, huge}, {9, least}, {-1, 20}, {10, 1}})
+        EXPECT_FALSE(isDrawn(location, length)) << location;
+    EXPECT_FALSE(isDrawn(9, 1, u"#F00"_s)) << "no colour";
+    EXPECT_TRUE(isDrawn(9, 5, u"FF0000"_s)) << "past the end";
+    EXPECT_TRUE(isDrawn(9, huge, u"#ff0000"_s)) << "a sum that overflows";
 }
-
-INSTANTIATE_TEST_SUITE_P(Reader, LeftOut,
-    testing::Values(LeftOutCase{"empty", highlight(9, 0, u"#FF0000"_s), false},
-        LeftOutCase{"negative_length", highlight(9, -1, u"#FF0000"_s), false},
-        LeftOutCase{"negative_location", highlight(-1, 20, u"#FF0000"_s), false},
-        LeftOutCase{"behind_the_end", highlight(10, 1, u"#FF0000"_s), false},
-        LeftOutCase{"far_behind_the_end", highlight(huge, huge, u"#FF0000"_s), false},
-        LeftOutCase{"far_before_the_start", highlight(least, huge, u"#FF0000"_s), false},
-        LeftOutCase{"least_of_all_lengths", highlight(9, least, u"#FF0000"_s), false},
-        LeftOutCase{"no_colour", highlight(9, 1, u"#F00"_s), false},
-        LeftOutCase{"last_unit", highlight(9, 1, u"#FF0000"_s), true},
-        LeftOutCase{"past_the_end", highlight(9, 5, u"FF0000"_s), true},
-        LeftOutCase{"sum_that_overflows", highlight(9, huge, u"#ff0000"_s), true}),
-    [](const auto &row) { return std::string(row.param.name); });
 
 TEST(PassageSegments, ShowTheLaterPassageWhereTwoOverlap)
 {
@@ -133,6 +118,12 @@ TEST(PassageSegments, ShowTheLaterPassageWhereTwoOverlap)
     ASSERT_NE(segments.firstAt(25, 24), nullptr);
     EXPECT_EQ(segments.firstAt(25, 24)->range.location, 10) << "the first in the list is taken, not the one that shows";
     EXPECT_EQ(segments.firstAt(40, 40), nullptr);
+    EXPECT_TRUE(segments.within(0, 10).empty());
+    EXPECT_TRUE(segments.within(40, 50).empty());
+    EXPECT_EQ(segments.within(19, 31).size(), 3U);
+    EXPECT_TRUE(segments.covers(10));
+    EXPECT_FALSE(segments.covers(40));
+    EXPECT_FALSE(segments.covers(-1));
 }
 
 TEST(PassageSegments, StayWhatDrawingOneAfterTheOtherGives)
@@ -164,19 +155,6 @@ TEST(PassageSegments, StayWhatDrawingOneAfterTheOtherGives)
                 ASSERT_EQ(differs[unit], unitsBefore[unit] != unitsAfter[unit]) << round << "/" << step;
         }
     }
-}
-
-TEST(PassageSegments, AreFoundByTheirStretch)
-{
-    PassageSegments segments;
-    segments.reset(100);
-    segments.assign({highlight(10, 10, u"#FF0000"_s), highlight(30, 10, u"#FF0000"_s)});
-    EXPECT_TRUE(segments.within(0, 10).empty());
-    EXPECT_TRUE(segments.within(20, 30).empty());
-    EXPECT_EQ(segments.within(19, 31).size(), 2U);
-    EXPECT_TRUE(segments.covers(10));
-    EXPECT_FALSE(segments.covers(20));
-    EXPECT_FALSE(segments.covers(-1));
 }
 
 TEST(BlockHeights, AnswerAsAPlainListOfHeightsDoes)
