@@ -82,12 +82,10 @@ TEST_F(MemoBarTest, TextIsKeptToTheLastUnit)
 
 TEST_F(MemoBarTest, ClickingTheButtonOpensTheEditorForTyping)
 {
-    EXPECT_EQ(button().text(), u"Code memo…"_s);
     QTest::mouseClick(&button(), Qt::LeftButton);
     EXPECT_TRUE(editor().isVisible());
     EXPECT_TRUE(editor().hasFocus());
     EXPECT_FALSE(button().isVisible());
-    EXPECT_EQ(editor().accessibleName(), u"Memo"_s);
     QTest::keyClicks(&editor(), u"a"_s);
     QTest::keyClick(&editor(), Qt::Key_Tab);
     EXPECT_FALSE(editor().hasFocus());
@@ -110,26 +108,14 @@ TEST_F(MemoBarTest, ClearingCollapsesOnlyAnEditorThatTheUserDidNotOpen)
     EXPECT_TRUE(editor().isVisible());
 }
 
-namespace {
-
-struct ContentCase {
-    const char *name;
-    QString text;
-    bool showsEditor;
-};
-class MemoContent : public MemoBarTest, public testing::WithParamInterface<ContentCase> { };
-
-} // namespace
-
-TEST_P(MemoContent, DecidesWhatIsShown)
+TEST_F(MemoBarTest, ShowsItsEditorForContentOnly)
 {
-    m_bar->setText(GetParam().text);
-    EXPECT_EQ(editor().isVisible(), GetParam().showsEditor);
-    EXPECT_EQ(button().isVisible(), !GetParam().showsEditor);
+    for (const QString &blank : {QString(), u" \t\u3000"_s, u"\n\u2028\r\n"_s}) {
+        m_bar->setText(blank);
+        EXPECT_TRUE(button().isVisible() && !editor().isVisible());
+    }
+    for (const QString &content : {u" a\n"_s, u"\u200B"_s}) {
+        m_bar->setText(content);
+        EXPECT_TRUE(editor().isVisible() && !button().isVisible());
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Memos, MemoContent,
-    testing::Values(ContentCase{"nothing", {}, false}, ContentCase{"blanks_are_no_content", u" \t\u3000"_s, false},
-        ContentCase{"line_breaks_are_no_content", u"\n\u2028\r\n"_s, false}, ContentCase{"one_letter", u" a\n"_s, true},
-        ContentCase{"a_zero_width_space_is_content", u"\u200B"_s, true}),
-    rowName);

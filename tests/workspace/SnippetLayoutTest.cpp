@@ -37,16 +37,13 @@ TEST_P(Snippet, TakesItsLinesAndNoMore)
 }
 
 INSTANTIATE_TEST_SUITE_P(Passages, Snippet,
-    testing::Values(SnippetCase{"one_word", u"word"_s, 1, false},
-        SnippetCase{"wraps", u"some words that take up more room than one line"_s, 2, false},
-        SnippetCase{"ends_in_the_third_line", u"ten letter "_s.repeated(8) + u"end"_s, 3, false},
+    testing::Values(SnippetCase{"ends_in_the_third_line", u"ten letter "_s.repeated(8) + u"end"_s, 3, false},
         SnippetCase{"goes_on", u"ten letter "_s.repeated(20), 3, true},
         SnippetCase{"one_endless_word", u"x"_s.repeated(1000), 3, true},
         SnippetCase{"a_book", u"many words "_s.repeated(1'000'000), 3, true},
         SnippetCase{"chinese_without_blanks", u"最烦的是那种重要通知点开一看全是废话"_s.repeated(9), 3, true},
         SnippetCase{"line_breaks_are_blanks", u"a\nb\r\nc\u2028d\u2029e\vf"_s, 1, false},
         SnippetCase{"a_cut_pair_at_the_limit", u"😀"_s.repeated(2000), 3, true},
-        SnippetCase{"right_to_left", u"שלום עולם "_s.repeated(60), 3, true},
         SnippetCase{"marks_without_width", u"a"_s + u"\u0301"_s.repeated(5000), 1, true}),
     rowName);
 
