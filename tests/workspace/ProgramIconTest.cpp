@@ -28,7 +28,7 @@ double difference(const QImage &first, const QImage &second)
 
 } // namespace
 
-class ProgramIcon : public testing::TestWithParam<int> { };
+using ProgramIcon = testing::TestWithParam<int>;
 
 TEST_P(ProgramIcon, ShowsTheDrawingAsItIsNow)
 {

@@ -1,17 +1,12 @@
 #include "ShownWindow.h"
 #include "workspace/StatusBanner.h"
 #include "workspace/controls/Alert.h"
-#include "workspace/picker/CodePickerPopover.h"
 #include "workspace/reader/SelectionBar.h"
 #include "workspace/results/QueryResultsView.h"
-#include "workspace/sheets/QuerySheet.h"
 
-#include <QAbstractItemView>
 #include <QLineEdit>
-#include <QPointer>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QSplitter>
 #include <QTest>
 #include <QTextEdit>
 
@@ -150,42 +145,18 @@ TEST_F(Window, ErrorsShowUntilTheyAreDismissedOneAfterTheOther)
     EXPECT_EQ(library.store.lastError().get(), std::nullopt);
 }
 
-TEST_F(Window, ImportButtonRestsDuringAnImport)
-{
-    open();
-    auto &button = find<QPushButton>(u"import"_s);
-    QList<bool> states;
-    QObject::connect(
-        &library.store.isImporting(), &Notifier::changed, &button, [&] { states.append(button.isEnabled()); });
-    library.store.importURLs({});
-    EXPECT_EQ(states, (QList<bool>{false, true}));
-}
-
-TEST_F(Window, AQueryAskedInItsSheetShowsItsResultsInTheMiddle)
+TEST_F(Window, TheResultsOfAQueryTakeTheMiddleAndItsWidth)
 {
     const Document document = library.paste(u"A"_s, u"some words to code"_s);
     const Code code = library.makeCodes({u"One"_s}).first();
     library.store.assignCode(code, document, {0, 4});
     open();
     const QWidget &results = find<QueryResultsView>();
-    const QWidget *middle = results.parentWidget();
     EXPECT_FALSE(results.isVisible());
-    library.store.showQuerySheet().set(true);
-    const QPointer<QuerySheet> sheet = &find<QuerySheet>();
-    QApplication::setActiveWindow(sheet);
-    auto &choices = find<QAbstractItemView>(u"codeChoices"_s);
-    QTest::keyClick(&choices, Qt::Key_Home);
-    QTest::keyClick(&choices, Qt::Key_Space);
-    QTest::keyClick(&choices, Qt::Key_Return);
+    library.store.runQuery({.codeIDs = {code.id}, .mode = QuerySpec::Mode::any, .textFilter = {}});
     QApplication::processEvents();
-    EXPECT_TRUE(sheet.isNull() || !sheet->isVisible());
     EXPECT_TRUE(results.isVisible());
-    EXPECT_EQ(find<QAbstractItemView>(u"resultList"_s).model()->rowCount(), 1);
-
-    auto &splitter = *qobject_cast<QSplitter *>(middle->parentWidget());
-    splitter.setSizes({200, 900, 100});
-    EXPECT_EQ(middle->width(), 380);
-    EXPECT_EQ(results.width(), 380);
+    EXPECT_EQ(results.width(), results.parentWidget()->width());
     library.store.goToDocuments();
     EXPECT_FALSE(results.isVisible());
 }

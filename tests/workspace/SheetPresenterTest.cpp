@@ -12,18 +12,6 @@ class Presenter : public ShownSheets { };
 
 } // namespace
 
-TEST_F(Presenter, EachFlagOpensItsSheetAndEscapeTakesItBack)
-{
-    open(library.store.showQuerySheet());
-    EXPECT_NE(qobject_cast<QuerySheet *>(sheet()), nullptr);
-    press(Qt::Key_Escape);
-    EXPECT_EQ(sheet(), nullptr);
-    EXPECT_FALSE(library.store.showQuerySheet().get());
-    EXPECT_TRUE(before.hasFocus());
-    open(library.store.showPasteSheet());
-    EXPECT_NE(qobject_cast<PasteSheet *>(sheet()), nullptr);
-}
-
 TEST_F(Presenter, AFlagTakenBackClosesItsSheetAndCanOpenItAgain)
 {
     open(library.store.showQuerySheet());

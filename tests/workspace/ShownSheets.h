@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/TestLibrary.h"
+#include "workspace/controls/SegmentedControl.h"
 #include "workspace/controls/Sheet.h"
 #include "workspace/sheets/SheetPresenter.h"
 #include "workspace/theme/ThemedTest.h"
@@ -46,12 +47,29 @@ protected:
     template <typename Widget>
     [[nodiscard]] Widget &find(const QString &name) const
     {
-        auto *found = sheet() != nullptr ? sheet()->findChild<Widget *>(name) : nullptr;
-        if (found == nullptr)
-            throw std::runtime_error("no such widget: " + name.toStdString());
-        return *found;
+        return childOf<Widget>(sheet(), name);
     }
     [[nodiscard]] QPushButton &button(const QString &name) const { return find<QPushButton>(name); }
+    void click(const QString &name) const
+    {
+        QTest::mouseClick(&button(name), Qt::LeftButton);
+        QApplication::processEvents();
+    }
+    static void choose(SegmentedControl &control, int index)
+    {
+        QTest::mouseClick(&control, Qt::LeftButton, {}, control.segmentRect(index).center());
+        QApplication::processEvents();
+    }
+    /// What Tab reaches, as many times, from where the focus is.
+    [[nodiscard]] static QStringList tabbedThrough(int stops)
+    {
+        QStringList names;
+        for (int stop = 0; stop < stops; ++stop) {
+            press(Qt::Key_Tab);
+            names.append(QApplication::focusWidget()->objectName());
+        }
+        return names;
+    }
     static void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
     {
         QTest::keyClick(QApplication::focusWidget(), key, modifiers);

@@ -42,10 +42,7 @@ protected:
     template <typename Widget>
     [[nodiscard]] Widget &find(const QString &name = {}) const
     {
-        auto *found = m_window.findChild<Widget *>(name);
-        if (found == nullptr)
-            throw std::runtime_error("no such widget: " + name.toStdString());
-        return *found;
+        return childOf<Widget>(&m_window, name);
     }
     [[nodiscard]] SidebarView &view() const { return *m_view; }
     [[nodiscard]] SidebarList &list() const { return find<SidebarList>(); }

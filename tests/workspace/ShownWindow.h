@@ -8,7 +8,6 @@
 #include <QTest>
 
 #include <memory>
-#include <stdexcept>
 
 /// The real window over the real store, driven by mouse and keys.
 class ShownWindow : public ThemedTest {
@@ -24,10 +23,7 @@ protected:
     template <typename Widget>
     [[nodiscard]] Widget &find(const QString &name = {}) const
     {
-        auto *found = m_root->findChild<Widget *>(name);
-        if (found == nullptr)
-            throw std::runtime_error("no such widget: " + name.toStdString());
-        return *found;
+        return childOf<Widget>(m_root.get(), name);
     }
     [[nodiscard]] CodingTextView &text() const { return find<CodingTextView>(); }
     /// Drags from the left edge of one character to the left edge of another.
