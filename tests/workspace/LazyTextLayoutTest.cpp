@@ -148,6 +148,24 @@ TEST(LazyTextLayout, KeepsFewBlocksLaidOutAndTheirHeights)
     EXPECT_NEAR(estimated / lazy.layout->documentSize().height(), 1, 0.1) << "the whole is estimated from samples";
 }
 
+TEST(LazyTextLayout, WrapsAgainOnlyWhenTheColumnOrTheFontChanges)
+{
+    LazyDocument lazy(u"Some words to be wrapped.\n"_s.repeated(20), 800);
+    int wrapped = 0;
+    QObject::connect(lazy.layout, &LazyTextLayout::rewrapped, [&wrapped] { ++wrapped; });
+    lazy.document.setPageSize(QSizeF(1200, -1));
+    EXPECT_EQ(wrapped, 0);
+    EXPECT_EQ(lazy.layout->columnLeft(), 270);
+    lazy.document.setPageSize(QSizeF(500, -1));
+    EXPECT_EQ(wrapped, 1);
+    QFont larger = lazy.document.defaultFont();
+    larger.setPointSizeF(20);
+    const qreal height = lazy.layout->documentSize().height();
+    lazy.document.setDefaultFont(larger);
+    EXPECT_EQ(wrapped, 2);
+    EXPECT_GT(lazy.layout->documentSize().height(), height * 1.3);
+}
+
 TEST(LazyTextLayout, OpensAMegabyteWithoutSpaces)
 {
     QString text(1'000'000, u' ');
