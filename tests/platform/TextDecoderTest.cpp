@@ -1,5 +1,7 @@
 #include "platform/TextDecoder.h"
 
+#include "support/Cases.h"
+
 #include <QList>
 #include <QRandomGenerator>
 
@@ -18,22 +20,15 @@ struct DecodingCase {
     std::optional<QString> expected; ///< absent: refused
 };
 
-class TextDecoding : public testing::TestWithParam<DecodingCase> { };
+using TextDecoding = testing::TestWithParam<DecodingCase>;
 
 TEST_P(TextDecoding, TakesOnlyWhatIsValid)
 {
     EXPECT_EQ(GetParam().decoder(GetParam().bytes), GetParam().expected);
 }
 
-std::string nameOf(const testing::TestParamInfo<DecodingCase> &row)
-{
-    return row.param.name;
-}
-
 INSTANTIATE_TEST_SUITE_P(Utf8, TextDecoding,
     testing::Values(DecodingCase{"nothing_is_text", TextDecoder::utf8, {}, QString()},
-        DecodingCase{"line_ends_stay", TextDecoder::utf8, "a\r\nb\rc\n", u"a\r\nb\rc\n"_s},
-        DecodingCase{"nul_stays", TextDecoder::utf8, QByteArray("a\0b", 3), QString::fromLatin1("a\0b", 3)},
         DecodingCase{"mark_is_no_text", TextDecoder::utf8,
             "\xEF\xBB\xBF"
             "a",
@@ -42,23 +37,9 @@ INSTANTIATE_TEST_SUITE_P(Utf8, TextDecoding,
         DecodingCase{"second_mark_is_text", TextDecoder::utf8, "\xEF\xBB\xBF\xEF\xBB\xBF", u"\uFEFF"_s},
         DecodingCase{"mark_further_on_is_text", TextDecoder::utf8, "a\xEF\xBB\xBF", u"a\uFEFF"_s},
         DecodingCase{"half_a_mark", TextDecoder::utf8, "\xEF\xBB", {}},
-        DecodingCase{"four_bytes_are_a_pair", TextDecoder::utf8, "\xF0\x9F\x98\x80", u"\U0001F600"_s},
-        DecodingCase{"last_scalar", TextDecoder::utf8, "\xF4\x8F\xBF\xBF", u"\U0010FFFF"_s},
-        DecodingCase{"noncharacter_is_valid", TextDecoder::utf8, "\xEF\xBF\xBE", u"\uFFFE"_s},
         DecodingCase{"replacement_character_is_valid", TextDecoder::utf8, "\xEF\xBF\xBD", u"\uFFFD"_s},
-        DecodingCase{"cut_after_one_of_two", TextDecoder::utf8, "ab\xC3", {}},
-        DecodingCase{"cut_after_two_of_three", TextDecoder::utf8, "ab\xE4\xBF", {}},
-        DecodingCase{"cut_after_three_of_four", TextDecoder::utf8, "ab\xF0\x9F\x98", {}},
-        DecodingCase{"cut_after_long_ascii", TextDecoder::utf8, QByteArray(64, 'a') + "\xE4", {}},
-        DecodingCase{"continuation_without_lead", TextDecoder::utf8, "a\x80", {}},
-        DecodingCase{"overlong_two", TextDecoder::utf8, "\xC0\x80", {}},
-        DecodingCase{"overlong_three", TextDecoder::utf8, "\xE0\x80\x80", {}},
-        DecodingCase{"overlong_four", TextDecoder::utf8, "\xF0\x80\x80\x80", {}},
-        DecodingCase{"encoded_surrogate", TextDecoder::utf8, "\xED\xA0\x80", {}},
-        DecodingCase{"beyond_unicode", TextDecoder::utf8, "\xF4\x90\x80\x80", {}},
-        DecodingCase{
-            "latin_1_in_long_ascii", TextDecoder::utf8, QByteArray(40, 'a') + "\xE9" + QByteArray(40, 'a'), {}}),
-    nameOf);
+        DecodingCase{"cut_after_long_ascii", TextDecoder::utf8, QByteArray(64, 'a') + "\xE4", {}}),
+    rowName);
 
 INSTANTIATE_TEST_SUITE_P(Utf16, TextDecoding,
     testing::Values(DecodingCase{"no_mark_no_guess", TextDecoder::utf16, QByteArray("a\0b\0", 4), {}},
@@ -89,7 +70,7 @@ INSTANTIATE_TEST_SUITE_P(Utf16, TextDecoding,
             "halves_in_wrong_order", TextDecoder::utf16, QByteArray("\xFE\xFF\xDE\x00\xD8\x3D", 6), u"\uFFFD\uFFFD"_s},
         DecodingCase{"half_before_a_pair", TextDecoder::utf16, QByteArray("\xFE\xFF\xD8\x3D\xD8\x3D\xDE\x00", 8),
             u"\uFFFD\U0001F600"_s}),
-    nameOf);
+    rowName);
 
 INSTANTIATE_TEST_SUITE_P(Gb18030, TextDecoding,
     testing::Values(DecodingCase{"nothing_is_text", TextDecoder::gb18030, {}, QString()},
@@ -107,7 +88,7 @@ INSTANTIATE_TEST_SUITE_P(Gb18030, TextDecoding,
         DecodingCase{"lead_before_a_line_feed", TextDecoder::gb18030, "\xE9\n", {}},
         DecodingCase{"no_such_lead", TextDecoder::gb18030, "a\xFF", {}},
         DecodingCase{"beyond_unicode", TextDecoder::gb18030, "\xE3\x32\x9A\x36", {}}),
-    nameOf);
+    rowName);
 
 TEST(TextDecoder, Latin1TakesEveryByteAsItsOwnCharacter)
 {
@@ -147,7 +128,8 @@ TEST(TextDecoder, TakesAsUtf8ExactlyWhatIsWellFormedAndLosesNothing)
 {
     const QList<QByteArray> pieces{"a", "\n", "\xC3\xA9", "\xE4\xBF\xA1", "\xF0\x9F\x98\x80", "\xED\x9F\xBF",
         "\xEF\xBF\xBF", "abcdefghijklmnopqrstuvwxyzabcdefghij", "\x80", "\xC3", "\xE4\xBF", "\xF0\x9F\x98",
-        "\xED\xA0\x80", "\xC1\xBF", "\xF4\x90\x80\x80", "\xFF", QByteArray(1, '\0')};
+        "\xED\xA0\x80", "\xC1\xBF", "\xE0\x80\x80", "\xF0\x80\x80\x80", "\xF4\x90\x80\x80", "\xFF",
+        QByteArray(1, '\0')};
     constexpr int wellFormedPieces = 8;
     QRandomGenerator random(20);
     int taken = 0;

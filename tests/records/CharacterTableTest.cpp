@@ -87,27 +87,6 @@ TEST(CharacterTable, KnowsWhichLettersOfOtherPlanesHaveCase)
     EXPECT_FALSE(CharacterTable::changesInLowerCase(0x1F468));
 }
 
-struct LoweringCase {
-    const char *name;
-    QString text;
-    QString lowered;
-};
-class Lowering : public testing::TestWithParam<LoweringCase> { };
-TEST_P(Lowering, MapsEachCodePointAlone)
-{
-    EXPECT_EQ(CharacterTable::lowered(GetParam().text), GetParam().lowered);
-}
-INSTANTIATE_TEST_SUITE_P(CharacterTable, Lowering,
-    testing::Values(LoweringCase{"empty", u""_s, u""_s}, //
-        LoweringCase{"sigma_at_a_words_end_stays_sigma", u"ΟΔΟΣ"_s, u"οδοσ"_s},
-        LoweringCase{"dotted_capital_i_becomes_two", u"A\u0130B"_s, u"ai\u0307b"_s},
-        LoweringCase{"pair_of_a_cased_letter", u"X\U00010400Y"_s, u"x\U00010428y"_s},
-        LoweringCase{"emoji_stays", u"A\U0001F468B"_s, u"a\U0001F468b"_s},
-        LoweringCase{"halves_stay_where_they_are", u"A\xD801"_s + u"B\xDC00"_s, u"a\xD801"_s + u"b\xDC00"_s},
-        LoweringCase{"kelvin_sign_is_a_k", u"\u212A"_s, u"k"_s},
-        LoweringCase{"marks_are_not_composed", u"E\u0301"_s, u"e\u0301"_s}),
-    [](const auto &row) { return std::string(row.param.name); });
-
 TEST(CharacterTable, LowersAndComposesNastyTextsAsICU)
 {
     NastyText nasty(1);

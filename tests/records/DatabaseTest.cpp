@@ -5,6 +5,7 @@
 #include "records/database/Request.h"
 #include "records/database/Row.h"
 #include "records/database/TableChanges.h"
+#include "support/Complaint.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -29,16 +30,6 @@ Project project(const QString &name)
 qint64 projectCount(DatabaseQueue &queue)
 {
     return queue.read([](Database &database) { return Project::all().fetchCount(database); });
-}
-
-QString failureOf(const std::function<void()> &act)
-{
-    try {
-        act();
-    } catch (const LocalizedError &error) {
-        return error.description();
-    }
-    return {};
 }
 
 } // namespace
@@ -116,13 +107,13 @@ TEST(DatabaseQueue, RefusesWritesInAReadAndEntriesFromWithin)
 TEST(DatabaseQueue, TellsAFailureWithTheStatementAndWithoutItsArguments)
 {
     const auto queue = AppDatabase::makeFreshQueue();
-    EXPECT_EQ(failureOf([&] {
+    EXPECT_EQ(complaintAbout([&] {
         queue->write([](Database &database) {
             database.execute("INSERT INTO nowhere VALUES (?)", {ValueEncoding::encoded(u"secret"_s)});
         });
     }),
         u"no such table: nowhere - while executing `INSERT INTO nowhere VALUES (?)`"_s);
-    EXPECT_EQ(failureOf([&] {
+    EXPECT_EQ(complaintAbout([&] {
         queue->write([](Database &database) { database.execute("SELECT * FROM project WHERE name = \"A\""); });
     }),
         u"no such column: A - while executing `SELECT * FROM project WHERE name = \"A\"`"_s);
@@ -152,7 +143,7 @@ TEST(DatabaseQueue, KeepsTheRollbackJournalAndFailsAtOnceOnALockedFile)
 
     DatabaseQueue other(path);
     other.writeWithoutTransaction([](Database &database) { database.execute("BEGIN EXCLUSIVE"); });
-    EXPECT_TRUE(failureOf([&] { static_cast<void>(projectCount(*queue)); }).startsWith(u"database is locked"_s));
+    EXPECT_TRUE(complaintAbout([&] { static_cast<void>(projectCount(*queue)); }).startsWith(u"database is locked"_s));
     other.writeWithoutTransaction([](Database &database) { database.execute("ROLLBACK"); });
     EXPECT_EQ(projectCount(*queue), 0);
 }
@@ -165,8 +156,9 @@ TEST(DatabaseQueue, RefusesAFileThatIsNoDatabaseAndLeavesItAsItWas)
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("Dear diary, this is no database, however long it may be.");
     file.close();
-    EXPECT_TRUE(
-        failureOf([&] { static_cast<void>(AppDatabase::openQueue(path)); }).startsWith(u"file is not a database"_s));
+    EXPECT_TRUE(complaintAbout([&] {
+        static_cast<void>(AppDatabase::openQueue(path));
+    }).startsWith(u"file is not a database"_s));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll(), "Dear diary, this is no database, however long it may be.");
     EXPECT_THROW(static_cast<void>(AppDatabase::openQueue(folder.filePath(u"no/folder"_s))), DatabaseError);

@@ -1,4 +1,5 @@
 #include "records/TextTrimming.h"
+#include "support/Cases.h"
 #include "support/Printing.h"
 
 #include <gtest/gtest.h>
@@ -11,7 +12,7 @@ struct TrimmingCase {
     QString trimmed;
     QString trimmedBlanks;
 };
-class Trimming : public testing::TestWithParam<TrimmingCase> { };
+using Trimming = testing::TestWithParam<TrimmingCase>;
 TEST_P(Trimming, TakesOnlyWhatSurrounds)
 {
     const TrimmingCase &row = GetParam();
@@ -30,7 +31,7 @@ INSTANTIATE_TEST_SUITE_P(TextTrimming, Trimming,
         TrimmingCase{"control_characters_are_no_blanks", u"\u0000\u001F\u0008a"_s, u"\u0000\u001F\u0008a"_s,
             u"\u0000\u001F\u0008a"_s},
         TrimmingCase{"halves_of_pairs_stay", u" \xD800 "_s, u"\xD800"_s, u"\xD800"_s}),
-    [](const auto &row) { return std::string(row.param.name); });
+    rowName);
 
 TEST(TextTrimming, GivesAViewIntoTheText)
 {

@@ -1,6 +1,7 @@
 #include "records/database/ValueEncoding.h"
 
 #include "records/database/DatabaseError.h"
+#include "support/Cases.h"
 
 #include <QTimeZone>
 
@@ -35,7 +36,7 @@ struct DateCase {
     const char *expected; ///< as written back; null for a refused value
 };
 
-class StoredDate : public testing::TestWithParam<DateCase> { };
+using StoredDate = testing::TestWithParam<DateCase>;
 
 } // namespace
 
@@ -75,7 +76,7 @@ INSTANTIATE_TEST_SUITE_P(Forms, StoredDate,
         DateCase{"hour_24", text("2026-03-01 24:00"), nullptr}, DateCase{"rest_behind", text("2026-03-01x"), nullptr},
         DateCase{"point_without_digits", text("2026-03-01 09:05:07."), nullptr}, DateCase{"empty", text(""), nullptr},
         DateCase{"null", {}, nullptr}),
-    [](const auto &row) { return std::string(row.param.name); });
+    rowName);
 
 TEST(StoredIdentifier, IsWrittenAsItsSixteenBytesAndReadInAnyForm)
 {

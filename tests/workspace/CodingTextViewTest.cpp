@@ -359,6 +359,8 @@ TEST(CodingTextView, FlashesARevealedPassageInItsColourForAMoment)
     const QImage flashed = shown.picture();
     shown.later[0].second();
     EXPECT_EQ(shown.picture(), flashed) << "only the last of two reveals ends the flash";
+    shown.reveal({0, 1'000});
+    EXPECT_EQ(shown.picture(), flashed) << "a range outside of the text is dropped";
     shown.later[1].second();
     EXPECT_EQ(shown.picture(), calm);
 }
