@@ -25,3 +25,12 @@ auto LibraryStore::readOrEmpty(Body &&body) const
         return std::invoke_result_t<Body, Database &>{};
     }
 }
+
+/// Throws unless the record is in the file: the store may list what another program has deleted, or what could never be
+/// written.
+template <typename R>
+void expectStored(Database &database, const QUuid &id)
+{
+    if (R::filter(Column("id") == id).fetchCount(database) == 0)
+        throw DatabaseError::recordNotFound(QString::fromUtf8(R::databaseTable));
+}

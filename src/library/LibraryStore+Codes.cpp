@@ -78,7 +78,10 @@ void LibraryStore::nestCode(const QUuid &child, const QUuid &parent)
         return;
     Code nested = *found;
     nested.parentID = parent;
-    writeIgnoringFailure([&](Database &database) { nested.update(database); });
+    writeIgnoringFailure([&](Database &database) {
+        expectStored<Code>(database, parent);
+        nested.update(database);
+    });
     refresh();
 }
 
@@ -99,6 +102,7 @@ void LibraryStore::mergeCodes(const Code &source, const Code &target)
     const Code from = source; // both may be entries of the list that is reloaded below
     const Code into = target;
     writeIgnoringFailure([&](Database &database) {
+        expectStored<Code>(database, into.id);
         database.execute("UPDATE coding SET codeID = ? WHERE codeID = ?",
             {ValueEncoding::encoded(into.id), ValueEncoding::encoded(from.id)});
         const QList<Code> codes = Code::filter(Column("projectID") == from.projectID).fetchAll(database);

@@ -39,10 +39,8 @@ void LibraryStore::assignCode(const Code &code, const Document &document, const 
 
 void LibraryStore::insertWhole(Database &database, const Coding &coding)
 {
-    if (Document::filter(Column("id") == coding.documentID).fetchCount(database) == 0)
-        throw DatabaseError::recordNotFound(u"document"_s);
-    if (Code::filter(Column("id") == coding.codeID).fetchCount(database) == 0)
-        throw DatabaseError::recordNotFound(u"code"_s);
+    expectStored<Document>(database, coding.documentID);
+    expectStored<Code>(database, coding.codeID);
     coding.insert(database);
 }
 
