@@ -1,6 +1,7 @@
 #include "records/AppDatabase.h"
 
 #include "platform/ApplicationFolder.h"
+#include "records/SchemaCheck.h"
 #include "records/database/DatabaseMigrator.h"
 
 #include <QDir>
@@ -74,7 +75,9 @@ std::unique_ptr<DatabaseQueue> AppDatabase::openQueue(const QString &path)
 {
     makePrivateFile(path);
     auto queue = std::make_unique<DatabaseQueue>(path);
+    SchemaCheck::refuseForeign(*queue);
     bringUpToDate(*queue);
+    SchemaCheck::refuseUnfit(*queue);
     return queue;
 }
 

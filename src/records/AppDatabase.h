@@ -14,7 +14,8 @@ public:
     static AppDatabase &shared();
     /// A new, empty, private database in memory with the same schema. Throws DatabaseError.
     [[nodiscard]] static std::unique_ptr<DatabaseQueue> makeFreshQueue();
-    /// Opens or makes the file at `path` and brings its schema up to date. Throws DatabaseError.
+    /// Opens or makes the file at `path` and brings its schema up to date. Throws DatabaseError, also for the database
+    /// of another program, which stays as it was.
     [[nodiscard]] static std::unique_ptr<DatabaseQueue> openQueue(const QString &path);
 
     const std::unique_ptr<DatabaseQueue> dbQueue;

@@ -33,12 +33,17 @@ void setUp(Database &database, const Configuration &configuration)
     const int quotes = configuration.acceptsDoubleQuotedStringLiterals ? 1 : 0;
     sqlite3_db_config(connection, SQLITE_DBCONFIG_DQS_DDL, quotes, nullptr);
     sqlite3_db_config(connection, SQLITE_DBCONFIG_DQS_DML, quotes, nullptr);
-    // A file from elsewhere may hold views and triggers that call functions; they get no more than plain ones.
+    // A file from elsewhere may hold triggers that change what nobody asked to be changed. We have none.
+    sqlite3_db_config(connection, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+    // Its views, checks and indexes may call functions; they get no more than plain ones.
     sqlite3_db_config(connection, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     if (configuration.foreignKeysEnabled)
         database.execute("PRAGMA foreign_keys = ON");
     sqlite3_extended_result_codes(connection, 1);
     database.execute("SELECT * FROM sqlite_master LIMIT 1");
+    // SQLite is content with reading where it may not write, and each change would vanish with the next reload.
+    if (!configuration.readonly && sqlite3_db_readonly(connection, "main") == 1)
+        throw DatabaseError::whileExecuting(SQLITE_READONLY, u"the file may only be read"_s, {});
     // Identifiers are random, so their indexes are written all over: they must fit. Nothing of this is stored.
     database.execute("PRAGMA cache_size = -65536");
 }

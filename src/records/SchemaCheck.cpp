@@ -1,0 +1,99 @@
+#include "records/SchemaCheck.h"
+
+#include "records/Code.h"
+#include "records/Coding.h"
+#include "records/Document.h"
+#include "records/Project.h"
+#include "records/database/DatabaseError.h"
+#include "records/database/DatabaseQueue.h"
+
+#include <QSet>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+[[noreturn]] void refuse(const QString &reason)
+{
+    throw DatabaseError::misuse(u"The file isn't a library of Vorn: "_s + reason);
+}
+
+[[noreturn]] void refuse(QByteArrayView table, const QString &reason)
+{
+    refuse(u"its table “%1” %2."_s.arg(QString::fromUtf8(table), reason));
+}
+
+bool isTrue(Database &database, QByteArrayView question, QByteArrayView table)
+{
+    return database.integer(question, {TextValue{table.toByteArray()}}) != 0;
+}
+
+/// The columns that can be written.
+QSet<QByteArray> columnsOf(Database &database, QByteArrayView table)
+{
+    QSet<QByteArray> columns;
+    database.forEachRow("SELECT name FROM pragma_table_xinfo(?) WHERE hidden = 0", {TextValue{table.toByteArray()}},
+        [&](const Statement &row) { columns.insert(row.column(0).bytes.toByteArray()); });
+    return columns;
+}
+
+template <typename R>
+void checkColumns(Database &database)
+{
+    const QSet<QByteArray> columns = columnsOf(database, R::databaseTable);
+    const auto check = [&](const char *name) {
+        if (!columns.contains(name))
+            refuse(R::databaseTable, u"has no column “%1” to write into"_s.arg(QString::fromUtf8(name)));
+    };
+    std::apply([&](const auto &...field) { (check(field.name), ...); }, R::databaseColumns());
+}
+
+/// Passages could go without a word where deleting or adding one row takes others along.
+void checkSideEffects(Database &database, QByteArrayView table)
+{
+    if (isTrue(database, "SELECT COUNT(*) FROM pragma_foreign_key_list(?)", table))
+        refuse(table, u"is tied to other tables"_s);
+    if (isTrue(database,
+            "SELECT COUNT(*) FROM pragma_index_list(?) AS list WHERE list.\"unique\" "
+            "AND (SELECT group_concat(ifnull(name, '?')) FROM pragma_index_info(list.name)) <> 'id'",
+            table))
+        refuse(table, u"takes each value only once"_s);
+}
+
+template <typename R>
+void checkTable(Database &database)
+{
+    constexpr auto table = R::databaseTable;
+    // Views can't be written, and the rows of other kinds of tables have no numbers to be followed by.
+    if (!isTrue(database,
+            "SELECT COUNT(*) FROM pragma_table_list(?) WHERE schema = 'main' AND type = 'table' AND NOT wr", table))
+        refuse(table, u"is missing or no plain table"_s);
+    if (isTrue(database, "SELECT COUNT(*) FROM pragma_table_xinfo(?) WHERE lower(name) = 'rowid'", table))
+        refuse(table, u"hides the numbers of its rows"_s);
+    checkColumns<R>(database);
+    checkSideEffects(database, table);
+}
+
+} // namespace
+
+void SchemaCheck::refuseForeign(DatabaseQueue &queue)
+{
+    queue.read([](Database &database) {
+        // A first start that was cut off may have left the table of migrations alone.
+        if (!isTrue(database, "SELECT COUNT(*) FROM sqlite_master WHERE tbl_name <> ?", "grdb_migrations"))
+            return;
+        if (!isTrue(database, "SELECT COUNT(*) FROM sqlite_master WHERE type = 'table' AND name = ?", "grdb_migrations")
+            || !isTrue(database, "SELECT COUNT(*) FROM grdb_migrations WHERE identifier = ?", "createCore"))
+            refuse(u"another program made it."_s);
+    });
+}
+
+void SchemaCheck::refuseUnfit(DatabaseQueue &queue)
+{
+    queue.read([](Database &database) {
+        checkTable<Project>(database);
+        checkTable<Document>(database);
+        checkTable<Code>(database);
+        checkTable<Coding>(database);
+    });
+}
