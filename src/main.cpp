@@ -52,15 +52,21 @@ void surviveFileSizeLimit()
 #endif
 }
 
+/// Whether somebody can read a message box and close it.
+bool isWatched(const CommandLine &commandLine)
+{
+    const QString platform = QGuiApplication::platformName();
+    return !commandLine.quits() && platform != u"offscreen" && platform != u"minimal";
+}
+
 /// Without its database the program can't go on: it says why and stops.
-int refuseToStart(const LocalizedError &error, DisplayChoice display)
+int refuseToStart(const LocalizedError &error, const CommandLine &commandLine)
 {
     const QString message =
         u"Vorn can't open its library.\n\n"_s + error.description() + u"\n\nNothing in the library was changed."_s;
-    if (display == DisplayChoice::desktop)
+    print(message, stderr);
+    if (isWatched(commandLine))
         QMessageBox::critical(nullptr, u"Vorn"_s, message);
-    else
-        print(message, stderr);
     return EXIT_FAILURE;
 }
 
@@ -90,6 +96,6 @@ int main(int argc, char **argv)
         DatabaseQueue &queue = *AppDatabase::shared().dbQueue;
         return VornApp(queue, arguments).run();
     } catch (const LocalizedError &error) {
-        return refuseToStart(error, display);
+        return refuseToStart(error, commandLine);
     }
 }

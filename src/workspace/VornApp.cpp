@@ -1,5 +1,6 @@
 #include "workspace/VornApp.h"
 
+#include "library/CommandLine.h"
 #include "library/LibraryStore.h"
 #include "workspace/ImportProgress.h"
 #include "workspace/RootView.h"
@@ -12,6 +13,7 @@
 #include <QTimer>
 
 #include <cstdio>
+#include <cstdlib>
 
 using namespace Qt::StringLiterals;
 
@@ -33,7 +35,8 @@ void printLine(const QString &line)
 } // namespace
 
 VornApp::VornApp(DatabaseQueue &queue, const QStringList &arguments)
-    : m_settings(std::make_unique<PortalSettings>()),
+    : m_quits(CommandLine(arguments).quits()),
+      m_settings(std::make_unique<PortalSettings>()),
       m_appearance(std::make_unique<Appearance>(*m_settings, QApplication::palette()))
 {
     loadIcons();
@@ -58,8 +61,18 @@ VornApp::~VornApp() = default;
 int VornApp::run()
 {
     m_window->show();
-    QTimer::singleShot(0, m_store.get(), [this] { m_store->bootstrap(); });
+    QTimer::singleShot(0, m_store.get(), [this] { start(); });
     return QApplication::exec();
+}
+
+void VornApp::start()
+{
+    m_store->bootstrap();
+    if (m_store->project().get() || !m_quits)
+        return;
+    // Who asked for some lines of text waits for the end of the program, and an alert may have no screen to be seen on.
+    std::fprintf(stderr, "%s\n", m_store->lastError()->value_or(QString()).toUtf8().constData());
+    QApplication::exit(EXIT_FAILURE);
 }
 
 void VornApp::terminate()

@@ -28,8 +28,10 @@ public:
     int run();
 
 private:
+    void start();
     void terminate() override;
 
+    const bool m_quits; ///< without waiting for a user
     DesktopPanels m_panels;
     DesktopFileViewer m_fileViewer;
     std::unique_ptr<PortalSettings> m_settings;

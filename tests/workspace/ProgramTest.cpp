@@ -1,4 +1,5 @@
 #include "platform/AtomicFile.h"
+#include "records/database/DatabaseQueue.h"
 #include "support/Cases.h"
 
 #include <QDir>
@@ -26,12 +27,16 @@ struct Ending {
 /// The built program itself, on a library in a folder of its own and without a display.
 class Program {
 public:
+    QString platform; ///< Qt's, chosen by hand; empty for none
+
     /// `prepare` is called in the new process.
     [[nodiscard]] Ending run(const QStringList &arguments, const std::function<void()> &prepare = {}) const
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const auto &variable : {u"DISPLAY"_s, u"WAYLAND_DISPLAY"_s, u"QT_QPA_PLATFORM"_s})
             environment.remove(variable);
+        if (!platform.isEmpty())
+            environment.insert(u"QT_QPA_PLATFORM"_s, platform);
         environment.insert(u"XDG_DATA_HOME"_s, m_folder.filePath(u"data"_s));
         environment.insert(u"LANG"_s, u"C.UTF-8"_s);
         QProcess process;
@@ -91,7 +96,7 @@ TEST(Program, SaysThatItNeedsADisplayWhenItsWindowIsWanted)
 
 TEST(Program, SaysWhyItCantOpenItsLibraryAndLeavesTheFileAlone)
 {
-    const Program program;
+    Program program;
     QDir().mkpath(program.path(u"data/Vorn"_s));
     const QByteArray foreign = "These are no pages of a database but a shopping list, kept under a strange name.";
     AtomicFile::write(program.libraryFile(), foreign);
@@ -100,11 +105,35 @@ TEST(Program, SaysWhyItCantOpenItsLibraryAndLeavesTheFileAlone)
     EXPECT_EQ(ending.output, QString());
     EXPECT_TRUE(ending.errors.contains(u"Vorn can't open its library.\n\nfile is not a database"_s));
     EXPECT_EQ(AtomicFile::read(program.libraryFile()), foreign);
+    program.platform = u"offscreen"_s; // where a message box would wait for ever
+    EXPECT_EQ(program.run({}).status, 1);
+
+    QFile::remove(program.libraryFile());
+    DatabaseQueue(program.libraryFile()).write([](Database &database) {
+        database.execute("CREATE TABLE bookmarks (url TEXT)");
+    });
+    const QByteArray bookmarks = AtomicFile::read(program.libraryFile());
+    EXPECT_TRUE(program.run({u"--freq-test"_s})
+                    .errors.contains(u"The file isn't a library of Vorn: another program made it."_s));
+    EXPECT_EQ(AtomicFile::read(program.libraryFile()), bookmarks);
 
     QFile::remove(program.libraryFile());
     QDir(program.path(u"data"_s)).rmdir(u"Vorn"_s);
     AtomicFile::write(program.path(u"data/Vorn"_s), "a file where the folder should be");
     EXPECT_TRUE(program.run({u"--freq-test"_s}).errors.contains(u"unable to open database file"_s));
+}
+
+TEST(Program, EndsWithItsReasonWhereItCantBeginAndNobodyWaits)
+{
+    const Program program;
+    std::ignore = program.run({u"--seed-demo"_s, u"--freq-test"_s});
+    DatabaseQueue(program.libraryFile()).write([](Database &database) {
+        database.execute("UPDATE project SET createdAt = 'never'");
+    });
+    const Ending ending = program.run({u"--freq-test"_s});
+    EXPECT_EQ(ending.status, 1);
+    EXPECT_EQ(ending.output, QString());
+    EXPECT_TRUE(ending.errors.contains(u"The value of column “createdAt” can't be read: it isn't a date.\n"_s));
 }
 
 struct Question {
