@@ -145,6 +145,17 @@ TEST_F(Window, ErrorsShowUntilTheyAreDismissedOneAfterTheOther)
     EXPECT_EQ(library.store.lastError().get(), std::nullopt);
 }
 
+TEST_F(Window, ImportButtonRestsDuringAnImport)
+{
+    open();
+    auto &button = find<QPushButton>(u"import"_s);
+    QList<bool> states;
+    QObject::connect(
+        &library.store.isImporting(), &Notifier::changed, &button, [&] { states.append(button.isEnabled()); });
+    library.store.importURLs({});
+    EXPECT_EQ(states, (QList<bool>{false, true}));
+}
+
 TEST_F(Window, TheResultsOfAQueryTakeTheMiddleAndItsWidth)
 {
     const Document document = library.paste(u"A"_s, u"some words to code"_s);
