@@ -72,7 +72,7 @@ std::vector<qsizetype> TextSearch::bordersOf(QStringView needle)
 }
 
 template <typename Block>
-bool TextSearch::needsLoweredCopy(QStringView text)
+bool TextSearch::needsLowering(QStringView text)
 {
     constexpr char16_t capitalIWithDot = 0x130;
     const Block dotted = Block::filledWith(capitalIWithDot);
@@ -94,15 +94,29 @@ bool TextSearch::needsLoweredCopy(QStringView text)
 
 bool TextSearch::isIn(QStringView text) const
 {
-    if (!m_needle.isEmpty() && needsLoweredCopy(text))
-        return isInLowered(CharacterTable::lowered(text));
+    if (!m_needle.isEmpty() && needsLowering(text))
+        return isInLowered(text);
     return firstIn(text, 0) >= 0;
 }
 
+// Lowering goes code point by code point, so the pieces together are the whole. What may be the beginning of a match is
+// taken along from each to the next, which costs no more than a second look if the pieces are as long as the needle.
 // Lowering a text twice changes nothing more, so the search that lowers as it goes serves here, too.
-bool TextSearch::isInLowered(QStringView loweredText) const
+bool TextSearch::isInLowered(QStringView text, qsizetype pieceLength) const
 {
-    return firstIn(loweredText, 0) >= 0;
+    const qsizetype length = std::max<qsizetype>({pieceLength, m_needle.size(), 1});
+    QString lowered;
+    do {
+        qsizetype end = std::min(length, text.size());
+        if (end > 0 && end < text.size() && text[end - 1].isHighSurrogate() && text[end].isLowSurrogate())
+            ++end;
+        lowered = lowered.last(std::clamp<qsizetype>(m_needle.size() - 1, 0, lowered.size()))
+            + CharacterTable::lowered(text.first(end));
+        if (firstIn(lowered, 0) >= 0)
+            return true;
+        text = text.sliced(end);
+    } while (!text.isEmpty());
+    return false;
 }
 
 template <typename Block>
@@ -157,9 +171,9 @@ qsizetype TextSearch::firstByBorders(QStringView text, qsizetype from) const
     return -1;
 }
 
-template bool TextSearch::needsLoweredCopy<PlainUnitBlock>(QStringView);
+template bool TextSearch::needsLowering<PlainUnitBlock>(QStringView);
 template qsizetype TextSearch::firstIn<PlainUnitBlock>(QStringView, qsizetype) const;
 #if defined(__SSE2__)
-template bool TextSearch::needsLoweredCopy<Sse2UnitBlock>(QStringView);
+template bool TextSearch::needsLowering<Sse2UnitBlock>(QStringView);
 template qsizetype TextSearch::firstIn<Sse2UnitBlock>(QStringView, qsizetype) const;
 #endif

@@ -11,20 +11,21 @@
 /// One search text, looked for in many texts without regard to case: plainly, unit by unit, after both were lowered by
 /// the rule of `CharacterTable`. Linear in each text. An empty search text is in every text.
 ///
-/// A text isn't copied for that, unless lowering it isn't a matter of each unit alone: see `needsLoweredCopy`.
+/// A text isn't copied for that. If lowering it isn't a matter of each unit alone, pieces of it are: see
+/// `needsLowering`.
 class TextSearch {
 public:
     explicit TextSearch(QStringView needle);
 
     /// Whether `text` holds İ, whose lower case has two units, or a capital letter of a supplementary plane.
     template <typename Block = UnitBlock>
-    [[nodiscard]] static bool needsLoweredCopy(QStringView text);
+    [[nodiscard]] static bool needsLowering(QStringView text);
 
-    /// Makes the lowered copy where `text` needs one.
     [[nodiscard]] bool isIn(QStringView text) const;
-    /// `loweredText` is what `CharacterTable::lowered` gives; for those who keep the copy.
-    [[nodiscard]] bool isInLowered(QStringView loweredText) const;
-    /// The first unit at or after `from` where the search text stands, or −1. `text` must not need a lowered copy.
+    /// The same for those who know that the text needs lowering. Does it piece by piece, of so many units or as many as
+    /// the search text has: copies of all texts that need it would take as much memory as the texts.
+    [[nodiscard]] bool isInLowered(QStringView text, qsizetype pieceLength = 1 << 14) const;
+    /// The first unit at or after `from` where the search text stands, or −1. `text` must not need lowering.
     template <typename Block = UnitBlock>
     [[nodiscard]] qsizetype firstIn(QStringView text, qsizetype from) const;
 

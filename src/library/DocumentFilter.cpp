@@ -15,10 +15,7 @@ QList<Document> DocumentFilter::matching(const QList<Document> &documents, const
     const TextSearch search(needle);
     QList<Document> found;
     for (const Document &document : candidates(documents, needle)) {
-        const bool inTitle = TextSearch::needsLoweredCopy(document.title)
-            ? search.isInLowered(CharacterTable::lowered(document.title))
-            : search.isIn(document.title);
-        if (inTitle || isInText(search, document))
+        if (search.isIn(document.title) || isInText(search, document))
             found.append(document);
     }
     m_searched = documents;
@@ -35,12 +32,8 @@ const QList<Document> &DocumentFilter::candidates(const QList<Document> &documen
 
 bool DocumentFilter::isInText(const TextSearch &search, const Document &document)
 {
-    auto known = m_lowered.find(document.id);
-    if (known == m_lowered.end()) {
-        std::optional<QString> copy;
-        if (TextSearch::needsLoweredCopy(document.text))
-            copy = CharacterTable::lowered(document.text);
-        known = m_lowered.insert(document.id, copy);
-    }
-    return known->has_value() ? search.isInLowered(**known) : search.firstIn(document.text, 0) >= 0;
+    auto known = m_needsLowering.constFind(document.id);
+    if (known == m_needsLowering.constEnd())
+        known = m_needsLowering.insert(document.id, TextSearch::needsLowering(document.text));
+    return *known ? search.isInLowered(document.text) : search.firstIn(document.text, 0) >= 0;
 }

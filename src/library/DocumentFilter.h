@@ -6,8 +6,6 @@
 #include <QList>
 #include <QString>
 
-#include <optional>
-
 class TextSearch;
 
 /// Finds the documents whose title or text holds a search text, as it is typed letter by letter.
@@ -24,6 +22,5 @@ private:
     QList<Document> m_searched;
     QString m_needle;
     QList<Document> m_found;
-    /// For each text that was ever looked at, its lowered copy where it needs one, else nothing.
-    QHash<QUuid, std::optional<QString>> m_lowered;
+    QHash<QUuid, bool> m_needsLowering; ///< each text that was ever looked at
 };

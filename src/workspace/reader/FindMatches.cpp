@@ -40,7 +40,7 @@ std::vector<TextRange> FindMatches::in(QStringView text, QStringView needle)
     if (lowered.isEmpty())
         return {};
     const TextSearch search(lowered);
-    if (!TextSearch::needsLoweredCopy(text))
+    if (!TextSearch::needsLowering(text))
         return plainMatches(text, search, lowered.size());
     const LoweredCopy copy(text);
     std::vector<TextRange> matches;
