@@ -15,3 +15,11 @@ QUuid ListIdentity::fresh()
     id.data4[0] = uchar((id.data4[0] & 0x3F) | 0x80);
     return id;
 }
+
+QUuid ListIdentity::ofRow(const QUuid &list, qsizetype row)
+{
+    QUuid id = list;
+    id.data1 ^= uint(row);
+    id.data2 ^= ushort(quint64(row) >> 32); // more rows than 48 bits count don't fit into memory
+    return id;
+}

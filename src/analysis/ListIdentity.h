@@ -8,5 +8,7 @@ namespace ListIdentity {
 /// A random identifier. Drawn from a generator of the thread's own: asking the system for each of 100,000 rows takes
 /// longer than finding them.
 [[nodiscard]] QUuid fresh();
+/// That of a row in a list which has one identity as a whole: another one for each row, and the same each time.
+[[nodiscard]] QUuid ofRow(const QUuid &list, qsizetype row);
 
 } // namespace ListIdentity

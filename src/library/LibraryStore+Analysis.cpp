@@ -1,7 +1,6 @@
 #include "library/LibraryStore.h"
 
 #include "analysis/CompoundQuery.h"
-#include "analysis/ListIdentity.h"
 #include "analysis/TermOccurrences.h"
 #include "library/LibraryStore+Access.h"
 
@@ -75,15 +74,12 @@ void LibraryStore::selectWordFreqTerm(const QString &term)
     m_wordFreqSelectedTerm.set(term);
     const WordFrequency::Scope &scope = m_wordFreqScope.get();
     const auto coded = codedPassages(scope);
-    QList<WordFrequency::Occurrence> occurrences;
+    OccurrenceList occurrences;
     for (const Document &document : documentsForScope(scope)) {
         const auto passages = coded ? std::optional(coded->value(document.id)) : std::nullopt;
-        for (const TextRange &range : TermOccurrences::occurrences(
-                 document.text, term, m_wordFreqMinLength.get(), m_wordFreqIgnoreStopwords.get(), passages)) {
-            const TextRange context = WordFrequency::contextOf(range, document.text.size());
-            occurrences.append({ListIdentity::fresh(), document.id, document.title, range,
-                document.text.mid(context.location, context.length)});
-        }
+        occurrences.add(document.id, document.title, document.text,
+            TermOccurrences::occurrences(
+                document.text, term, m_wordFreqMinLength.get(), m_wordFreqIgnoreStopwords.get(), passages));
     }
     m_wordFreqOccurrences.set(occurrences);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "analysis/OccurrenceList.h"
 #include "analysis/QueryResult.h"
 #include "analysis/QuerySpec.h"
 #include "analysis/WordFrequency.h"
@@ -73,7 +74,7 @@ public:
     [[nodiscard]] Observable<bool> &showQuerySheet() { return m_showQuerySheet; }
     [[nodiscard]] Observable<bool> &showWordFreqSheet() { return m_showWordFreqSheet; }
     [[nodiscard]] Observable<std::optional<QString>> &wordFreqSelectedTerm() { return m_wordFreqSelectedTerm; }
-    [[nodiscard]] Observable<QList<WordFrequency::Occurrence>> &wordFreqOccurrences() { return m_wordFreqOccurrences; }
+    [[nodiscard]] Observable<OccurrenceList> &wordFreqOccurrences() { return m_wordFreqOccurrences; }
     [[nodiscard]] Observable<std::optional<QString>> &lastError() { return m_lastError; }
     [[nodiscard]] Observable<std::optional<QString>> &statusMessage() { return m_statusMessage; }
     /// @}
@@ -252,7 +253,7 @@ private:
     Observable<QString> m_wordFreqScopeLabel;
     Observable<QList<WordFrequency::Item>> m_wordFreqItems;
     Observable<std::optional<QString>> m_wordFreqSelectedTerm;
-    Observable<QList<WordFrequency::Occurrence>> m_wordFreqOccurrences;
+    Observable<OccurrenceList> m_wordFreqOccurrences;
     Observable<qint64> m_wordFreqMinLength{3};
     Observable<bool> m_wordFreqIgnoreStopwords{true};
     Observable<bool> m_isImporting;

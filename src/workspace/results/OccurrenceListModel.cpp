@@ -22,7 +22,7 @@ QVariant OccurrenceListModel::data(const QModelIndex &index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
-    const WordFrequency::Occurrence &shown = occurrence(index);
+    const WordFrequency::Occurrence shown = occurrence(index);
     switch (role) {
     case Qt::DisplayRole:
         return shown.context;
@@ -47,7 +47,7 @@ TextRange OccurrenceListModel::emphasisOf(const WordFrequency::Occurrence &occur
     return TermMatch::firstIn(beginning(occurrence.context, searchedLength), beginning(m_term, comparedLength));
 }
 
-bool OccurrenceListModel::setOccurrences(const QString &term, const QList<WordFrequency::Occurrence> &occurrences)
+bool OccurrenceListModel::setOccurrences(const QString &term, const OccurrenceList &occurrences)
 {
     if (term == m_term && occurrences == m_occurrences)
         return false;

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "analysis/WordFrequency.h"
+#include "analysis/OccurrenceList.h"
 
 #include <QAbstractListModel>
-#include <QList>
 
 /// The places where a term stands, in the store's order, with the roles of `SnippetRowDelegate`. In each context the
 /// first match of the term is emphasised.
@@ -13,7 +12,7 @@ class OccurrenceListModel final : public QAbstractListModel {
 public:
     using QAbstractListModel::QAbstractListModel;
 
-    [[nodiscard]] const WordFrequency::Occurrence &occurrence(const QModelIndex &index) const
+    [[nodiscard]] WordFrequency::Occurrence occurrence(const QModelIndex &index) const
     {
         return m_occurrences.at(index.row());
     }
@@ -21,11 +20,11 @@ public:
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
 
     /// Returns false for the same as before, which is no change.
-    bool setOccurrences(const QString &term, const QList<WordFrequency::Occurrence> &occurrences);
+    bool setOccurrences(const QString &term, const OccurrenceList &occurrences);
 
 private:
     [[nodiscard]] TextRange emphasisOf(const WordFrequency::Occurrence &occurrence) const;
 
     QString m_term;
-    QList<WordFrequency::Occurrence> m_occurrences;
+    OccurrenceList m_occurrences;
 };

@@ -114,7 +114,7 @@ void WordFreqResultsView::renderTerms()
 
 void WordFreqResultsView::renderOccurrences(const QString &term)
 {
-    const QList<WordFrequency::Occurrence> &occurrences = m_store.wordFreqOccurrences().get();
+    const OccurrenceList &occurrences = m_store.wordFreqOccurrences().get();
     if (m_occurrences->setOccurrences(term, occurrences))
         startAnew(m_occurrencePage->list());
     m_occurrencePage->render(u"“"_s + term + u"”"_s,
