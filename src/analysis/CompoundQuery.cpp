@@ -155,7 +155,7 @@ QList<QueryResult> CompoundQuery::evaluate(
             const auto range = clamped(passage.range, document.text);
             if (range && filter.isIn(QStringView(document.text).sliced(range->location, range->length)))
                 results.append({ListIdentity::fresh(), document.id, document.title, *range,
-                    document.text.mid(range->location, range->length), passage.codeIDs});
+                    Snippet(document.text, *range), passage.codeIDs});
         }
     }
     return results;

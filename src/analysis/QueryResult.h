@@ -1,5 +1,6 @@
 #pragma once
 
+#include "records/Snippet.h"
 #include "records/TextRange.h"
 
 #include <QList>
@@ -12,7 +13,7 @@ struct QueryResult {
     QUuid documentID;
     QString documentTitle;
     TextRange range; ///< within the text, at least one unit
-    QString snippet; ///< the whole text of the passage, as it stands
+    Snippet snippet; ///< the whole text of the passage, as it stands
     QList<QUuid> codeIDs; ///< the one code of the coding, or all codes of the query
 
     bool operator==(const QueryResult &) const = default;

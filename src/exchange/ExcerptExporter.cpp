@@ -20,19 +20,32 @@ qsizetype excerptCount(const QList<ExportCodeGroup> &groups)
     return count;
 }
 
-/// About the units that a report takes; a little more saves the last doubling of the buffer.
-qsizetype expectedLength(const QList<ExportCodeGroup> &groups)
-{
-    constexpr qsizetype aroundGroup = 150;
-    constexpr qsizetype aroundHit = 60;
-    qsizetype length = 2'000;
-    for (const ExportCodeGroup &group : groups) {
-        length += aroundGroup + group.code.name.size() + group.code.memo.value_or(QString()).size();
-        for (const ExcerptHit &hit : group.hits)
-            length += aroundHit + hit.snippet.size() + hit.documentTitle.size();
+/// A report in the making.
+class Report {
+public:
+    explicit Report(const ExcerptExporter::TakePiece &take) : m_take(take) { }
+    Report(const Report &) = delete;
+    Report &operator=(const Report &) = delete;
+
+    [[nodiscard]] QString &text() { return m_text; }
+    /// To be called between passages, where the text so far ends with a line.
+    void passOnMuch()
+    {
+        constexpr qsizetype much = qsizetype(1) << 16; // units
+        if (m_text.size() >= much)
+            finish();
     }
-    return length;
-}
+    void finish()
+    {
+        if (!m_text.isEmpty())
+            m_take(m_text);
+        m_text.resize(0); // keeps the room
+    }
+
+private:
+    const ExcerptExporter::TakePiece &m_take;
+    QString m_text;
+};
 
 /// Appends `text` with the units for which `replacementOf` gives more than a null view replaced.
 template <typename ReplacementOf>
@@ -66,7 +79,7 @@ void appendField(QString &report, const QString &field)
 
 void appendRow(QString &report, const Code &code, const ExcerptHit &hit)
 {
-    for (const QString &field : {code.name, hit.snippet, hit.documentTitle}) {
+    for (const QString &field : {code.name, hit.snippet.toString(), hit.documentTitle}) {
         appendField(report, field);
         report += u',';
     }
@@ -77,7 +90,8 @@ void appendRow(QString &report, const Code &code, const ExcerptHit &hit)
 
 void appendMarkdownHit(QString &report, const ExcerptHit &hit)
 {
-    forEachLine(hit.snippet, [&](QStringView line) {
+    const QString snippet = hit.snippet.toString();
+    forEachLine(snippet, [&](QStringView line) {
         report += u"> "_s;
         report += line;
         report += u'\n';
@@ -85,7 +99,7 @@ void appendMarkdownHit(QString &report, const ExcerptHit &hit)
     report += u">\n> — *"_s + hit.documentTitle + u"*\n\n"_s;
 }
 
-void appendMarkdownGroup(QString &report, const ExportCodeGroup &group)
+void appendMarkdownHeading(QString &report, const ExportCodeGroup &group)
 {
     report += u"\n---\n\n## "_s + group.code.name + u" ("_s + QString::number(group.hits.size()) + u")\n\n"_s;
     if (const std::optional<QString> memo = ExcerptExporter::trimmed(group.code.memo)) {
@@ -93,8 +107,6 @@ void appendMarkdownGroup(QString &report, const ExportCodeGroup &group)
         report += QString(*memo).replace(u'\n', u' ');
         report += u"_\n\n"_s;
     }
-    for (const ExcerptHit &hit : group.hits)
-        appendMarkdownHit(report, hit);
 }
 
 // ---- HTML
@@ -148,14 +160,14 @@ blockquote footer { margin-top: 8px; font-size: 12px; color: #8a8a8e; }
 void appendHtmlHit(QString &report, const ExcerptHit &hit)
 {
     report += u"<blockquote>"_s;
-    appendReplacing(
-        report, hit.snippet, [](char16_t unit) { return unit == u'\n' ? QStringView(u"<br>") : escapeOf(unit); });
+    appendReplacing(report, hit.snippet.toString(),
+        [](char16_t unit) { return unit == u'\n' ? QStringView(u"<br>") : escapeOf(unit); });
     report += u"<footer>— "_s;
     appendEscaped(report, hit.documentTitle);
     report += u"</footer></blockquote>\n"_s;
 }
 
-void appendHtmlGroup(QString &report, const ExportCodeGroup &group)
+void appendHtmlHeading(QString &report, const ExportCodeGroup &group)
 {
     report += u"<section>\n<h2><span class=\"dot\" style=\"background:"_s;
     appendEscaped(report, group.code.colorHex);
@@ -167,52 +179,63 @@ void appendHtmlGroup(QString &report, const ExportCodeGroup &group)
         appendEscaped(report, *memo);
         report += u"</p>\n"_s;
     }
-    for (const ExcerptHit &hit : group.hits)
-        appendHtmlHit(report, hit);
-    report += u"</section>\n"_s;
 }
 
 } // namespace
 
-QString ExcerptExporter::csv(const QList<ExportCodeGroup> &groups)
+void ExcerptExporter::csv(const QList<ExportCodeGroup> &groups, const TakePiece &take)
 {
-    QString report;
-    report.reserve(expectedLength(groups));
-    report += u"\uFEFFCode,Excerpt,Document,Start,Length\n"_s;
-    for (const ExportCodeGroup &group : groups)
-        for (const ExcerptHit &hit : group.hits)
-            appendRow(report, group.code, hit);
-    return report;
+    Report report(take);
+    report.text() += u"\uFEFFCode,Excerpt,Document,Start,Length\n"_s;
+    for (const ExportCodeGroup &group : groups) {
+        for (const ExcerptHit &hit : group.hits) {
+            appendRow(report.text(), group.code, hit);
+            report.passOnMuch();
+        }
+    }
+    report.finish();
 }
 
-QString ExcerptExporter::markdown(
-    const QString &projectName, const QList<ExportCodeGroup> &groups, const QDateTime &date)
+void ExcerptExporter::markdown(
+    const QString &projectName, const QList<ExportCodeGroup> &groups, const QDateTime &date, const TakePiece &take)
 {
-    QString report;
-    report.reserve(expectedLength(groups));
-    report += u"# "_s + projectName + u" — Coded Excerpts\n\n"_s;
-    report += u"_Exported from Vorn · "_s + LocaleText::longDateAndShortTime(date) + u"_\n\n"_s;
-    report += u"**"_s + QString::number(groups.size()) + u"** codes · **"_s + QString::number(excerptCount(groups))
+    Report report(take);
+    QString &text = report.text();
+    text += u"# "_s + projectName + u" — Coded Excerpts\n\n"_s;
+    text += u"_Exported from Vorn · "_s + LocaleText::longDateAndShortTime(date) + u"_\n\n"_s;
+    text += u"**"_s + QString::number(groups.size()) + u"** codes · **"_s + QString::number(excerptCount(groups))
         + u"** excerpts\n"_s;
-    for (const ExportCodeGroup &group : groups)
-        appendMarkdownGroup(report, group);
-    return report;
+    for (const ExportCodeGroup &group : groups) {
+        appendMarkdownHeading(text, group);
+        for (const ExcerptHit &hit : group.hits) {
+            appendMarkdownHit(text, hit);
+            report.passOnMuch();
+        }
+    }
+    report.finish();
 }
 
-QString ExcerptExporter::html(const QString &projectName, const QList<ExportCodeGroup> &groups, const QDateTime &date)
+void ExcerptExporter::html(
+    const QString &projectName, const QList<ExportCodeGroup> &groups, const QDateTime &date, const TakePiece &take)
 {
-    QString report;
-    report.reserve(expectedLength(groups));
-    appendHead(report, projectName);
-    report += u"<body>\n<h1>"_s;
-    appendEscaped(report, projectName);
-    report += u" — Coded Excerpts</h1>\n<p class=\"meta\">Exported from Vorn · "_s
+    Report report(take);
+    QString &text = report.text();
+    appendHead(text, projectName);
+    text += u"<body>\n<h1>"_s;
+    appendEscaped(text, projectName);
+    text += u" — Coded Excerpts</h1>\n<p class=\"meta\">Exported from Vorn · "_s
         + LocaleText::longDateAndShortTime(date) + u" · "_s + QString::number(groups.size()) + u" codes · "_s
         + QString::number(excerptCount(groups)) + u" excerpts</p>\n"_s;
-    for (const ExportCodeGroup &group : groups)
-        appendHtmlGroup(report, group);
-    report += u"</body>\n</html>"_s;
-    return report;
+    for (const ExportCodeGroup &group : groups) {
+        appendHtmlHeading(text, group);
+        for (const ExcerptHit &hit : group.hits) {
+            appendHtmlHit(text, hit);
+            report.passOnMuch();
+        }
+        text += u"</section>\n"_s;
+    }
+    text += u"</body>\n</html>"_s;
+    report.finish();
 }
 
 std::optional<QString> ExcerptExporter::trimmed(const std::optional<QString> &text)

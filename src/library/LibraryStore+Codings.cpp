@@ -2,7 +2,6 @@
 
 #include "library/LibraryStore+Access.h"
 #include "library/PassageTrimming.h"
-#include "records/TextTrimming.h"
 
 using namespace Qt::StringLiterals;
 
@@ -62,10 +61,8 @@ QList<ExcerptHit> LibraryStore::excerpts(const QUuid &codeID) const
         const Document *document = findDocument(coding.documentID);
         if (!document || !PassageTrimming::liesIn(document->text, coding.range()))
             continue;
-        QString snippet = document->text.mid(coding.start, coding.length);
-        snippet.replace(u'\n', u' ');
-        hits.append({coding.id, coding.documentID, document->title, TextTrimming::trimmedBlanks(snippet).toString(),
-            coding.start, coding.length, coding.createdAt});
+        hits.append({coding.id, coding.documentID, document->title,
+            Snippet::withoutLineFeeds(document->text, coding.range()), coding.start, coding.length, coding.createdAt});
     }
     return hits;
 }

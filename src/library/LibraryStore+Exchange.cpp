@@ -29,18 +29,18 @@ void LibraryStore::writeExport(const QList<ExportCodeGroup> &groups, ExportForma
 {
     const QString projectName = m_project.get() ? m_project->value().name : u"Vorn Project"_s;
     const QDateTime now = m_services.now();
-    const auto rendered = [&] {
+    AtomicFile::writeInPieces(path, [&](const AtomicFile::Append &append) {
+        const auto take = [&](QStringView piece) { append(piece.toUtf8()); };
         switch (format) {
         case ExportFormat::markdown:
-            return ExcerptExporter::markdown(projectName, groups, now);
+            return ExcerptExporter::markdown(projectName, groups, now, take);
         case ExportFormat::csv:
-            return ExcerptExporter::csv(groups);
+            return ExcerptExporter::csv(groups, take);
         case ExportFormat::html:
-            return ExcerptExporter::html(projectName, groups, now);
+            return ExcerptExporter::html(projectName, groups, now, take);
         }
         Q_UNREACHABLE();
-    };
-    AtomicFile::write(path, rendered().toUtf8());
+    });
 }
 
 void LibraryStore::exportQdpx(const QString &path) const

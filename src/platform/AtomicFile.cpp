@@ -24,10 +24,15 @@ QByteArray AtomicFile::read(const QString &path)
 
 void AtomicFile::write(const QString &path, QByteArrayView bytes)
 {
+    writeInPieces(path, [bytes](const Append &append) { append(bytes); });
+}
+
+void AtomicFile::writeInPieces(const QString &path, const std::function<void(const Append &append)> &fill)
+{
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         throw FileError(file);
-    writeAll(file, bytes);
+    fill([&](QByteArrayView piece) { writeAll(file, piece); });
     if (!file.commit())
         throw FileError(file);
 }

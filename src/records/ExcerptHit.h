@@ -1,5 +1,6 @@
 #pragma once
 
+#include "records/Snippet.h"
 #include "records/TextRange.h"
 
 #include <QDateTime>
@@ -11,7 +12,7 @@ struct ExcerptHit {
     QUuid id; ///< the id of the coding it shows
     QUuid documentID;
     QString documentTitle;
-    QString snippet; ///< the whole passage, line feeds as spaces
+    Snippet snippet; ///< the whole passage, line feeds as spaces
     qint64 start = 0; ///< UTF-16 code units
     qint64 length = 0; ///< UTF-16 code units
     QDateTime createdAt;

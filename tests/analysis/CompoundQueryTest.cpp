@@ -191,8 +191,8 @@ TEST(CompoundQuery, TakesTheWholePassageAsItStands)
     const QList<QueryResult> results =
         CompoundQuery::evaluate({idsOf({1})}, codings({{1, {0, 9}}, {1, {1, 99}}}), {document(1, text)});
     ASSERT_EQ(results.size(), 2);
-    EXPECT_EQ(results[0].snippet, u"  Line\n\U0001F468"_s);
-    EXPECT_EQ(results[1].snippet, text.mid(1));
+    EXPECT_EQ(results[0].snippet.toString(), u"  Line\n\U0001F468"_s);
+    EXPECT_EQ(results[1].snippet.toString(), text.mid(1));
     EXPECT_EQ(results[0].documentTitle, u"Document 1"_s);
     EXPECT_NE(results[0].id, results[1].id);
 }

@@ -36,10 +36,34 @@ ExportCodeGroup group(const QString &name, const QList<ExcerptHit> &hits, const 
     return result;
 }
 
+/// What `write` hands over, in one piece.
+template <typename Write>
+QString whole(Write write)
+{
+    QString report;
+    write([&](QStringView piece) { report += piece; });
+    return report;
+}
+
+QString csv(const QList<ExportCodeGroup> &groups)
+{
+    return whole([&](const auto &take) { ExcerptExporter::csv(groups, take); });
+}
+
+QString markdown(const QString &projectName, const QList<ExportCodeGroup> &groups, const QDateTime &date)
+{
+    return whole([&](const auto &take) { ExcerptExporter::markdown(projectName, groups, date, take); });
+}
+
+QString html(const QString &projectName, const QList<ExportCodeGroup> &groups, const QDateTime &date)
+{
+    return whole([&](const auto &take) { ExcerptExporter::html(projectName, groups, date, take); });
+}
+
 /// The part of a Markdown report after its counts.
 QString markdownOf(const ExportCodeGroup &only)
 {
-    const QString report = ExcerptExporter::markdown(u"P"_s, {only}, exportTime);
+    const QString report = markdown(u"P"_s, {only}, exportTime);
     return report.sliced(report.indexOf(u"\n---"));
 }
 
@@ -51,24 +75,24 @@ QString bodyOf(const QString &html)
 /// What stands in the one section of an HTML report.
 QString sectionOf(const ExportCodeGroup &only)
 {
-    const QString body = bodyOf(ExcerptExporter::html(u"P"_s, {only}, exportTime));
+    const QString body = bodyOf(html(u"P"_s, {only}, exportTime));
     const qsizetype start = body.indexOf(u"<section>\n") + 10;
     return body.sliced(start, body.indexOf(u"</section>") - start);
 }
 
 TEST(ExcerptExporter, ReportsOfNoCodes)
 {
-    EXPECT_EQ(ExcerptExporter::csv({}).toUtf8(),
+    EXPECT_EQ(csv({}).toUtf8(),
         QByteArray("\xEF\xBB\xBF"
                    "Code,Excerpt,Document,Start,Length\n"));
-    EXPECT_EQ(ExcerptExporter::markdown(u"My *study*"_s, {}, exportTime),
+    EXPECT_EQ(markdown(u"My *study*"_s, {}, exportTime),
         u"# My *study* — Coded Excerpts\n\n_Exported from Vorn · "_s + dateText()
             + u"_\n\n**0** codes · **0** excerpts\n"_s);
-    const QString html = ExcerptExporter::html(u"A<B> & \"C'\""_s, {}, exportTime);
+    const QString page = html(u"A<B> & \"C'\""_s, {}, exportTime);
     const QString title = u"A&lt;B&gt; &amp; &quot;C'&quot; — Coded Excerpts"_s;
-    EXPECT_TRUE(html.startsWith(u"<!doctype html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<title>"_s
+    EXPECT_TRUE(page.startsWith(u"<!doctype html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<title>"_s
         + title + u"</title>\n<style>\n"_s));
-    EXPECT_EQ(bodyOf(html),
+    EXPECT_EQ(bodyOf(page),
         u"<body>\n<h1>"_s + title + u"</h1>\n<p class=\"meta\">Exported from Vorn · "_s + dateText()
             + u" · 0 codes · 0 excerpts</p>\n</body>\n</html>"_s);
 }
@@ -77,18 +101,18 @@ TEST(ExcerptExporter, CountsGroupsWithoutPassagesAndKeepsTheOrder)
 {
     const QList<ExportCodeGroup> groups{
         group(u"Trust"_s, {hit(u"b"_s), hit(u"a"_s)}), group(u"Doubt"_s, {}), group(u"Trust"_s, {hit(u"c"_s)})};
-    EXPECT_EQ(ExcerptExporter::csv(groups).section(u'\n', 1),
-        u"Trust,b,Talk,7,1234567\nTrust,a,Talk,7,1234567\nTrust,c,Talk,7,1234567\n"_s);
-    EXPECT_TRUE(ExcerptExporter::markdown(u"P"_s, groups, exportTime)
+    EXPECT_EQ(
+        csv(groups).section(u'\n', 1), u"Trust,b,Talk,7,1234567\nTrust,a,Talk,7,1234567\nTrust,c,Talk,7,1234567\n"_s);
+    EXPECT_TRUE(markdown(u"P"_s, groups, exportTime)
                     .contains(u"\n**3** codes · **3** excerpts\n\n---\n\n## Trust (2)\n\n> b\n>\n> — *Talk*\n\n> "
                               u"a\n>\n> — *Talk*\n\n\n---\n\n"
                               "## Doubt (0)\n\n\n---\n\n## Trust (1)\n\n> c\n"));
-    const QString html = ExcerptExporter::html(u"P"_s, groups, exportTime);
-    EXPECT_TRUE(html.contains(u" · 3 codes · 3 excerpts</p>\n<section>\n"));
+    const QString page = html(u"P"_s, groups, exportTime);
+    EXPECT_TRUE(page.contains(u" · 3 codes · 3 excerpts</p>\n<section>\n"));
     EXPECT_TRUE(
-        html.contains(u"</section>\n<section>\n<h2><span class=\"dot\" style=\"background:#AABBCC\"></span>Doubt "
+        page.contains(u"</section>\n<section>\n<h2><span class=\"dot\" style=\"background:#AABBCC\"></span>Doubt "
                       "<span class=\"count\">0</span></h2>\n</section>\n<section>\n"));
-    EXPECT_TRUE(html.endsWith(u"</section>\n</body>\n</html>"));
+    EXPECT_TRUE(page.endsWith(u"</section>\n</body>\n</html>"));
 }
 
 using FieldCase = Case<QString>;
@@ -169,7 +193,7 @@ TEST(ExcerptExporter, LetsNoTextBecomeMarkupOfThePage)
     const auto page = [](const QString &text) {
         ExportCodeGroup only = group(text, {hit(text, text)}, text);
         only.code.colorHex = text;
-        return ExcerptExporter::html(text, {only}, exportTime);
+        return html(text, {only}, exportTime);
     };
     const QString harmless = page(u"a"_s);
     const QString hostile = page(u"\"></title></style><script>alert('1')</script><img src=\"http://x\"><!--&lt;"_s);
@@ -182,9 +206,9 @@ TEST(ExcerptExporter, TakesItsTimeFromTheLengthAlone)
 {
     constexpr int times = 1'000'000;
     const QList<ExportCodeGroup> groups{group(u"C"_s, {hit(u"\n"_s.repeated(times)), hit(u"\""_s.repeated(times))})};
-    EXPECT_EQ(ExcerptExporter::csv(groups).count(u'"'), 2 * times + 4);
-    EXPECT_EQ(ExcerptExporter::markdown(u"P"_s, groups, exportTime).count(u"\n> "), times + 4);
-    EXPECT_EQ(ExcerptExporter::html(u"P"_s, groups, exportTime).count(u"<br>"), times);
+    EXPECT_EQ(csv(groups).count(u'"'), 2 * times + 4);
+    EXPECT_EQ(markdown(u"P"_s, groups, exportTime).count(u"\n> "), times + 4);
+    EXPECT_EQ(html(u"P"_s, groups, exportTime).count(u"<br>"), times);
 }
 
 } // namespace

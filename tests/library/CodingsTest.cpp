@@ -92,7 +92,7 @@ TEST(Excerpts, ShowWholePassagesOldestFirstAndDropWhatLiesOutside)
     }
     QStringList snippets;
     for (const ExcerptHit &hit : library.store.excerpts(code.id))
-        snippets.append(hit.documentTitle + u": "_s + hit.snippet);
+        snippets.append(hit.documentTitle + u": "_s + hit.snippet.toString());
     EXPECT_EQ(snippets, (QStringList{u"B: other"_s, u"A: one  two"_s, u"A: two\r three \U0001F600"_s}));
 
     library.store.createProject(u"Other"_s); // whose documents these aren't

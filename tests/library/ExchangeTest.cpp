@@ -38,7 +38,7 @@ TEST(Reports, HoldOneCodeOrAllOfThem)
     EXPECT_EQ(library.store.exportGroups(one).size(), 1);
     EXPECT_EQ(library.store.exportGroups({}).size(), 2);
     EXPECT_EQ(library.store.exportGroups(QUuid::createUuid()).size(), 2);
-    EXPECT_EQ(library.store.exportGroups(one).first().hits.first().snippet, u"\U0001F600 text"_s);
+    EXPECT_EQ(library.store.exportGroups(one).first().hits.first().snippet.toString(), u"\U0001F600 text"_s);
 }
 
 TEST(Reports, ReplaceAFileOrLeaveItAsItWas)

@@ -88,7 +88,7 @@ TEST(MainJob, KeepsEveryPassageFromTheFilesToTheSecondProject)
     const QUuid trust = library.code(u"Trust"_s).id;
     store.runQuery({.codeIDs = {trust, library.code(u"Doubt"_s).id}, .mode = QuerySpec::Mode::all, .textFilter = {}});
     ASSERT_EQ(store.queryResults()->size(), 1);
-    EXPECT_EQ(store.queryResults()->first().snippet, u"信任"_s);
+    EXPECT_EQ(store.queryResults()->first().snippet.toString(), u"信任"_s);
     store.runQuery({.codeIDs = {trust}, .mode = QuerySpec::Mode::any, .textFilter = u" TRUST "_s});
     EXPECT_EQ(store.queryResults()->size(), 1);
     store.runWordFrequency(WordFrequency::InCode{trust}, 3, true, 50);

@@ -36,6 +36,26 @@ TEST(AtomicFile, ReplacesAFileOrLeavesItAsItWas)
         (QStringList{u"report.md"_s, u"taken"_s}));
 }
 
+TEST(AtomicFile, IsReplacedOnlyWhenItsLastPieceIsThere)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"report.md"_s);
+    AtomicFile::write(path, "first");
+    const auto fill = [](bool isStopped) {
+        return [isStopped](const AtomicFile::Append &append) {
+            append("sec");
+            if (isStopped)
+                throw std::runtime_error("stopped");
+            append("ond");
+        };
+    };
+    EXPECT_THROW(AtomicFile::writeInPieces(path, fill(true)), std::runtime_error);
+    EXPECT_EQ(AtomicFile::read(path), "first");
+    AtomicFile::writeInPieces(path, fill(false));
+    EXPECT_EQ(AtomicFile::read(path), "second");
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{u"report.md"_s});
+}
+
 TEST(AtomicFile, TellsWhyAFileWasWrittenOnlyInPart)
 {
     const QTemporaryDir folder;

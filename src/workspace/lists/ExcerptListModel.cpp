@@ -16,9 +16,9 @@ QVariant ExcerptListModel::data(const QModelIndex &index, int role) const
     const ExcerptHit &shown = hit(index);
     switch (role) {
     case Qt::DisplayRole:
-        return shown.snippet;
+        return shown.snippet.beginning(SnippetRowDelegate::mostUnits);
     case Qt::AccessibleTextRole:
-        return u"%1, %2"_s.arg(shown.snippet, shown.documentTitle);
+        return u"%1, %2"_s.arg(shown.snippet.toString(), shown.documentTitle);
     case SnippetRowDelegate::documentTitleRole:
         return shown.documentTitle;
     case SnippetRowDelegate::dotColorsRole:

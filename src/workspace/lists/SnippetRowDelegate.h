@@ -13,7 +13,7 @@ class SnippetRowDelegate final : public QStyledItemDelegate {
     Q_OBJECT
 
 public:
-    /// What a model gives beside the passage, its `Qt::DisplayRole`.
+    /// What a model gives beside the passage, its `Qt::DisplayRole`, of which `mostUnits` are enough.
     enum Role {
         documentTitleRole = Qt::UserRole + 1, ///< QString
         dotColorsRole, ///< QList<QColor>; none after the first `mostDots` is asked for
@@ -23,6 +23,8 @@ public:
 
     /// More than a row has room for.
     static constexpr qsizetype mostDots = 64;
+    /// Of a passage, which may be a whole document.
+    static constexpr qsizetype mostUnits = 1 << 14;
 
     explicit SnippetRowDelegate(QObject *parent = nullptr);
 

@@ -19,7 +19,7 @@ QVariant QueryResultsModel::data(const QModelIndex &index, int role) const
     const QueryResult &shown = result(index);
     switch (role) {
     case Qt::DisplayRole:
-        return shown.snippet;
+        return shown.snippet.beginning(SnippetRowDelegate::mostUnits);
     case Qt::AccessibleTextRole:
         return spoken(shown);
     case SnippetRowDelegate::documentTitleRole:
@@ -42,7 +42,7 @@ QList<QColor> QueryResultsModel::dotsOf(const QueryResult &result) const
 /// The dots by their names.
 QString QueryResultsModel::spoken(const QueryResult &result) const
 {
-    QStringList parts{result.snippet, result.documentTitle};
+    QStringList parts{result.snippet.toString(), result.documentTitle};
     for (const QUuid &codeID : result.codeIDs) {
         const auto code = m_codes.constFind(codeID);
         if (code != m_codes.constEnd())

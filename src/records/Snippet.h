@@ -1,0 +1,34 @@
+#pragma once
+
+#include "records/TextRange.h"
+
+#include <QString>
+
+/// A passage as lists and reports show it. It shares its document's text and is copied out only when it's asked for:
+/// passages may be whole documents, and each of them may be listed many times.
+class Snippet {
+public:
+    Snippet() = default;
+    /// All of `text`, as it stands.
+    Snippet(const QString &text) : m_text(text), m_passage{0, text.size()} { }
+    /// As it stands. `passage` must lie in `text`.
+    Snippet(const QString &text, const TextRange &passage) : m_text(text), m_passage(passage) { }
+    /// With spaces for line feeds, and no blanks at its ends. `passage` must lie in `text`.
+    [[nodiscard]] static Snippet withoutLineFeeds(const QString &text, const TextRange &passage);
+
+    [[nodiscard]] QString toString() const;
+    /// Its first `length` units or, if it's shorter, the whole.
+    [[nodiscard]] QString beginning(qsizetype length) const;
+    /// Costs nothing where both share their text.
+    bool operator==(const Snippet &other) const;
+
+private:
+    [[nodiscard]] QStringView passage() const
+    {
+        return QStringView(m_text).sliced(m_passage.location, m_passage.length);
+    }
+
+    QString m_text;
+    TextRange m_passage;
+    bool m_hasLineFeeds = true;
+};
