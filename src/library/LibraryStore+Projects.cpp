@@ -89,9 +89,10 @@ std::optional<QUuid> LibraryStore::selectedCodeID() const
     return selection ? std::optional(selection->codeID) : std::nullopt;
 }
 
-/// Results never outlive the project that they were made in.
+/// Results never outlive the project that they were made in, nor do its texts, which the last search holds.
 void LibraryStore::resetContext()
 {
+    m_filter = {};
     m_selectedDocumentID.set({});
     m_revealRequest.set({});
     m_activeQuery.set({});

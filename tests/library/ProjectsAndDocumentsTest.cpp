@@ -57,6 +57,23 @@ TEST(Projects, SwitchingLeavesNoResultOfTheOtherProjectBehind)
     EXPECT_EQ(store.codeCounts()->value(code.id), 1);
 }
 
+TEST(Projects, SwitchingGivesTheMemoryOfTheTextsBack)
+{
+    TestLibrary library;
+    LibraryStore &store = library.store;
+    const QString text = library.paste(u"A"_s, u"some text with words"_s).text;
+    const Code code = library.makeCodes({u"One"_s}).first();
+    store.assignCode(code, store.documents()->first(), {0, 9});
+    store.searchText().set(u"some"_s);
+    (void)store.visibleDocuments();
+    store.runQuery({.codeIDs = {code.id}, .mode = QuerySpec::Mode::any, .textFilter = {}});
+    store.runWordFrequency(WordFrequency::AllDocuments{}, 3, true, 10);
+    store.selectWordFreqTerm(u"words"_s);
+    EXPECT_FALSE(text.isDetached());
+    store.createProject(u"Other"_s);
+    EXPECT_TRUE(text.isDetached()) << "somebody else still holds it";
+}
+
 TEST(Projects, RenamingTouchesOnlyNameAndModification)
 {
     TestLibrary library;
