@@ -105,16 +105,15 @@ const Corpus &largeCorpus()
     return corpus;
 }
 
-CorpusLibrary::CorpusLibrary(const Corpus &corpus, int codeCount, int codingCount)
-    : m_folder(std::make_unique<QTemporaryDir>()),
-      m_projectID(QUuid::createUuid())
+QUuid writeLibrary(const QString &path, const Corpus &corpus, int codeCount, int codingCount)
 {
+    const QUuid projectID = QUuid::createUuid();
     std::mt19937 random(2);
     const QDateTime start = QDateTime::fromMSecsSinceEpoch(1'772'355'907'000, Qt::UTC);
-    const auto queue = AppDatabase::openQueue(path());
+    const auto queue = AppDatabase::openQueue(path);
     queue->write([&](Database &database) {
         Project project;
-        project.id = m_projectID;
+        project.id = projectID;
         project.name = u"Large"_s;
         project.createdAt = project.modifiedAt = start;
         project.insert(database);
@@ -122,7 +121,7 @@ CorpusLibrary::CorpusLibrary(const Corpus &corpus, int codeCount, int codingCoun
         for (const QString &text : corpus.texts()) {
             Document document;
             document.id = QUuid::createUuid();
-            document.projectID = m_projectID;
+            document.projectID = projectID;
             document.title = u"Interview %1"_s.arg(documents.size());
             document.text = text;
             document.addedAt = start.addSecs(documents.size());
@@ -136,7 +135,7 @@ CorpusLibrary::CorpusLibrary(const Corpus &corpus, int codeCount, int codingCoun
         for (int index = 0; index < codeCount; ++index) {
             Code code;
             code.id = QUuid::createUuid();
-            code.projectID = m_projectID;
+            code.projectID = projectID;
             code.name = u"Code %1"_s.arg(index);
             code.colorHex = u"#5E5CE6"_s;
             code.createdAt = start.addSecs(index);
@@ -155,6 +154,13 @@ CorpusLibrary::CorpusLibrary(const Corpus &corpus, int codeCount, int codingCoun
             coding.insert(database);
         }
     });
+    return projectID;
+}
+
+CorpusLibrary::CorpusLibrary(const Corpus &corpus, int codeCount, int codingCount)
+    : m_folder(std::make_unique<QTemporaryDir>()),
+      m_projectID(writeLibrary(path(), corpus, codeCount, codingCount))
+{
 }
 
 CorpusLibrary::~CorpusLibrary() = default;

@@ -28,7 +28,10 @@ private:
 /// The corpus of 1,000 × 100 kB that most rows work on; made on first use.
 [[nodiscard]] const Corpus &largeCorpus();
 
-/// A library file with the documents of a corpus and codings in them.
+/// Writes a library file with one project that has the documents of a corpus and codings in them; returns its id.
+QUuid writeLibrary(const QString &path, const Corpus &corpus, int codeCount, int codingCount);
+
+/// Such a file for as long as the object lives.
 class CorpusLibrary {
 public:
     CorpusLibrary(const Corpus &corpus, int codeCount, int codingCount);
