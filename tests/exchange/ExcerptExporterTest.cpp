@@ -121,7 +121,7 @@ using CsvField = testing::TestWithParam<FieldCase>;
 TEST_P(CsvField, IsQuotedOnlyWhereNeededInEveryColumn)
 {
     const QString &field = GetParam().given;
-    const QString report = ExcerptExporter::csv({group(field, {hit(field, field)})});
+    const QString report = csv({group(field, {hit(field, field)})});
     EXPECT_EQ(
         report.sliced(report.indexOf(u'\n') + 1), QStringList(3, GetParam().expected).join(u',') + u",7,1234567\n"_s);
 }
