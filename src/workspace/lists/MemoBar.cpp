@@ -2,6 +2,7 @@
 
 #include "records/TextTrimming.h"
 #include "workspace/controls/PlainButton.h"
+#include "workspace/controls/TextWrapping.h"
 #include "workspace/controls/Transition.h"
 #include "workspace/theme/Fonts.h"
 #include "workspace/theme/Symbols.h"
@@ -13,6 +14,7 @@
 #include <QHBoxLayout>
 #include <QHideEvent>
 #include <QInputMethod>
+#include <QMimeData>
 #include <QPainter>
 #include <QSignalBlocker>
 #include <QStyle>
@@ -74,10 +76,25 @@ public:
         setFont(Fonts::memo());
         setFixedHeight(editorHeight);
         setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-        setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+        setWordWrapMode(TextWrapping::modeFor({}));
         setViewportMargins(editorSidePadding, editorVerticalPadding, editorSidePadding, editorVerticalPadding);
         document()->setDocumentMargin(documentMargin);
         viewport()->setAutoFillBackground(false); // the frame fills its round corners
+    }
+
+    void showMemo(const QString &text)
+    {
+        clear(); // or what was there would be laid out once more
+        setWordWrapMode(TextWrapping::modeFor(text));
+        setPlainText(text);
+    }
+
+protected:
+    void insertFromMimeData(const QMimeData *source) override
+    {
+        if (const auto mode = TextWrapping::modeFor(source->text()); mode == QTextOption::WrapAnywhere)
+            setWordWrapMode(mode);
+        QTextEdit::insertFromMimeData(source);
     }
 };
 
@@ -157,7 +174,7 @@ void MemoBar::writeIntoEditor()
     if (m_edit->hasFocus())
         QGuiApplication::inputMethod()->reset(); // a word in the making belongs to the memo before
     const QSignalBlocker quietly(m_edit);
-    m_edit->setPlainText(m_text);
+    static_cast<MemoEditor *>(m_edit)->showMemo(m_text);
     spreadLines(*m_edit->document(), m_edit->font());
     m_edit->document()->clearUndoRedoStacks();
 }

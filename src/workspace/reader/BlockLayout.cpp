@@ -1,5 +1,6 @@
 #include "workspace/reader/BlockLayout.h"
 
+#include "workspace/controls/TextWrapping.h"
 #include "workspace/reader/DisplayText.h"
 #include "workspace/reader/ReaderMetrics.h"
 
@@ -10,30 +11,15 @@
 
 namespace {
 
-/// Whether the text has a run without spaces that is too long to search for its end at every line. Ideographs may be
-/// parted anywhere and don't count.
-bool hasEndlessWord(QStringView text)
-{
-    constexpr char16_t firstIdeographic = 0x2E80;
-    qsizetype length = 0;
-    for (const QChar unit : text) {
-        const bool mayBePartedAt = unit.isSpace() || unit.unicode() >= firstIdeographic;
-        length = mayBePartedAt ? 0 : length + 1;
-        if (length > DisplayText::longestParagraph)
-            return true;
-    }
-    return false;
-}
-
 QTextOption optionFor(const QTextBlock &block)
 {
     QTextOption option;
     option.setTextDirection(Qt::LayoutDirectionAuto);
     if (block.textDirection() == Qt::RightToLeft) // the direction alone doesn't align
         option.setAlignment(Qt::AlignRight);
-    // Searching each line for a word's end takes a minute where a word fills a megabyte.
-    const bool wrapsAnywhere = block.length() > DisplayText::longestParagraph && hasEndlessWord(block.text());
-    option.setWrapMode(wrapsAnywhere ? QTextOption::WrapAnywhere : QTextOption::WrapAtWordBoundaryOrAnywhere);
+    const bool mayBeEndless =
+        block.length() > DisplayText::longestParagraph; // others needn't be copied to be looked at
+    option.setWrapMode(TextWrapping::modeFor(mayBeEndless ? block.text() : QString()));
     return option;
 }
 

@@ -1,5 +1,7 @@
 #include "workspace/reader/SelectableTitle.h"
 
+#include "workspace/controls/TextWrapping.h"
+
 #include <QFocusEvent>
 #include <QStyle>
 #include <QTextBlock>
@@ -27,7 +29,6 @@ SelectableTitle::SelectableTitle(const QFont &font, QWidget *parent) : QTextEdit
     setTabChangesFocus(true);
     setFrameShape(NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     document()->setDocumentMargin(0);
     viewport()->setAutoFillBackground(false);
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);
@@ -39,6 +40,8 @@ void SelectableTitle::setTitle(const QString &title)
 {
     if (title == toPlainText())
         return;
+    clear(); // or what was there would be laid out once more
+    setWordWrapMode(TextWrapping::modeFor(title));
     // At the edge where the facts below begin, whichever way the title reads.
     QTextOption option = document()->defaultTextOption();
     option.setAlignment(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft) | Qt::AlignAbsolute);
