@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 QString ApplicationFolder::prepared()
 {
-    const QString path = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/Vorn"_s;
+    QString path = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/Vorn"_s;
     QDir().mkpath(QFileInfo(path).path());
     QDir().mkdir(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner); // private from its first moment
     return path;

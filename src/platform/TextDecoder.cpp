@@ -41,8 +41,8 @@ std::optional<QString> decodedStrictly(const char *name, QByteArrayView bytes)
         const char *source = bytes.data() + end;
         end = std::min(end + stride, bytes.size());
         UErrorCode status = U_ZERO_ERROR;
-        ucnv_toUnicode(
-            converter.get(), &target, begin + end, &source, bytes.data() + end, nullptr, end == bytes.size(), &status);
+        ucnv_toUnicode(converter.get(), &target, begin + end, &source, bytes.data() + end, nullptr,
+            UBool(end == bytes.size()), &status);
         if (U_FAILURE(status))
             return {};
     } while (end < bytes.size());
