@@ -33,7 +33,7 @@ public:
         try {
             if (m_wereOn)
                 m_database.execute("PRAGMA foreign_keys = ON");
-        } catch (const DatabaseError &) {
+        } catch (const std::exception &) {
             // The schema declares none; nothing rests on it.
         }
     }

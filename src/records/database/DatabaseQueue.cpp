@@ -92,7 +92,7 @@ DatabaseQueue::Transaction::~Transaction()
         return;
     try {
         m_database.execute("ROLLBACK TRANSACTION");
-    } catch (const DatabaseError &) {
+    } catch (const std::exception &) {
         // The failure that brought us here is on its way to the caller; the file is whole through its journal.
     }
 }
@@ -126,7 +126,7 @@ DatabaseQueue::QueryOnly::~QueryOnly()
 {
     try {
         m_database.execute("PRAGMA query_only = 0");
-    } catch (const DatabaseError &) {
+    } catch (const std::exception &) {
         // Only memory can fail here; the next write would say so.
     }
 }

@@ -34,7 +34,7 @@ public:
     {
         return {m_name + " = ?", {ValueEncoding::encoded(value)}};
     }
-    operator OrderTerm() const { return {m_name}; }
+    explicit operator OrderTerm() const { return {m_name}; }
 
     const OrderTerm desc;
 
