@@ -75,5 +75,5 @@ const ArchiveMembers::Listing &ArchiveMembers::listing(const QString &folder) co
         if (name.isEmpty() || entries.fileName() < name) // of several the same one every time
             name = entries.fileName();
     }
-    return *m_listings.insert(folder, std::move(names));
+    return *m_listings.insert(folder, names);
 }

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <exception>
 #include <functional>
 
 /// Where a long import stands.
@@ -15,4 +16,4 @@ struct ImportStep {
 using MayImport = std::function<bool(const ImportStep &step)>;
 
 /// Thrown by an import that ends so and adds nothing.
-struct ImportStopped { };
+struct ImportStopped : std::exception { };

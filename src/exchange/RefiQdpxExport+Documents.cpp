@@ -40,7 +40,7 @@ public:
             put(id.data4[index], 2);
         }
     }
-    operator QLatin1StringView() const { return QLatin1StringView(m_text.data(), qsizetype(m_text.size())); }
+    [[nodiscard]] QLatin1StringView view() const { return QLatin1StringView(m_text.data(), qsizetype(m_text.size())); }
 
 private:
     void put(uint value, int digits)
@@ -71,7 +71,7 @@ public:
         put(uint(time.minutes().count()), 2, ':');
         put(uint(time.seconds().count()), 2, 'Z');
     }
-    operator QLatin1StringView() const { return QLatin1StringView(m_text.data(), qsizetype(m_text.size())); }
+    [[nodiscard]] QLatin1StringView view() const { return QLatin1StringView(m_text.data(), qsizetype(m_text.size())); }
 
 private:
     void put(uint value, size_t digits, char separator)
@@ -134,7 +134,7 @@ private:
     void codeElement(const Code &code, int depth) const
     {
         m_xml.startElement("Code");
-        m_xml.attribute("guid", GuidText(code.id));
+        m_xml.attribute("guid", GuidText(code.id).view());
         m_xml.attribute("name", code.name);
         m_xml.attribute("isCodable", "true"_L1);
         m_xml.attribute("color", RefiQdpx::normalizedColor(code.colorHex));
@@ -177,13 +177,13 @@ private:
         const GuidText guid(document.id);
         const DateTimeText addedAt(document.addedAt);
         m_xml.startElement("TextSource");
-        m_xml.attribute("guid", guid);
+        m_xml.attribute("guid", guid.view());
         m_xml.attribute("name", document.title);
-        m_xml.attribute("plainTextPath", u"internal://"_s + QLatin1StringView(guid) + u".txt"_s);
+        m_xml.attribute("plainTextPath", u"internal://"_s + guid.view() + u".txt"_s);
         m_xml.attribute("creatingUser", userGuid);
         m_xml.attribute("modifyingUser", userGuid);
-        m_xml.attribute("creationDateTime", addedAt);
-        m_xml.attribute("modifiedDateTime", addedAt);
+        m_xml.attribute("creationDateTime", addedAt.view());
+        m_xml.attribute("modifiedDateTime", addedAt.view());
         writeDescription(m_xml, document.memo);
         const auto codings = m_codings.constFind(document.id);
         if (codings != m_codings.constEnd()) {
@@ -208,20 +208,20 @@ private:
     {
         const DateTimeText createdAt(coding.createdAt);
         m_xml.startElement("PlainTextSelection");
-        m_xml.attribute("guid", GuidText(m_uuids.next()));
+        m_xml.attribute("guid", GuidText(m_uuids.next()).view());
         m_xml.attribute("name", passage.first(std::min(passage.size(), longestSelectionName)));
         m_xml.attribute("startPosition", QString::number(start));
         m_xml.attribute("endPosition", QString::number(start + passage.size()));
         m_xml.attribute("creatingUser", userGuid);
         m_xml.attribute("modifyingUser", userGuid);
-        m_xml.attribute("creationDateTime", createdAt);
-        m_xml.attribute("modifiedDateTime", createdAt);
+        m_xml.attribute("creationDateTime", createdAt.view());
+        m_xml.attribute("modifiedDateTime", createdAt.view());
         m_xml.startElement("Coding");
-        m_xml.attribute("guid", GuidText(coding.id));
+        m_xml.attribute("guid", GuidText(coding.id).view());
         m_xml.attribute("creatingUser", userGuid);
-        m_xml.attribute("creationDateTime", createdAt);
+        m_xml.attribute("creationDateTime", createdAt.view());
         m_xml.startElement("CodeRef");
-        m_xml.attribute("targetGUID", GuidText(coding.codeID));
+        m_xml.attribute("targetGUID", GuidText(coding.codeID).view());
         m_xml.endElement();
         m_xml.endElement();
         m_xml.endElement();
@@ -262,8 +262,8 @@ QByteArray RefiQdpx::buildProjectXML(const ExportInput &input)
     xml.attribute("origin", origin);
     xml.attribute("creatingUserGUID", userGuid);
     xml.attribute("modifyingUserGUID", userGuid);
-    xml.attribute("creationDateTime", DateTimeText(input.project.createdAt));
-    xml.attribute("modifiedDateTime", DateTimeText(input.project.modifiedAt));
+    xml.attribute("creationDateTime", DateTimeText(input.project.createdAt).view());
+    xml.attribute("modifiedDateTime", DateTimeText(input.project.modifiedAt).view());
     writeUsers(xml);
     writeCodeBook(xml, input.codes);
     SourcesWriter(xml, input).write();

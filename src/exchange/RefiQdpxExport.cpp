@@ -53,9 +53,9 @@ void writeExactly(const QString &destination, Archive archive)
     archive(dotted);
     QFile file(dotted);
     if (!file.rename(destination)) {
-        const FileError error(destination, file.errorString());
+        const QString reason = file.errorString();
         file.remove();
-        throw error;
+        throw FileError(destination, reason);
     }
 }
 

@@ -34,9 +34,11 @@ bool isAt(QStringView text, qsizetype position, QStringView wanted)
 
 const Literal *literalStartingAt(QStringView xml, qsizetype start)
 {
-    const auto found = std::find_if(
-        literals.begin(), literals.end(), [=](const Literal &literal) { return isAt(xml, start, literal.markup); });
-    return found == literals.end() ? nullptr : &*found;
+    for (const Literal &literal : literals) {
+        if (isAt(xml, start, literal.markup))
+            return &literal;
+    }
+    return nullptr;
 }
 
 bool literalEndsAt(QStringView xml, qsizetype end)

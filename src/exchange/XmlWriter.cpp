@@ -152,7 +152,7 @@ void appendEncoded(QByteArray &output, Value value)
 XmlWriter::XmlWriter()
 {
     m_output.reserve(initialRoom);
-    m_output.append("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
+    m_output.append(R"(<?xml version="1.0" encoding="UTF-8"?>)");
 }
 
 void XmlWriter::startElement(QByteArrayView name)

@@ -52,11 +52,11 @@ void LibraryStore::selectProject(const QUuid &id)
     const auto found = std::ranges::find(m_projects.get(), id, &Project::id);
     if (found == m_projects->end())
         return;
-    const Project project = *found;
+    Project project = *found; // whoever hears of the selection may change the list
     m_sidebarSelection.set(ProjectSelection{id});
     if (m_project.get() && m_project->value().id == id)
         return;
-    m_project.set(project);
+    m_project.set(std::move(project));
     resetContext();
     refresh();
 }
