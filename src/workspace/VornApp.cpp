@@ -28,8 +28,8 @@ namespace {
 void printLine(const QString &line)
 {
     const QByteArray bytes = (line + u'\n').toUtf8();
-    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout); // a line may hold NUL
-    std::fflush(stdout);
+    static_cast<void>(std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout)); // a line may hold NUL
+    static_cast<void>(std::fflush(stdout)); // nobody else could be told
 }
 
 } // namespace

@@ -21,7 +21,7 @@ protected:
     /// QSplitterHandle's own would set margins for a grab of five pixels, and each change of margins is a resize again.
     void resizeEvent(QResizeEvent *event) override
     {
-        QWidget::resizeEvent(event);
+        QWidget::resizeEvent(event); // NOLINT(bugprone-parent-virtual-call)
         setMask(contentsRect());
     }
 };

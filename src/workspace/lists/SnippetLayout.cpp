@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -43,10 +44,10 @@ QString withoutBlanksAtEnd(QString text)
 } // namespace
 
 SnippetLayout::SnippetLayout(
-    const QString &passage, const Style &style, const TextRange &emphasis, const QTextCharFormat &emphasisFormat)
+    const QString &passage, const Style &style, const TextRange &emphasis, QTextCharFormat emphasisFormat)
     : m_style(style),
       m_emphasis(emphasis),
-      m_emphasisFormat(emphasisFormat),
+      m_emphasisFormat(std::move(emphasisFormat)),
       m_lineHeight(lineHeightOf(style)),
       m_layout(inOneParagraph(beginning(passage, style)), style.font)
 {

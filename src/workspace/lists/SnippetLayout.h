@@ -22,7 +22,7 @@ public:
     /// Every line break in `passage` is shown as a blank. Lines begin at the left, or at the right where the window or
     /// the passage runs from there. `emphasis`, in UTF-16 code units, gets `emphasisFormat`.
     SnippetLayout(const QString &passage, const Style &style, const TextRange &emphasis = {},
-        const QTextCharFormat &emphasisFormat = {});
+        QTextCharFormat emphasisFormat = {});
 
     [[nodiscard]] int lineCount() const { return m_layout.lineCount(); }
     [[nodiscard]] int height() const { return lineCount() * m_lineHeight; }

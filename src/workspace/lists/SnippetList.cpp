@@ -49,7 +49,7 @@ void SnippetList::doItemsLayout()
 {
     // QListView would ask for the height of every row.
     forgetHeights();
-    QAbstractItemView::doItemsLayout();
+    QAbstractItemView::doItemsLayout(); // NOLINT(bugprone-parent-virtual-call)
 }
 
 void SnippetList::forgetHeights()
@@ -136,14 +136,14 @@ void SnippetList::updateGeometries()
     verticalScrollBar()->setSingleStep(std::max(1, m_estimatedHeight / 2));
     verticalScrollBar()->setPageStep(viewport()->height());
     measureInView();
-    QAbstractItemView::updateGeometries();
+    QAbstractItemView::updateGeometries(); // NOLINT(bugprone-parent-virtual-call)
 }
 
 void SnippetList::resizeEvent(QResizeEvent *event)
 {
     if (event->size().width() != event->oldSize().width())
         forgetHeights();
-    QAbstractItemView::resizeEvent(event);
+    QAbstractItemView::resizeEvent(event); // NOLINT(bugprone-parent-virtual-call)
 }
 
 void SnippetList::scrollContentsBy(int dx, int dy)

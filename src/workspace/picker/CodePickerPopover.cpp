@@ -133,7 +133,8 @@ bool CodePickerPopover::createAndAssign()
 
 void CodePickerPopover::assign(const Code &code)
 {
-    const Code assignedCode = code; // the model's list changes while the store assigns it
+    // The model's list changes while the store assigns it.
+    const Code assignedCode = code; // NOLINT(performance-unnecessary-copy-initialization)
     m_store.assignCode(assignedCode, m_document, m_selection);
     Q_EMIT assigned();
     close();

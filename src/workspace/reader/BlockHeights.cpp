@@ -26,7 +26,7 @@ BlockHeights::BlockHeights(std::vector<int> heights) : m_heights(std::move(heigh
 qint64 BlockHeights::top(int block) const
 {
     qint64 sum = 0;
-    for (size_t index = size_t(block); index > 0; index -= lowestBit(index))
+    for (auto index = size_t(block); index > 0; index -= lowestBit(index))
         sum += m_sums[index];
     return sum;
 }

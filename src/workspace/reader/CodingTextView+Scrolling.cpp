@@ -81,7 +81,7 @@ void CodingTextView::scrollContentsBy(int, int)
             m_place->moveToStart();
         else if (value >= bar->maximum())
             m_place->moveToEnd(height);
-        else if (std::abs(moved) <= 2 * height)
+        else if (std::abs(moved) <= 2 * qint64(height))
             m_place->moveBy(int(moved));
         else
             m_place->moveTo(value);
@@ -123,7 +123,8 @@ void CodingTextView::paintEvent(QPaintEvent *event)
 
 void CodingTextView::wheelEvent(QWheelEvent *event)
 {
-    QAbstractScrollArea::wheelEvent(event); // the base class would let Ctrl change the font
+    // The base class would let Ctrl change the font.
+    QAbstractScrollArea::wheelEvent(event); // NOLINT(bugprone-parent-virtual-call)
 }
 
 QRect CodingTextView::characterRectangle(qint64 position) const

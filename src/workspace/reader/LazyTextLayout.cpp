@@ -128,17 +128,17 @@ QTextLine LazyTextLayout::lineNear(int block, qreal y) const
     return layout.lineAt(std::max(above - 1, 0));
 }
 
-void LazyTextLayout::layOut(int number) const
+void LazyTextLayout::layOut(int block) const
 {
-    const bool isLaidOut = m_laidOut.contains(number);
-    m_laidOut[number] = ++m_now;
+    const bool isLaidOut = m_laidOut.contains(block);
+    m_laidOut[block] = ++m_now;
     if (isLaidOut)
         return;
     releaseOldest();
-    const int laidOut = wholeHeight(BlockLayout::layOut(document()->findBlockByNumber(number), columnWidth()), number);
-    if (laidOut == height(number))
+    const int laidOut = wholeHeight(BlockLayout::layOut(document()->findBlockByNumber(block), columnWidth()), block);
+    if (laidOut == height(block))
         return;
-    m_heights.setHeight(number, laidOut);
+    m_heights.setHeight(block, laidOut);
     Q_EMIT heightsChanged();
 }
 

@@ -79,8 +79,10 @@ bool PassageSegments::assign(const QList<TextHighlight> &highlights)
     const auto [oldLast, newLast] = std::mismatch(m_highlights.crbegin(), std::make_reverse_iterator(oldFirst),
         highlights.crbegin(), std::make_reverse_iterator(newFirst), isSame);
 
-    const auto oldBegin = m_passages.begin() + (oldFirst - m_highlights.cbegin());
-    const auto oldEnd = m_passages.end() - (oldLast - m_highlights.crbegin());
+    const auto sameInFront = oldFirst - m_highlights.cbegin();
+    const auto sameAtTheEnd = oldLast - m_highlights.crbegin();
+    const auto oldBegin = m_passages.begin() + sameInFront;
+    const auto oldEnd = m_passages.end() - sameAtTheEnd;
     std::vector<Passage> changed;
     std::transform(newFirst, newLast.base(), std::back_inserter(changed),
         [this](const TextHighlight &highlight) { return passageOf(highlight); });

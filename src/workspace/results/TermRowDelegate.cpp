@@ -66,8 +66,8 @@ TermRowDelegate::Parts TermRowDelegate::partsOf(const QStyleOptionViewItem &opti
     QRect count = content;
     count.setLeft(content.right() + 1 - std::max(countWidth, widestCount));
     const double width = barWidth(index.data(countRole).toLongLong(), topCountOf(index));
-    const QRectF bar(
-        count.left() - spacing - width, content.top() + (content.height() - barHeight) / 2, width, barHeight);
+    const int barTop = content.top() + (content.height() - barHeight) / 2;
+    const QRectF bar(count.left() - spacing - width, barTop, width, barHeight);
     QRect term = content;
     term.setRight(int(std::floor(bar.left())) - 2 * spacing - 1);
     if (option.direction == Qt::LeftToRight)

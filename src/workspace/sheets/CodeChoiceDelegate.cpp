@@ -59,7 +59,7 @@ CodeChoiceDelegate::CodeChoiceDelegate(QObject *parent)
 
 qint64 CodeChoiceDelegate::heightOf(qint64 rowCount) const
 {
-    return rowCount * (m_rowHeight + 2 * halfGap) + 2 * airAtEnds;
+    return rowCount * (m_rowHeight + 2 * halfGap) + 2 * qint64(airAtEnds);
 }
 
 QSize CodeChoiceDelegate::sizeHint(const QStyleOptionViewItem &, const QModelIndex &index) const

@@ -12,7 +12,7 @@
 namespace {
 
 template <typename T>
-using Reply = std::unique_ptr<T, decltype([](T *reply) { std::free(reply); })>;
+using Reply = std::unique_ptr<T, decltype([](T *reply) { std::free(reply); })>; // NOLINT(cppcoreguidelines-no-malloc)
 
 /// The composing program of a screen makes itself known by owning this selection; Qt shows us its first screen.
 bool hasCompositor(xcb_connection_t *connection)

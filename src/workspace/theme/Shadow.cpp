@@ -32,7 +32,7 @@ void averageLine(uchar *line, qsizetype stride, int count, int width, std::vecto
         sum += copy[size_t(index)];
     for (int index = 0; index < count; ++index) {
         if (index + half < count)
-            sum += copy[size_t(index + half)];
+            sum += copy[size_t(index) + size_t(half)];
         if (index > half)
             sum -= copy[size_t(index - half - 1)];
         line[index * stride] = uchar(sum / width);
@@ -78,19 +78,21 @@ QPixmap render(const QColor &color, double radius, double spread, QSize size)
 struct Cuts {
     std::array<double, 4> source;
     std::array<double, 4> target;
-
-    Cuts(int pictureLength, double targetStart, double targetEnd, double ratio)
-    {
-        const int corner = (pictureLength - 1) / 2;
-        source = {0, double(corner), double(pictureLength - corner), double(pictureLength)};
-        target = {targetStart, targetStart + corner / ratio, targetEnd - corner / ratio, targetEnd};
-    }
 };
+
+Cuts cutsAlong(int pictureLength, double targetStart, double targetEnd, double ratio)
+{
+    const int corner = (pictureLength - 1) / 2;
+    return {
+        .source = {0, double(corner), double(pictureLength - corner), double(pictureLength)},
+        .target = {targetStart, targetStart + corner / ratio, targetEnd - corner / ratio, targetEnd},
+    };
+}
 
 void drawNinePatch(QPainter &painter, const QRectF &target, const QPixmap &picture, double ratio)
 {
-    const Cuts across(picture.width(), target.left(), target.right(), ratio);
-    const Cuts down(picture.height(), target.top(), target.bottom(), ratio);
+    const Cuts across = cutsAlong(picture.width(), target.left(), target.right(), ratio);
+    const Cuts down = cutsAlong(picture.height(), target.top(), target.bottom(), ratio);
     for (size_t row = 0; row < 3; ++row) {
         for (size_t column = 0; column < 3; ++column) {
             const QRectF source(QPointF(across.source[column], down.source[row]),

@@ -86,7 +86,7 @@ public:
         Symbols::paint(*painter, square, m_name, Symbols::colorOf(tintIn(mode)), m_stroke);
     }
     [[nodiscard]] QIconEngine *clone() const override { return new SymbolEngine(*this); }
-    QString key() const override { return u"VornSymbol"_s; }
+    [[nodiscard]] QString key() const override { return u"VornSymbol"_s; }
 
 private:
     [[nodiscard]] Symbols::Tint tintIn(QIcon::Mode mode) const
@@ -114,7 +114,7 @@ public:
         Painting::dot(*painter, Painting::snapped(*painter, square), m_color);
     }
     [[nodiscard]] QIconEngine *clone() const override { return new DotEngine(*this); }
-    QString key() const override { return u"VornDot"_s; }
+    [[nodiscard]] QString key() const override { return u"VornDot"_s; }
 
 private:
     QColor m_color;

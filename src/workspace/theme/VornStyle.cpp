@@ -133,7 +133,6 @@ QRect VornStyle::subElementRect(SubElement element, const QStyleOption *option, 
     switch (element) {
     case SE_PushButtonLayoutItem:
     case SE_ComboBoxLayoutItem:
-        return option->rect.marginsRemoved(StyleGeometry::controlShadow);
     case SE_PushButtonContents:
     case SE_PushButtonFocusRect:
         return option->rect.marginsRemoved(StyleGeometry::controlShadow);
