@@ -57,7 +57,7 @@ SmallDisk::SmallDisk(QString path, int kibibytes) : m_path(std::move(path))
 {
     // In a namespace of this process, so that nobody else sees the disk and none stays behind.
     const QByteArray options = "size=" + QByteArray::number(kibibytes) + "k";
-    m_isThere = ::unshare(CLONE_NEWNS) == 0 && ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0
+    m_isThere = ::unshare(CLONE_NEWNS) == 0 && ::mount("none", "/", "none", MS_REC | MS_PRIVATE, nullptr) == 0
         && ::mount("none", QFile::encodeName(m_path).constData(), "tmpfs", 0, options.constData()) == 0;
 }
 
