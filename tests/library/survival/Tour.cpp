@@ -102,10 +102,12 @@ void Tour::countWords()
         if (m_store.wordFreqItems()->isEmpty())
             continue;
         m_store.selectWordFreqTerm(m_store.wordFreqItems()->first().term);
-        expect(m_store.wordFreqOccurrences()->size() == m_store.wordFreqItems()->first().count,
-            u"a word was counted and isn't found"_s);
-        for (const WordFrequency::Occurrence &occurrence : m_store.wordFreqOccurrences().get())
-            expectPassage(occurrence.documentID, occurrence.range, u"a word lies outside its text"_s);
+        const OccurrenceList &places = m_store.wordFreqOccurrences().get();
+        expect(places.size() == m_store.wordFreqItems()->first().count, u"a word was counted and isn't found"_s);
+        for (qsizetype index = 0; index < places.size(); ++index) {
+            const WordFrequency::Occurrence place = places.at(index);
+            expectPassage(place.documentID, place.range, u"a word lies outside its text"_s);
+        }
     }
 }
 
