@@ -1,5 +1,4 @@
 #include "exchange/RefiQdpxImport.h"
-#include "support/TestArchive.h"
 #include "exchange/RefiQdpx.h"
 #include "platform/AtomicFile.h"
 #include "records/AppDatabase.h"
@@ -10,6 +9,7 @@
 #include "support/Cases.h"
 #include "support/Complaint.h"
 #include "support/Printing.h"
+#include "support/TestArchive.h"
 
 #include <gtest/gtest.h>
 
@@ -243,7 +243,7 @@ TEST_P(ImportedText, IsFoundOrTheSourcePassedOver)
     archive.add("project.qde",
         project("<Code guid='a'/>",
             "<TextSource " + GetParam().source + selection("0", "1", referenceTo("a")) + "</TextSource>"
-                + coded(selection("0", "1", referenceTo("a")))));
+                + coded(selection("0", "2", referenceTo("a")))));
     import(archive);
     QList<std::optional<QString>> texts;
     for (const Document &document : all<Document>())
@@ -332,11 +332,10 @@ INSTANTIATE_TEST_SUITE_P(Archives, FailedImport,
 TEST_F(QdpxImport, IsUndoneWhenTheDatabaseFailsAtTheLastCoding)
 {
     m_queue->write([](Database &database) {
-        database.execute("CREATE TRIGGER full BEFORE INSERT ON coding WHEN (SELECT COUNT(*) FROM coding) = 2 "
-                         "BEGIN SELECT RAISE(ABORT, 'no room'); END");
+        database.execute("ALTER TABLE coding ADD COLUMN room INTEGER CONSTRAINT no_room CHECK (length < 2)");
     });
     const QByteArray document = project("<Code guid='a'/>",
-        coded(selection("0", "1", referenceTo("a")).repeated(2)) + coded(selection("0", "1", referenceTo("a"))));
-    EXPECT_TRUE(complaint(TestArchive().add("project.qde", document)).startsWith(u"no room"));
+        coded(selection("0", "1", referenceTo("a")).repeated(2)) + coded(selection("0", "2", referenceTo("a"))));
+    EXPECT_TRUE(complaint(TestArchive().add("project.qde", document)).startsWith(u"CHECK constraint failed: no_room"));
     EXPECT_TRUE(isEmpty());
 }

@@ -142,11 +142,14 @@ TEST(Exchange, FailuresAreToldAndChangeNothing)
     library.panels.pathToSave = folder.filePath(u"good.qdpx"_s);
     library.store.presentExportQdpxPanel();
     library.queue->write([](Database &database) {
-        database.execute("CREATE TRIGGER full BEFORE INSERT ON coding BEGIN SELECT RAISE(ABORT, 'disk is full'); END");
+        database.execute("UPDATE coding SET createdAt = '2000-01-01 00:00:00.000'"); // others are refused from now on
+        database.execute("ALTER TABLE coding ADD COLUMN room INTEGER CONSTRAINT disk_is_full CHECK (substr(createdAt, "
+                         "1, 4) = '2000')");
     });
     library.store.statusMessage().set({});
     library.store.importQdpx(*library.panels.pathToSave);
-    EXPECT_TRUE(library.store.lastError()->value_or(QString()).startsWith(u"Import failed: disk is full - while "_s));
+    EXPECT_TRUE(library.store.lastError()->value_or(QString()).startsWith(
+        u"Import failed: CHECK constraint failed: disk_is_full - while "_s));
     EXPECT_EQ(library.store.statusMessage().get(), std::nullopt);
     library.store.refresh();
     EXPECT_EQ(library.store.documents()->size(), 1);

@@ -157,13 +157,13 @@ TEST(Documents, AFailedDeleteIsToldAndChangesNothing)
     const Document document = library.paste(u"A"_s, u"some text"_s);
     library.store.assignCode(library.makeCodes({u"One"_s}).first(), document, {0, 4});
     library.queue->write([](Database &database) {
-        database.execute(
-            "CREATE TRIGGER guard BEFORE DELETE ON document BEGIN SELECT RAISE(ABORT, 'disk failed'); END");
+        database.execute("CREATE TABLE guard (id TEXT REFERENCES document(id))");
+        database.execute("INSERT INTO guard SELECT id FROM document");
     });
     const qint64 revision = library.store.codingRevision().get();
     library.store.deleteDocument(document);
     EXPECT_EQ(library.store.lastError().get(),
-        u"disk failed - while executing `DELETE FROM \"document\" WHERE \"id\" = ?`"_s);
+        u"FOREIGN KEY constraint failed - while executing `DELETE FROM \"document\" WHERE \"id\" = ?`"_s);
     EXPECT_EQ(library.storedCodings().size(), 1);
     EXPECT_EQ(library.store.codingRevision().get(), revision);
 }
