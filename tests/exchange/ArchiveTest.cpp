@@ -1,4 +1,3 @@
-#include "support/TestArchive.h"
 #include "exchange/ArchiveMembers.h"
 #include "exchange/RefiQdpx.h"
 #include "exchange/RefiQdpxUnpack.h"
@@ -6,6 +5,7 @@
 #include "support/Cases.h"
 #include "support/Complaint.h"
 #include "support/Printing.h"
+#include "support/TestArchive.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,11 +1,11 @@
 #include "exchange/RefiQdpxExport.h"
-#include "support/TestArchive.h"
 #include "exchange/RefiQdpx.h"
 #include "platform/AtomicFile.h"
 #include "platform/ChildProcess.h"
 #include "support/Cases.h"
 #include "support/Complaint.h"
 #include "support/Printing.h"
+#include "support/TestArchive.h"
 
 #include <QDir>
 #include <QRegularExpression>

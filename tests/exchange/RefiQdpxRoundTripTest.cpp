@@ -1,4 +1,3 @@
-#include "support/TestArchive.h"
 #include "exchange/RefiQdpx.h"
 #include "exchange/RefiQdpxExport.h"
 #include "exchange/RefiQdpxImport.h"
@@ -7,6 +6,7 @@
 #include "records/database/Request.h"
 #include "support/NastyText.h"
 #include "support/Printing.h"
+#include "support/TestArchive.h"
 
 #include <gtest/gtest.h>
 
