@@ -7,6 +7,7 @@
 #include "workspace/VornApp.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QMessageBox>
 
 #include <csignal>
@@ -62,8 +63,9 @@ bool isWatched(const CommandLine &commandLine)
 /// Without its database the program can't go on: it says why and stops.
 int refuseToStart(const LocalizedError &error, const CommandLine &commandLine)
 {
-    const QString message =
-        u"Vorn can't open its library.\n\n"_s + error.description() + u"\n\nNothing in the library was changed."_s;
+    const QString message = u"Vorn can't open its library.\n\n"_s + error.description()
+        + u"\n\nNo document, code or passage in it was changed. The library is the file "_s
+        + QDir::toNativeSeparators(AppDatabase::path());
     print(message, stderr);
     if (isWatched(commandLine))
         QMessageBox::critical(nullptr, u"Vorn"_s, message);

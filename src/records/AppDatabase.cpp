@@ -67,7 +67,12 @@ AppDatabase &AppDatabase::shared()
     return instance;
 }
 
-AppDatabase::AppDatabase() : dbQueue(openQueue(ApplicationFolder::prepared() + u"/vorn.sqlite"_s))
+QString AppDatabase::path()
+{
+    return ApplicationFolder::prepared() + u"/vorn.sqlite"_s;
+}
+
+AppDatabase::AppDatabase() : dbQueue(openQueue(path()))
 {
 }
 

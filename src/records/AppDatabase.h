@@ -2,16 +2,18 @@
 
 #include "records/database/DatabaseQueue.h"
 
-#include <memory>
+#include <QString>
 
-class QString;
+#include <memory>
 
 /// The one database of the program: the file "vorn.sqlite" in the folder of the user's application data.
 class AppDatabase {
 public:
     /// The shared instance, opened and brought up to date on first use. Throws DatabaseError or FileError when there
-    /// can be no database; the file is then as it was.
+    /// can be no database; the records in it are then as they were.
     static AppDatabase &shared();
+    /// Where its file is.
+    [[nodiscard]] static QString path();
     /// A new, empty, private database in memory with the same schema. Throws DatabaseError.
     [[nodiscard]] static std::unique_ptr<DatabaseQueue> makeFreshQueue();
     /// Opens or makes the file at `path` and brings its schema up to date. Throws DatabaseError, also for the database

@@ -37,36 +37,58 @@ QSet<QByteArray> columnsOf(Database &database, QByteArrayView table)
     return columns;
 }
 
+bool mustBeFilled(Database &database, QByteArrayView table, const QByteArray &column)
+{
+    return database.integer(
+               "SELECT COUNT(*) FROM pragma_table_info(?) WHERE name = ? AND \"notnull\" AND dflt_value IS NULL",
+               {TextValue{table.toByteArray()}, TextValue{column}})
+        != 0;
+}
+
 template <typename R>
 void checkColumns(Database &database)
 {
-    const QSet<QByteArray> columns = columnsOf(database, R::databaseTable);
+    QSet<QByteArray> columns = columnsOf(database, R::databaseTable);
     const auto check = [&](const char *name) {
-        if (!columns.contains(name))
+        if (!columns.remove(name))
             refuse(R::databaseTable, u"has no column “%1” to write into"_s.arg(QString::fromUtf8(name)));
     };
     std::apply([&](const auto &...field) { (check(field.name), ...); }, R::databaseColumns());
+    for (const QByteArray &further : std::as_const(columns)) {
+        if (mustBeFilled(database, R::databaseTable, further))
+            refuse(R::databaseTable, u"wants “%1” in each row"_s.arg(QString::fromUtf8(further)));
+    }
 }
 
-/// Passages could go without a word where deleting or adding one row takes others along.
+/// Passages could go without a word where deleting or adding one row takes others along, or where a row is refused
+/// because of another. Identifiers differ anyway.
 void checkSideEffects(Database &database, QByteArrayView table)
 {
+    const Arguments name{TextValue{table.toByteArray()}};
     if (isTrue(database, "SELECT COUNT(*) FROM pragma_foreign_key_list(?)", table))
         refuse(table, u"is tied to other tables"_s);
-    if (isTrue(database,
-            "SELECT COUNT(*) FROM pragma_index_list(?) AS list WHERE list.\"unique\" "
-            "AND (SELECT group_concat(ifnull(name, '?')) FROM pragma_index_info(list.name)) <> 'id'",
-            table))
-        refuse(table, u"takes each value only once"_s);
+    database.forEachRow("SELECT (SELECT group_concat(ifnull(name, '?'), ', ') FROM pragma_index_info(list.name)) "
+                        "FROM pragma_index_list(?) AS list WHERE list.\"unique\" "
+                        "AND NOT EXISTS (SELECT 1 FROM pragma_index_info(list.name) WHERE name = 'id')",
+        name, [&](const Statement &row) {
+            refuse(table, u"takes each value of “%1” only once"_s.arg(QString::fromUtf8(row.column(0).bytes)));
+        });
+    // A key that is the row's number has no index.
+    if (isTrue(database, "SELECT COUNT(*) FROM pragma_table_xinfo(?) WHERE pk > 0", table)
+        && !isTrue(database, "SELECT COUNT(*) FROM pragma_index_list(?) WHERE origin = 'pk'", table))
+        refuse(table, u"has a number for its key"_s);
 }
 
 template <typename R>
 void checkTable(Database &database)
 {
     constexpr auto table = R::databaseTable;
-    // Views can't be written, and the rows of other kinds of tables have no numbers to be followed by.
+    // Views can't be written, the rows of some tables have no numbers to be followed by, and strict ones take no
+    // identifiers.
     if (!isTrue(database,
-            "SELECT COUNT(*) FROM pragma_table_list(?) WHERE schema = 'main' AND type = 'table' AND NOT wr", table))
+            "SELECT COUNT(*) FROM pragma_table_list(?) WHERE schema = 'main' AND type = 'table' AND NOT wr AND NOT "
+            "strict",
+            table))
         refuse(table, u"is missing or no plain table"_s);
     if (isTrue(database, "SELECT COUNT(*) FROM pragma_table_xinfo(?) WHERE lower(name) = 'rowid'", table))
         refuse(table, u"hides the numbers of its rows"_s);

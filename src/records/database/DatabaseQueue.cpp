@@ -43,7 +43,7 @@ void setUp(Database &database, const Configuration &configuration)
     database.execute("SELECT * FROM sqlite_master LIMIT 1");
     // SQLite is content with reading where it may not write, and each change would vanish with the next reload.
     if (!configuration.readonly && sqlite3_db_readonly(connection, "main") == 1)
-        throw DatabaseError::whileExecuting(SQLITE_READONLY, u"the file may only be read"_s, {});
+        throw DatabaseError::misuse(u"The file may only be read, and Vorn must be able to write it."_s);
     // Identifiers are random, so their indexes are written all over: they must fit. Nothing of this is stored.
     database.execute("PRAGMA cache_size = -65536");
 }

@@ -91,7 +91,7 @@ std::vector<Stranger> strangers()
                 QFile::setPermissions(path, QFile::Permissions(0x4444));
                 return nullptr;
             },
-            "the file may only be read", true},
+            "The file may only be read, and Vorn must be able to write it.", true},
         {"FileOfALaterFormat",
             [](const QString &path) {
                 QByteArray content = AtomicFile::read(path);
@@ -99,7 +99,7 @@ std::vector<Stranger> strangers()
                 AtomicFile::write(path, content);
                 return nullptr;
             },
-            "the file may only be read"},
+            "The file may only be read, and Vorn must be able to write it."},
         {"FileThatAnotherProgramHasLocked",
             [](const QString &path) {
                 auto other = std::make_shared<DatabaseQueue>(path);
