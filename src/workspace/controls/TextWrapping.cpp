@@ -2,16 +2,27 @@
 
 namespace {
 
-/// A run without spaces, in UTF-16 code units. Ideographs may be parted anywhere and don't count.
+/// A run in which no line may end, in UTF-16 code units.
 constexpr qsizetype longestWord = 16'000;
+
+bool isBreakingSpace(QChar unit)
+{
+    return unit.isSpace() && unit != QChar::Nbsp && unit != u'\u2007' && unit != u'\u202F';
+}
+
+/// Of ideographs, syllables of Hangul and their like, between which a line may end.
+bool standsAlone(QChar unit)
+{
+    const auto isAmong = [unit](char16_t first, char16_t last) { return unit >= first && unit <= last; };
+    return isAmong(0x2E80, 0x9FFF) || isAmong(0xAC00, 0xD7A3) || isAmong(0xF900, 0xFAFF) || isAmong(0xFF00, 0xFFEF)
+        || isAmong(0xD840, 0xD8BF); // the first half of an ideograph of a supplementary plane
+}
 
 bool hasEndlessWord(QStringView text)
 {
-    constexpr char16_t firstIdeographic = 0x2E80;
     qsizetype length = 0;
     for (const QChar unit : text) {
-        const bool mayBePartedAt = unit.isSpace() || unit.unicode() >= firstIdeographic;
-        length = mayBePartedAt ? 0 : length + 1;
+        length = isBreakingSpace(unit) || standsAlone(unit) ? 0 : length + 1;
         if (length > longestWord)
             return true;
     }

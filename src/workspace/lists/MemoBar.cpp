@@ -92,8 +92,10 @@ public:
 protected:
     void insertFromMimeData(const QMimeData *source) override
     {
-        if (const auto mode = TextWrapping::modeFor(source->text()); mode == QTextOption::WrapAnywhere)
-            setWordWrapMode(mode);
+        const QTextCursor cursor = textCursor();
+        QString text = document()->toRawText();
+        text.replace(cursor.selectionStart(), cursor.selectionEnd() - cursor.selectionStart(), source->text());
+        setWordWrapMode(TextWrapping::modeFor(text)); // before it is laid out
         QTextEdit::insertFromMimeData(source);
     }
 };
