@@ -43,7 +43,7 @@ void checkNumber(QByteArrayView bytes)
 {
     if (bytes.size() < qsizetype(sizeof(qint64)))
         return;
-    ValueView view{.kind = Kind::integer};
+    ValueView view;
     std::memcpy(&view.integer, bytes.data(), sizeof view.integer);
     std::memcpy(&view.real, bytes.data(), sizeof view.real);
     for (const Kind kind : {Kind::integer, Kind::real}) {

@@ -200,6 +200,18 @@ private:
     std::vector<std::function<void()>> m_later;
 };
 
+/// Once; it outlives the statics of its own libraries.
+void startApplication()
+{
+    static char name[] = "TextSurfaceFuzz";
+    static char *arguments[] = {name, nullptr};
+    static int count = 1;
+    if (QCoreApplication::instance() != nullptr)
+        return;
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    new QApplication(count, arguments);
+}
+
 } // namespace
 
 /// Fonts that are met on the way are remembered by their library in a way that looks like a leak.
@@ -208,17 +220,10 @@ extern "C" const char *__lsan_default_suppressions()
     return "leak:libfontconfig\n";
 }
 
-extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    static auto *const application = new QApplication(*argc, *argv); // outlives the statics of its own libraries
-    Q_UNUSED(application)
-    return 0;
-}
-
 /// Whatever is done to the surface, positions stay those of the text, and nothing of the way is left in the picture.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
+    startApplication();
     InputReader input(data, size);
     Surface(input).live();
     QApplication::processEvents();

@@ -104,7 +104,7 @@ bool TextSearch::isIn(QStringView text) const
 // Lowering a text twice changes nothing more, so the search that lowers as it goes serves here, too.
 bool TextSearch::isInLowered(QStringView text, qsizetype pieceLength) const
 {
-    const qsizetype length = std::max<qsizetype>({pieceLength, m_needle.size(), 1});
+    const auto length = std::max<qsizetype>({pieceLength, m_needle.size(), 1});
     QString lowered;
     do {
         qsizetype end = std::min(length, text.size());

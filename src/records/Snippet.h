@@ -4,15 +4,17 @@
 
 #include <QString>
 
+#include <utility>
+
 /// A passage as lists and reports show it. It shares its document's text and is copied out only when it's asked for:
 /// passages may be whole documents, and each of them may be listed many times.
 class Snippet {
 public:
     Snippet() = default;
     /// All of `text`, as it stands.
-    Snippet(const QString &text) : m_text(text), m_passage{0, text.size()} { }
+    explicit Snippet(QString text) : m_text(std::move(text)), m_passage{0, m_text.size()} { }
     /// As it stands. `passage` must lie in `text`.
-    Snippet(const QString &text, const TextRange &passage) : m_text(text), m_passage(passage) { }
+    Snippet(QString text, const TextRange &passage) : m_text(std::move(text)), m_passage(passage) { }
     /// With spaces for line feeds, and no blanks at its ends. `passage` must lie in `text`.
     [[nodiscard]] static Snippet withoutLineFeeds(const QString &text, const TextRange &passage);
 

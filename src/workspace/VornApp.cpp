@@ -71,7 +71,7 @@ void VornApp::start()
     if (m_store->project().get() || !m_quits)
         return;
     // Who asked for some lines of text waits for the end of the program, and an alert may have no screen to be seen on.
-    std::fprintf(stderr, "%s\n", m_store->lastError()->value_or(QString()).toUtf8().constData());
+    (void)std::fprintf(stderr, "%s\n", m_store->lastError()->value_or(QString()).toUtf8().constData());
     QApplication::exit(EXIT_FAILURE);
 }
 

@@ -19,7 +19,7 @@ QString dateText()
 ExcerptHit hit(const QString &snippet, const QString &title = u"Talk"_s)
 {
     ExcerptHit result;
-    result.snippet = snippet;
+    result.snippet = Snippet(snippet);
     result.documentTitle = title;
     result.start = 7;
     result.length = 1'234'567;
