@@ -17,6 +17,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QSet>
 
 #include <algorithm>
 #include <vector>
@@ -28,7 +29,7 @@ namespace RefiQdpx {
 namespace {
 
 constexpr qint64 largestTextFile = qint64(1) << 30; // bytes
-constexpr qint64 mostText = qint64(4) << 30; // UTF-16 units, of all documents: many sources may name one file
+constexpr qint64 mostRepeatedText = qint64(64) << 20; // UTF-16 units: many sources may name one file
 
 QDateTime now()
 {
@@ -77,9 +78,14 @@ QStringView memberName(QStringView plainTextPath)
     return plainTextPath.sliced(plainTextPath.lastIndexOf(u'/') + 1);
 }
 
+struct MemberText {
+    QString path; ///< of the file that holds it
+    QString text;
+};
+
 /// The text of the first file that is there and can be read. Other tools keep texts in the root of the archive, and
 /// write names with percent signs for what isn't ASCII.
-std::optional<QString> textOfMember(const ArchiveMembers &members, const QString &plainTextPath)
+std::optional<MemberText> textOfMember(const ArchiveMembers &members, const QString &plainTextPath)
 {
     const QString literal = memberName(plainTextPath).toString();
     const QString unescaped = QString::fromUtf8(QByteArray::fromPercentEncoding(literal.toUtf8()));
@@ -88,7 +94,7 @@ std::optional<QString> textOfMember(const ArchiveMembers &members, const QString
             const std::optional<QString> path = members.path(candidate);
             std::optional<QString> text = path ? textOfFile(*path) : std::nullopt;
             if (text)
-                return text;
+                return MemberText{*path, *std::move(text)};
         }
     }
     return {};
@@ -155,9 +161,6 @@ private:
         std::optional<QString> text = textOf(source);
         if (!text || text->isEmpty())
             return;
-        m_textSize += text->size();
-        if (m_textSize > mostText)
-            throw RefiError(RefiError::Kind::notAQdpx, u"it holds more text than a project can"_s);
         Document document;
         document.id = m_uuids.next();
         document.projectID = m_projectID;
@@ -176,11 +179,26 @@ private:
         }
     }
 
-    [[nodiscard]] std::optional<QString> textOf(const ParsedDocument::Source &source) const
+    [[nodiscard]] std::optional<QString> textOf(const ParsedDocument::Source &source)
     {
         if (source.content)
             return TextDecoder::unmarkedUtf8(*source.content);
-        return source.plainTextPath ? textOfMember(m_members, *source.plainTextPath) : std::nullopt;
+        std::optional<MemberText> member =
+            source.plainTextPath ? textOfMember(m_members, *source.plainTextPath) : std::nullopt;
+        if (!member)
+            return {};
+        limitRepetition(*member);
+        return std::move(member->text);
+    }
+
+    /// A small archive could fill the library with one of its files until nothing can hold it any more.
+    void limitRepetition(const MemberText &member)
+    {
+        if (m_usedFiles.contains(member.path))
+            m_repeatedText += member.text.size();
+        m_usedFiles.insert(member.path);
+        if (m_repeatedText > mostRepeatedText)
+            throw RefiError(RefiError::Kind::notAQdpx, u"it repeats more text than a project can hold"_s);
     }
 
     void importCoding(const Document &document, const TextRange &range, const QUuid &codeID)
@@ -205,7 +223,8 @@ private:
     const MayImport &m_mayImport;
     std::vector<QUuid> m_codeIDs; ///< of the records, in the order of the parsed codes
     std::vector<QUuid> m_codingIDs; ///< for records to come
-    qint64 m_textSize = 0; ///< UTF-16 units
+    QSet<QString> m_usedFiles; ///< by their paths
+    qint64 m_repeatedText = 0; ///< of files that were used before, in UTF-16 units
     UuidSource m_uuids;
     ImportSummary m_summary;
 };

@@ -8,6 +8,12 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+constexpr qint64 largestFile = qint64(1) << 30; // bytes
+
+} // namespace
+
 QByteArray AtomicFile::read(const QString &path)
 {
     // A pipe or a device would keep its reader waiting.
@@ -16,6 +22,8 @@ QByteArray AtomicFile::read(const QString &path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw FileError(file);
+    if (file.size() > largestFile)
+        throw FileError(path, u"It is too large"_s);
     QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError)
         throw FileError(file);

@@ -339,3 +339,13 @@ TEST_F(QdpxImport, IsUndoneWhenTheDatabaseFailsAtTheLastCoding)
     EXPECT_TRUE(complaint(TestArchive().add("project.qde", document)).startsWith(u"CHECK constraint failed: no_room"));
     EXPECT_TRUE(isEmpty());
 }
+
+TEST_F(QdpxImport, ASmallArchiveCannotFillTheLibraryWithOneOfItsFiles)
+{
+    constexpr int size = 8'000'000; // of which eight fit beside the first
+    TestArchive archive;
+    archive.add("a.txt", QByteArray(size, 'a'));
+    archive.add("project.qde", project("", QByteArray("<TextSource plainTextPath='a.txt'/>").repeated(10)));
+    EXPECT_EQ(complaint(archive), u"Not a usable REFI-QDA file: it repeats more text than a project can hold"_s);
+    EXPECT_TRUE(isEmpty());
+}
