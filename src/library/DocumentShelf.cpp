@@ -2,8 +2,6 @@
 
 #include "records/database/Request.h"
 
-#include <QHash>
-
 #include <algorithm>
 
 namespace {
@@ -41,8 +39,6 @@ QList<Document> DocumentShelf::documents(const QUuid &projectID)
 
 void DocumentShelf::loadAll(Database &database, const QUuid &projectID)
 {
-    if (m_projectID != projectID)
-        m_texts.clear();
     m_projectID.reset(); // until the whole has come in
     std::map<qint64, Document> rows;
     database.forEachRow(QByteArray(columns) + "WHERE projectID = ?", {ValueEncoding::encoded(projectID)},
@@ -54,11 +50,21 @@ void DocumentShelf::loadAll(Database &database, const QUuid &projectID)
 void DocumentShelf::loadChanged(Database &database, const std::vector<qint64> &rowIDs)
 {
     for (const qint64 rowID : rowIDs) {
-        m_rows.erase(rowID);
+        std::optional<Document> document;
         database.forEachRow(QByteArray(columns) + "WHERE rowid = ? AND projectID = ?",
-            {rowID, ValueEncoding::encoded(*m_projectID)},
-            [&](const Statement &row) { m_rows.insert_or_assign(rowID, read(row)); });
+            {rowID, ValueEncoding::encoded(*m_projectID)}, [&](const Statement &row) { document = read(row); });
+        if (document)
+            m_rows.insert_or_assign(rowID, *std::move(document));
+        else
+            m_rows.erase(rowID);
     }
+}
+
+/// A row may get another number, and in a file that another hand wrote two rows may have one identifier.
+const Document *DocumentShelf::known(const QUuid &id, qint64 rowID) const
+{
+    const auto found = m_rows.find(rowID);
+    return found == m_rows.end() || found->second.id != id ? nullptr : &found->second;
 }
 
 Document DocumentShelf::read(const Statement &row) const
@@ -73,9 +79,8 @@ Document DocumentShelf::read(const Statement &row) const
     decode(row.column(6), "wordCount", document.wordCount);
     decode(row.column(7), "charCount", document.charCount);
     decode(row.column(8), "memo", document.memo);
-    const auto known = m_texts.constFind(document.id);
-    if (known != m_texts.constEnd())
-        document.text = *known;
+    if (const Document *before = known(document.id, row.column(0).integer))
+        document.text = before->text;
     else
         decode(row.column(textColumn), "text", document.text);
     return document;
@@ -84,12 +89,8 @@ Document DocumentShelf::read(const Statement &row) const
 void DocumentShelf::arrange()
 {
     m_documents.clear();
-    m_texts.clear();
     m_documents.reserve(qsizetype(m_rows.size()));
-    m_texts.reserve(qsizetype(m_rows.size()));
-    for (const auto &[rowID, document] : m_rows) {
+    for (const auto &[rowID, document] : m_rows)
         m_documents.append(document);
-        m_texts.insert(document.id, document.text);
-    }
     std::ranges::stable_sort(m_documents, std::ranges::greater(), &Document::addedAt);
 }

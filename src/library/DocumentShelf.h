@@ -25,12 +25,12 @@ private:
     void loadAll(Database &database, const QUuid &projectID);
     void loadChanged(Database &database, const std::vector<qint64> &rowIDs);
     [[nodiscard]] Document read(const Statement &row) const;
+    [[nodiscard]] const Document *known(const QUuid &id, qint64 rowID) const;
     void arrange();
 
     DatabaseQueue &m_queue;
     TableChanges m_changes;
     std::optional<QUuid> m_projectID;
     std::map<qint64, Document> m_rows;
-    QHash<QUuid, QString> m_texts;
     QList<Document> m_documents;
 };

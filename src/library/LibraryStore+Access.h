@@ -16,6 +16,23 @@ void LibraryStore::writeIgnoringFailure(Body &&body)
     }
 }
 
+/// Nobody sees by looking whether a memo was stored: that it wasn't is told once, until a write succeeds.
+template <typename R>
+void LibraryStore::writeMemo(const R &changed, const R *listed)
+{
+    const bool wasWritten = isMemoWritten(changed.id);
+    if (wasWritten && listed != nullptr && listed->memo == changed.memo)
+        return;
+    try {
+        m_queue.write([&](Database &database) { changed.update(database, {"memo"}); });
+        m_unwrittenMemos.remove(changed.id);
+    } catch (const LocalizedError &error) {
+        m_unwrittenMemos.insert(changed.id);
+        if (wasWritten)
+            m_lastError.set(QStringLiteral("The memo couldn't be saved: ") + error.description());
+    }
+}
+
 template <typename Body>
 auto LibraryStore::readOrEmpty(Body &&body) const
 {

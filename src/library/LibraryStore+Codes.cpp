@@ -32,7 +32,7 @@ void LibraryStore::renameCode(const Code &code, const QString &name)
         return;
     Code renamed = code;
     renamed.name = trimmed;
-    writeIgnoringFailure([&](Database &database) { renamed.update(database); });
+    writeIgnoringFailure([&](Database &database) { renamed.update(database, {"name"}); });
     refresh();
 }
 
@@ -40,7 +40,7 @@ void LibraryStore::setCodeColor(const Code &code, const QString &hex)
 {
     Code recoloured = code;
     recoloured.colorHex = hex;
-    writeIgnoringFailure([&](Database &database) { recoloured.update(database); });
+    writeIgnoringFailure([&](Database &database) { recoloured.update(database, {"colorHex"}); });
     refresh();
 }
 
@@ -48,7 +48,8 @@ void LibraryStore::setCodeMemo(const Code &code, const QString &memo)
 {
     Code changed = code;
     changed.memo = memo.isEmpty() ? std::nullopt : std::optional(withoutHalfPairs(memo));
-    writeIgnoringFailure([&](Database &database) { changed.update(database); });
+    const Code *listed = findCode(changed.id);
+    writeMemo(changed, listed != nullptr ? listed : &code);
     m_codes.replace([&](QList<Code> &codes) {
         std::ranges::replace_if(
             codes, [&](const Code &each) { return each.id == changed.id; }, changed);
@@ -62,8 +63,8 @@ void LibraryStore::deleteCode(const Code &code)
         const QList<Code> children = Code::filter(Column("parentID") == deleted.id).fetchAll(database);
         for (const Code &child : CodeTree::movedByDelete(deleted, children))
             child.update(database);
-        Coding::filter(Column("codeID") == deleted.id).deleteAll(database);
-        Code::deleteOne(database, deleted.id);
+        if (Code::deleteOne(database, deleted.id)) // or its passages would go, and it would stay
+            Coding::filter(Column("codeID") == deleted.id).deleteAll(database);
     });
     if (m_sidebarSelection.get() == SidebarSelection(CodeSelection{deleted.id}))
         m_sidebarSelection.set(ProjectSelection{deleted.projectID});
@@ -80,7 +81,7 @@ void LibraryStore::nestCode(const QUuid &child, const QUuid &parent)
     nested.parentID = parent;
     writeIgnoringFailure([&](Database &database) {
         expectStored<Code>(database, parent);
-        nested.update(database);
+        nested.update(database, {"parentID"});
     });
     refresh();
 }
@@ -91,7 +92,7 @@ void LibraryStore::moveCodeToTopLevel(const Code &code)
         return;
     Code moved = code;
     moved.parentID.reset();
-    writeIgnoringFailure([&](Database &database) { moved.update(database); });
+    writeIgnoringFailure([&](Database &database) { moved.update(database, {"parentID"}); });
     refresh();
 }
 

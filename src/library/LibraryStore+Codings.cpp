@@ -38,8 +38,11 @@ void LibraryStore::assignCode(const Code &code, const Document &document, const 
 
 void LibraryStore::insertWhole(Database &database, const Coding &coding)
 {
-    expectStored<Document>(database, coding.documentID);
-    expectStored<Code>(database, coding.codeID);
+    const qint64 pairs = database.integer("SELECT COUNT(*) FROM document d JOIN code c ON c.projectID = d.projectID "
+                                          "WHERE d.id = ? AND c.id = ?",
+        {ValueEncoding::encoded(coding.documentID), ValueEncoding::encoded(coding.codeID)});
+    if (pairs == 0)
+        throw DatabaseError::recordNotFound(QString::fromUtf8(Coding::databaseTable));
     coding.insert(database);
 }
 
@@ -53,7 +56,16 @@ void LibraryStore::removeCoding(const Coding &coding)
 
 QList<ExcerptHit> LibraryStore::excerpts(const QUuid &codeID) const
 {
-    const QList<Coding> codings = readOrEmpty([&](Database &database) {
+    try {
+        return readExcerpts(codeID);
+    } catch (const LocalizedError &) {
+        return {};
+    }
+}
+
+QList<ExcerptHit> LibraryStore::readExcerpts(const QUuid &codeID) const
+{
+    const QList<Coding> codings = m_queue.read([&](Database &database) {
         return Coding::filter(Column("codeID") == codeID).order(Column("createdAt")).fetchAll(database);
     });
     QList<ExcerptHit> hits;

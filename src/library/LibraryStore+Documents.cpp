@@ -26,7 +26,7 @@ void LibraryStore::renameDocument(const Document &document, const QString &title
         return;
     Document renamed = document;
     renamed.title = trimmed;
-    writeIgnoringFailure([&](Database &database) { renamed.update(database); });
+    writeIgnoringFailure([&](Database &database) { renamed.update(database, {"title"}); });
     refresh();
 }
 
@@ -35,8 +35,8 @@ void LibraryStore::deleteDocument(const Document &document)
     const QUuid id = document.id; // `document` may be an entry of the list that is reloaded below
     try {
         m_queue.write([&](Database &database) {
-            Coding::filter(Column("documentID") == id).deleteAll(database);
-            Document::deleteOne(database, id);
+            if (Document::deleteOne(database, id)) // or its passages would go, and it would stay
+                Coding::filter(Column("documentID") == id).deleteAll(database);
         });
     } catch (const LocalizedError &error) {
         m_lastError.set(error.description());
@@ -44,6 +44,7 @@ void LibraryStore::deleteDocument(const Document &document)
     }
     if (m_revealRequest.get() && m_revealRequest->value().documentID == id)
         m_revealRequest.set({});
+    m_unwrittenMemos.remove(id);
     raiseCodingRevision();
     refresh();
 }
@@ -52,7 +53,8 @@ void LibraryStore::setDocumentMemo(const Document &document, const QString &memo
 {
     Document changed = document;
     changed.memo = memo.isEmpty() ? std::nullopt : std::optional(withoutHalfPairs(memo));
-    writeIgnoringFailure([&](Database &database) { changed.update(database); });
+    const Document *listed = findDocument(changed.id);
+    writeMemo(changed, listed != nullptr ? listed : &document);
     m_documents.replace([&](QList<Document> &documents) {
         std::ranges::replace_if(
             documents, [&](const Document &each) { return each.id == changed.id; }, changed);

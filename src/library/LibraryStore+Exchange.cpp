@@ -14,15 +14,35 @@
 
 using namespace Qt::StringLiterals;
 
-QList<ExportCodeGroup> LibraryStore::exportGroups(const std::optional<QUuid> &scopeCodeID) const
+template <typename Excerpts>
+QList<ExportCodeGroup> LibraryStore::groupsOf(const std::optional<QUuid> &scopeCodeID, Excerpts excerptsOf) const
 {
     const Code *only = scopeCodeID ? findCode(*scopeCodeID) : nullptr;
     if (only)
-        return {{*only, excerpts(only->id)}};
+        return {{*only, excerptsOf(only->id)}};
     QList<ExportCodeGroup> groups;
     for (const FlatCode &line : orderedCodes())
-        groups.append({line.code, excerpts(line.code.id)});
+        groups.append({line.code, excerptsOf(line.code.id)});
     return groups;
+}
+
+QList<ExportCodeGroup> LibraryStore::exportGroups(const std::optional<QUuid> &scopeCodeID) const
+{
+    return groupsOf(scopeCodeID, [this](const QUuid &codeID) { return excerpts(codeID); });
+}
+
+void LibraryStore::exportReport(const std::optional<QUuid> &scopeCodeID, ExportFormat format, const QString &path)
+{
+    expectWholeLists();
+    writeExport(groupsOf(scopeCodeID, [this](const QUuid &codeID) { return readExcerpts(codeID); }), format, path);
+}
+
+void LibraryStore::expectWholeLists()
+{
+    if (!m_project.get())
+        return;
+    setDocuments(m_shelf.documents(m_project->value().id));
+    m_codes.set(m_queue.read([this](Database &database) { return readCodes(database); }));
 }
 
 void LibraryStore::writeExport(const QList<ExportCodeGroup> &groups, ExportFormat format, const QString &path) const
@@ -43,10 +63,11 @@ void LibraryStore::writeExport(const QList<ExportCodeGroup> &groups, ExportForma
     });
 }
 
-void LibraryStore::exportQdpx(const QString &path) const
+void LibraryStore::exportQdpx(const QString &path)
 {
     if (!m_project.get())
         return;
+    expectWholeLists();
     const QList<Coding> codings = m_queue.read([](Database &database) { return Coding::all().fetchAll(database); });
     RefiQdpx::exportArchive({m_project->value(), m_documents.get(), m_codes.get(), codings}, path);
 }
@@ -90,7 +111,10 @@ void LibraryStore::presentExportQdpxPanel()
 void LibraryStore::presentExportQdcPanel()
 {
     presentExchangePanel({u"Export Codebook (REFI-QDA)"_s, u"-Codebook.qdc"_s, u"qdc"_s, u"Exported codebook ✓"_s,
-        [this](const QString &path) { AtomicFile::write(path, RefiQdpx::buildCodebookXML(m_codes.get())); }});
+        [this](const QString &path) {
+            expectWholeLists();
+            AtomicFile::write(path, RefiQdpx::buildCodebookXML(m_codes.get()));
+        }});
 }
 
 void LibraryStore::presentExchangePanel(const ExchangeFile &file)

@@ -1,6 +1,7 @@
 #include "library/LibraryStore.h"
 
 #include "library/LibraryStore+Access.h"
+#include "records/HalfPairs.h"
 #include "records/TextTrimming.h"
 #include "records/database/Row.h"
 
@@ -28,7 +29,7 @@ std::optional<Project> LibraryStore::createProject(const QString &name)
         return {};
     Project project;
     project.id = QUuid::createUuid();
-    project.name = trimmed;
+    project.name = withoutHalfPairs(trimmed);
     project.createdAt = m_services.now();
     project.modifiedAt = m_services.now();
     writeIgnoringFailure([&](Database &database) { project.insert(database); });
@@ -67,9 +68,9 @@ void LibraryStore::renameProject(const Project &project, const QString &name)
     if (trimmed.isEmpty())
         return;
     Project renamed = project;
-    renamed.name = trimmed;
+    renamed.name = withoutHalfPairs(trimmed);
     renamed.modifiedAt = m_services.now();
-    writeIgnoringFailure([&](Database &database) { renamed.update(database); });
+    writeIgnoringFailure([&](Database &database) { renamed.update(database, {"name", "modifiedAt"}); });
     if (m_project.get() && m_project->value().id == renamed.id)
         m_project.set(renamed);
     loadProjects();

@@ -27,6 +27,7 @@ void LibraryStore::refresh()
         setDocuments(m_shelf.documents(m_project->value().id));
     } catch (const LocalizedError &error) {
         m_lastError.set(error.description());
+        dropForeignDocuments();
     }
     loadCodes();
     loadProjects();
@@ -37,6 +38,14 @@ void LibraryStore::refresh()
     m_selectedDocumentID.set(m_documents->isEmpty() ? std::nullopt : std::optional(m_documents->first().id));
 }
 
+/// What was listed stays when it can't be read anew, but not under the name of another project: what is coded, deleted
+/// or exported would be the other's.
+void LibraryStore::dropForeignDocuments()
+{
+    if (!m_documents->isEmpty() && m_documents->first().projectID != m_project->value().id)
+        setDocuments({});
+}
+
 void LibraryStore::loadCodes()
 {
     if (!m_project.get()) {
@@ -44,11 +53,13 @@ void LibraryStore::loadCodes()
         m_codeCounts.set({});
         return;
     }
-    const QUuid projectID = m_project->value().id;
-    m_codes.set(readOrEmpty([&](Database &database) {
-        return Code::filter(Column("projectID") == projectID).order(Column("createdAt")).fetchAll(database);
-    }));
+    m_codes.set(readOrEmpty([this](Database &database) { return readCodes(database); }));
     refreshCodeCounts();
+}
+
+QList<Code> LibraryStore::readCodes(Database &database) const
+{
+    return Code::filter(Column("projectID") == m_project->value().id).order(Column("createdAt")).fetchAll(database);
 }
 
 void LibraryStore::refreshCodeCounts()

@@ -23,6 +23,7 @@
 
 #include <QHash>
 #include <QList>
+#include <QSet>
 #include <QUrl>
 
 #include <optional>
@@ -146,6 +147,9 @@ public:
     [[nodiscard]] bool shouldShowCodingHint() const;
     /// @}
 
+    /// Whether the memo that was last given to that document or code is in the file. If not, whoever has it keeps it.
+    [[nodiscard]] bool isMemoWritten(const QUuid &id) const { return !m_unwrittenMemos.contains(id); }
+
     /// @name Analysis
     /// @{
     void runQuery(const QuerySpec &spec);
@@ -160,13 +164,16 @@ public:
     /// @{
     /// One group for each code, also for those without passages; only that of `scopeCodeID` if there is such a code.
     [[nodiscard]] QList<ExportCodeGroup> exportGroups(const std::optional<QUuid> &scopeCodeID) const;
+    /// Writes the report on what is in the file now. Throws LocalizedError, also if not all of it can be read: lists
+    /// that are shown may be incomplete, but not what somebody relies on later.
+    void exportReport(const std::optional<QUuid> &scopeCodeID, ExportFormat format, const QString &path);
     /// Replaces the file at `path` by the report, or leaves it as it was. Throws FileError.
     void writeExport(const QList<ExportCodeGroup> &groups, ExportFormat format, const QString &path) const;
     /// For the sheet that asks by itself where its report is to go, and shows it afterwards.
     [[nodiscard]] Panels &panels() const { return m_services.panels; }
     [[nodiscard]] FileViewer &fileViewer() const { return m_services.fileViewer; }
-    /// Throws LocalizedError.
-    void exportQdpx(const QString &path) const;
+    /// Throws LocalizedError, as `exportReport`.
+    void exportQdpx(const QString &path);
     void importQdpx(const QString &path);
     void presentExportQdpxPanel();
     void presentExportQdcPanel();
@@ -180,9 +187,12 @@ private:
     /// Stores the open project if its own write failed: nothing may lie in a project that no later start can open. To
     /// be called in the transaction that puts something into it.
     void keepProject(Database &database) const;
-    /// Inserts the coding, or throws if its document or its code isn't stored: both may be listed all the same, when
-    /// their own write failed, and a coding of nothing would stand in no list.
+    /// Inserts the coding, or throws unless its document and its code are stored in one project: they may be listed all
+    /// the same, when their own write failed, and a coding of nothing would stand in no list.
     static void insertWhole(Database &database, const Coding &coding);
+    /// Reads the lists anew. Throws DatabaseError where `refresh` would go on with what it has.
+    void expectWholeLists();
+    void dropForeignDocuments();
     void loadCodes();
     void loadProjects();
     void refreshCodeCounts();
@@ -199,6 +209,11 @@ private:
     Code seedCode(const QString &name, const QString &hex);
     void seedDemoMemosIfMissing();
 
+    [[nodiscard]] QList<Code> readCodes(Database &database) const;
+    [[nodiscard]] QList<ExcerptHit> readExcerpts(const QUuid &codeID) const;
+    template <typename Excerpts>
+    [[nodiscard]] QList<ExportCodeGroup> groupsOf(const std::optional<QUuid> &scopeCodeID, Excerpts excerptsOf) const;
+
     struct ImportCount {
         qint64 imported = 0;
         qint64 skipped = 0;
@@ -213,6 +228,9 @@ private:
     using Passages = QHash<QUuid, std::vector<TextRange>>;
     [[nodiscard]] std::optional<Passages> codedPassages(const WordFrequency::Scope &scope) const;
 
+    /// Writes the memo of a changed record, unless it is the one that is listed and stored.
+    template <typename R>
+    void writeMemo(const R &changed, const R *listed);
     /// Writes; a failure is ignored and the next reload shows the true state.
     template <typename Body>
     void writeIgnoringFailure(Body &&body);
@@ -230,6 +248,7 @@ private:
     ProjectTerms m_terms;
     mutable DocumentFilter m_filter;
     QHash<QUuid, qsizetype> m_documentPositions;
+    QSet<QUuid> m_unwrittenMemos; ///< of documents and codes
 
     Observable<std::optional<Project>> m_project;
     Observable<QList<Project>> m_projects;

@@ -156,3 +156,22 @@ TEST(Exchange, FailuresAreToldAndChangeNothing)
     EXPECT_EQ(library.storedCodes().size(), 2);
     EXPECT_EQ(stagingFolders(), staging);
 }
+
+TEST(Exchange, ALibraryThatCannotBeReadWholeIsNotExportedInPart)
+{
+    for (const char *damage : {"UPDATE code SET createdAt = 'never'", "UPDATE coding SET start = 'nowhere'",
+             "UPDATE document SET addedAt = 'never'"}) {
+        SCOPED_TRACE(damage);
+        CodedLibrary library;
+        const QTemporaryDir folder;
+        library.queue->write([&](Database &database) { database.execute(damage); });
+        library.store.refresh();
+        const QString report = folder.filePath(u"report.csv"_s);
+        EXPECT_THROW(library.store.exportReport({}, ExportFormat::csv, report), LocalizedError);
+        library.panels.pathToSave = folder.filePath(u"study.qdpx"_s);
+        library.store.presentExportQdpxPanel();
+        EXPECT_TRUE(library.store.lastError()->value_or(QString()).startsWith(u"Export failed: "_s));
+        EXPECT_EQ(library.store.statusMessage().get(), std::nullopt);
+        EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList());
+    }
+}

@@ -57,6 +57,28 @@ TEST(Projects, SwitchingLeavesNoResultOfTheOtherProjectBehind)
     EXPECT_EQ(store.codeCounts()->value(code.id), 1);
 }
 
+TEST(Projects, ThatCannotBeReadDoNotShowTheDocumentsOfAnother)
+{
+    TestLibrary library;
+    LibraryStore &store = library.store;
+    const Document document = library.paste(u"Of the first"_s, u"some text"_s);
+    const Project first = store.project()->value();
+    const Project second = store.createProject(u"Second"_s).value();
+    library.paste(u"Of the second"_s, u"other text"_s);
+    const Code code = library.makeCodes({u"Of the second"_s}).first();
+    store.selectProject(first.id);
+    library.queue->write([](Database &database) {
+        database.execute("UPDATE document SET addedAt = 'never' WHERE title = 'Of the second'");
+    });
+    store.selectProject(second.id);
+    EXPECT_NE(store.lastError().get(), std::nullopt);
+    EXPECT_TRUE(store.documents()->isEmpty());
+    EXPECT_EQ(store.selectedDocumentID().get(), std::nullopt);
+
+    store.assignCode(code, document, {0, 4}); // a coding between projects would stand in no list
+    EXPECT_TRUE(library.storedCodings().isEmpty());
+}
+
 TEST(Projects, SwitchingGivesTheMemoryOfTheTextsBack)
 {
     TestLibrary library;
@@ -166,6 +188,30 @@ TEST(Documents, AFailedDeleteIsToldAndChangesNothing)
         u"FOREIGN KEY constraint failed - while executing `DELETE FROM \"document\" WHERE \"id\" = ?`"_s);
     EXPECT_EQ(library.storedCodings().size(), 1);
     EXPECT_EQ(library.store.codingRevision().get(), revision);
+}
+
+TEST(Documents, WithOneIdentifierInTwoSpellingsKeepTheirTextsAndPassages)
+{
+    TestLibrary library;
+    const Document document = library.paste(u"One"_s, u"the text of one"_s);
+    library.store.assignCode(library.makeCodes({u"Code"_s}).first(), document, {4, 4});
+    library.queue->write([&](Database &database) {
+        database.execute(
+            "INSERT INTO document SELECT ?, projectID, 'Two', 'a longer text of two', addedAt, sourceKind, "
+            "wordCount, charCount, memo FROM document",
+            {TextValue{document.id.toByteArray(QUuid::WithoutBraces)}});
+    });
+    library.store.createProject(u"Other"_s);
+    library.store.selectProject(document.projectID); // reads them all
+    library.store.setDocumentMemo(library.document(u"One"_s), u"memo"_s);
+    library.store.refresh();
+    EXPECT_EQ(library.document(u"One"_s).text, u"the text of one"_s);
+    EXPECT_EQ(library.document(u"Two"_s).text, u"a longer text of two"_s);
+
+    library.queue->write([](Database &database) { database.execute("DELETE FROM document WHERE title = 'One'"); });
+    library.store.refresh();
+    library.store.deleteDocument(library.document(u"Two"_s)); // which no identifier finds
+    EXPECT_EQ(library.storedCodings().size(), 1);
 }
 
 TEST(DocumentSearch, FindsTheSameLetterByLetterAsAtOnce)

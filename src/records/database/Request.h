@@ -7,6 +7,7 @@
 
 #include <QList>
 
+#include <algorithm>
 #include <optional>
 
 /// A condition on columns, with the values it binds.
@@ -153,6 +154,17 @@ template <typename R>
     return "UPDATE " + quotedTable<R>() + " SET " + assignments + " WHERE \"id\" = ?";
 }
 
+/// Appends the assignment of a field, and its value, if its column is among those.
+template <typename R, typename F>
+void assign(const R &record, const F &field, std::initializer_list<const char *> columns, Expression &assignments)
+{
+    const QByteArrayView name(field.name);
+    if (std::ranges::find(columns, name, [](const char *each) { return QByteArrayView(each); }) == columns.end())
+        return;
+    assignments.sql += (assignments.sql.isEmpty() ? "\"" : ", \"") + name.toByteArray() + "\" = ?";
+    assignments.arguments.append(ValueEncoding::encoded(record.*field.member));
+}
+
 } // namespace RecordMapping
 
 template <typename R>
@@ -235,6 +247,20 @@ void Record<R>::update(Database &database) const
     Arguments arguments = RecordMapping::values(static_cast<const R &>(*this));
     arguments.append(arguments.takeFirst());
     database.execute(sql, arguments);
+    if (database.changedRowCount() == 0)
+        throw DatabaseError::recordNotFound(QString::fromUtf8(R::databaseTable));
+}
+
+template <typename R>
+void Record<R>::update(Database &database, std::initializer_list<const char *> columns) const
+{
+    const R &record = static_cast<const R &>(*this);
+    Expression assignments;
+    std::apply([&](const auto &...field) { (RecordMapping::assign(record, field, columns, assignments), ...); },
+        R::databaseColumns());
+    const Expression key = Column("id") == record.id;
+    database.execute("UPDATE " + RecordMapping::quotedTable<R>() + " SET " + assignments.sql + " WHERE " + key.sql,
+        assignments.arguments + key.arguments);
     if (database.changedRowCount() == 0)
         throw DatabaseError::recordNotFound(QString::fromUtf8(R::databaseTable));
 }

@@ -126,10 +126,15 @@ ExportFormat ExportSheet::format() const
     return ExportFormats::formats().at(size_t(m_format->currentIndex()));
 }
 
+std::optional<QUuid> ExportSheet::scopeCodeID() const
+{
+    return scope() == Scope::selected ? m_store.selectedCodeID() : std::nullopt;
+}
+
 const QList<ExportCodeGroup> &ExportSheet::groups()
 {
     if (!m_groups)
-        m_groups = m_store.exportGroups(scope() == Scope::selected ? m_store.selectedCodeID() : std::nullopt);
+        m_groups = m_store.exportGroups(scopeCodeID());
     return *m_groups;
 }
 
@@ -171,7 +176,7 @@ void ExportSheet::runExport()
     if (!path)
         return;
     try {
-        m_store.writeExport(groups(), format(), *path);
+        m_store.exportReport(scopeCodeID(), format(), *path);
     } catch (const LocalizedError &error) {
         m_store.lastError().set(u"Export failed: "_s + error.description());
         return;

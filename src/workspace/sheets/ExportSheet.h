@@ -29,6 +29,7 @@ private:
     /// Only those that there is something for.
     [[nodiscard]] QList<Scope> availableScopes() const;
     [[nodiscard]] Scope scope() const;
+    [[nodiscard]] std::optional<QUuid> scopeCodeID() const;
     [[nodiscard]] ExportFormat format() const;
     /// What would be exported. Read from the file once for each change of what decides on it.
     [[nodiscard]] const QList<ExportCodeGroup> &groups();

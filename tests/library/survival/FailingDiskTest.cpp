@@ -69,7 +69,7 @@ const Deed deeds[] = {
         [](TestLibrary &library, const Workplace &) {
             library.store.setDocumentMemo(library.document(u"First"_s), u"a thought "_s.repeated(700));
         },
-        nullptr},
+        "The memo couldn't be saved: "},
     {"new name",
         [](TestLibrary &library, const Workplace &) {
             library.store.renameDocument(library.document(u"Second"_s), u"Third"_s);
@@ -313,4 +313,26 @@ TEST(UnstoredDocument, TakesNoPassages)
         [&](Database &database) { Coding::filter(Column("documentID") == gone.id).deleteAll(database); });
     library.store.assignCode(library.code(u"Gamma"_s), gone, {0, 4});
     EXPECT_EQ(faultsOf(*library.queue), QString());
+}
+
+TEST(UnstoredMemo, IsToldOnceAndStoredWhenItIsGivenAgain)
+{
+    Workplace place;
+    place.restoreLibrary();
+    TestLibrary library({}, AppDatabase::openQueue(place.libraryFile()));
+    LibraryStore &store = library.store;
+    const Document document = library.document(u"First"_s);
+    {
+        const Locked otherProgram(place.libraryFile());
+        store.setDocumentMemo(document, u"a"_s);
+        EXPECT_TRUE(store.lastError()->value_or(QString()).startsWith(u"The memo couldn't be saved: "_s));
+        store.lastError().set({});
+        store.setDocumentMemo(document, u"ab"_s);
+        EXPECT_EQ(store.lastError().get(), std::nullopt) << "an alert at each letter";
+        EXPECT_FALSE(store.isMemoWritten(document.id));
+    }
+    store.setDocumentMemo(document, u"ab"_s); // equal to what is listed, but not to what is in the file
+    EXPECT_TRUE(store.isMemoWritten(document.id));
+    TestLibrary fresh({}, AppDatabase::openQueue(place.libraryFile()));
+    EXPECT_EQ(fresh.document(u"First"_s).memo, u"ab"_s);
 }
