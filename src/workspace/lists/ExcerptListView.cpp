@@ -4,10 +4,10 @@
 #include "workspace/controls/ElidedLabel.h"
 #include "workspace/controls/EmptyState.h"
 #include "workspace/controls/Hairline.h"
+#include "workspace/controls/Shortened.h"
 #include "workspace/lists/ExcerptListModel.h"
 #include "workspace/lists/ListMetrics.h"
 #include "workspace/lists/MemoBar.h"
-#include "workspace/lists/RowText.h"
 #include "workspace/lists/SnippetList.h"
 #include "workspace/lists/SnippetRowDelegate.h"
 #include "workspace/theme/CodeColor.h"
@@ -96,6 +96,7 @@ void ExcerptListView::setCodeID(const QUuid &codeID)
 {
     if (codeID == m_codeID)
         return;
+    m_memo->finish();
     m_codeID = codeID;
     m_excerptsAreStale = true;
     m_list->setCurrentInPlace({}, QItemSelectionModel::NoUpdate);
@@ -130,12 +131,15 @@ void ExcerptListView::render()
 
 void ExcerptListView::renderMemo()
 {
-    // Only when the code is another one: later the bar knows best, it has what is being typed.
-    if (m_memoCodeID == m_codeID)
-        return;
     const Code *shown = code();
+    const bool isAnother = m_memoCodeID != m_codeID;
+    if (shown == nullptr && !isAnother)
+        return;
+    const QString memo = shown != nullptr ? shown->memo.value_or(QString()) : QString();
+    // What was typed and couldn't be stored is nowhere else.
+    if (isAnother || (memo != m_memo->text() && m_store.isMemoWritten(m_codeID)))
+        m_memo->setText(memo);
     m_memoCodeID = shown != nullptr ? m_codeID : QUuid();
-    m_memo->setText(shown != nullptr ? shown->memo.value_or(QString()) : QString());
 }
 
 void ExcerptListView::renderExcerpts(const Code &code)
@@ -143,7 +147,7 @@ void ExcerptListView::renderExcerpts(const Code &code)
     m_model->setColor(CodeColor::orAccent(code.colorHex));
     m_list->viewport()->update();
     m_noExcerpts->setDescription(
-        tr("Select text in a document and add “%1”\nto see its excerpts here.").arg(RowText::shortened(code.name)));
+        tr("Select text in a document and add “%1”\nto see its excerpts here.").arg(shortened(code.name)));
     if (!std::exchange(m_excerptsAreStale, false))
         return;
     m_documents = m_store.documents().get();
@@ -154,9 +158,10 @@ void ExcerptListView::renderExcerpts(const Code &code)
 void ExcerptListView::saveMemo(const QString &memo)
 {
     const Code *shown = code();
-    if (shown == nullptr || m_memoCodeID != m_codeID || shown->memo.value_or(QString()) == memo)
+    if (shown == nullptr || m_memoCodeID != m_codeID)
         return;
-    m_store.setCodeMemo(*shown, memo);
+    if (shown->memo.value_or(QString()) != memo || !m_store.isMemoWritten(m_codeID))
+        m_store.setCodeMemo(*shown, memo);
 }
 
 void ExcerptListView::reveal(const QModelIndex &index)

@@ -1,5 +1,6 @@
 #include "workspace/lists/MemoBar.h"
 
+#include "records/HalfPairs.h"
 #include "records/TextTrimming.h"
 #include "workspace/controls/PlainButton.h"
 #include "workspace/controls/TextWrapping.h"
@@ -23,6 +24,8 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -67,6 +70,14 @@ private:
     QString m_label;
 };
 
+/// The units of an editor as they come back from the file: lines end in one way, and no half of a pair stands alone.
+QString asStored(QString units)
+{
+    for (const QChar::SpecialCharacter separator : {QChar::ParagraphSeparator, QChar::LineSeparator})
+        units.replace(separator, u'\n');
+    return withoutHalfPairs(units);
+}
+
 class MemoEditor final : public QTextEdit {
 public:
     explicit MemoEditor(QWidget *parent) : QTextEdit(parent)
@@ -94,9 +105,11 @@ protected:
     {
         const QTextCursor cursor = textCursor();
         QString text = document()->toRawText();
-        text.replace(cursor.selectionStart(), cursor.selectionEnd() - cursor.selectionStart(), source->text());
+        QMimeData inserted;
+        inserted.setText(asStored(source->text()));
+        text.replace(cursor.selectionStart(), cursor.selectionEnd() - cursor.selectionStart(), inserted.text());
         setWordWrapMode(TextWrapping::modeFor(text)); // before it is laid out
-        QTextEdit::insertFromMimeData(source);
+        QTextEdit::insertFromMimeData(&inserted);
     }
 };
 
@@ -108,15 +121,6 @@ void spreadLines(QTextDocument &document, const QFont &font)
     QTextCursor cursor(&document);
     cursor.select(QTextCursor::Document);
     cursor.mergeBlockFormat(format);
-}
-
-/// Unlike QTextDocument::toPlainText, keeps no-break spaces.
-QString plainText(const QTextDocument &document)
-{
-    QString text = document.toRawText();
-    std::ranges::replace(text, QChar(QChar::ParagraphSeparator), u'\n');
-    std::ranges::replace(text, QChar(QChar::LineSeparator), u'\n');
-    return text;
 }
 
 } // namespace
@@ -167,15 +171,24 @@ bool MemoBar::hasContent() const
 void MemoBar::setText(const QString &text)
 {
     m_text = text;
+    m_isTyped = false;
     writeIntoEditor();
     showFitting(Pace::atOnce);
 }
 
-void MemoBar::writeIntoEditor()
+void MemoBar::finish()
 {
     if (m_edit->hasFocus())
-        QGuiApplication::inputMethod()->reset(); // a word in the making belongs to the memo before
-    const QSignalBlocker quietly(m_edit);
+        QGuiApplication::inputMethod()->commit();
+    if (std::exchange(m_isTyped, false))
+        Q_EMIT committed(m_text);
+}
+
+void MemoBar::writeIntoEditor()
+{
+    const QSignalBlocker quietly(m_edit); // some input methods commit what they are told to forget
+    if (m_edit->hasFocus())
+        QGuiApplication::inputMethod()->reset();
     static_cast<MemoEditor *>(m_edit)->showMemo(m_text);
     spreadLines(*m_edit->document(), m_edit->font());
     m_edit->document()->clearUndoRedoStacks();
@@ -183,12 +196,36 @@ void MemoBar::writeIntoEditor()
 
 void MemoBar::takeText()
 {
-    const QString text = plainText(*m_edit->document());
+    const QString units = m_edit->document()->toRawText(); // unlike plain text with its no-break spaces
+    const QString text = asStored(units);
     if (text == m_text)
         return;
+    keepAsStored(units, text);
     m_text = text;
+    m_isTyped = true;
     Q_EMIT committed(m_text);
     showFitting(Pace::fading);
+}
+
+/// What is shown stays what is stored, to the unit, also when it's undone.
+void MemoBar::keepAsStored(const QString &units, const QString &text)
+{
+    std::vector<int> differing;
+    for (int position = 0; position < units.size(); ++position) {
+        if (units[position] != text[position] && units[position] != QChar::ParagraphSeparator)
+            differing.push_back(position);
+    }
+    if (differing.empty())
+        return;
+    const QSignalBlocker quietly(m_edit);
+    QTextCursor cursor(m_edit->document());
+    cursor.joinPreviousEditBlock();
+    for (const int position : differing) {
+        cursor.setPosition(position);
+        cursor.setPosition(position + 1, QTextCursor::KeepAnchor);
+        cursor.insertText(text.mid(position, 1));
+    }
+    cursor.endEditBlock();
 }
 
 void MemoBar::expand()

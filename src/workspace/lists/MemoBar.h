@@ -23,6 +23,9 @@ public:
     /// Shows the memo of another thing, or another memo. Commits nothing; what was typed before can't be undone into
     /// it.
     void setText(const QString &text);
+    /// Commits once more what was typed since then, with the word that is being composed: before the memo of another
+    /// thing is shown, while it's still known whose memo this is.
+    void finish();
     /// Moves the editor's leading edge in, in logical pixels, so that it can meet the label.
     void setEditorInset(int inset);
 
@@ -38,11 +41,13 @@ private:
     [[nodiscard]] bool hasContent() const;
     void expand();
     void takeText();
+    void keepAsStored(const QString &units, const QString &text);
     void writeIntoEditor();
     enum class Pace { atOnce, fading };
     void showFitting(Pace pace);
 
     QString m_text;
+    bool m_isTyped = false; ///< since it was set
     bool m_isExpanded = false; ///< from when the user opens the editor until the bar disappears
     PlainButton *m_button;
     QTextEdit *m_edit = nullptr;

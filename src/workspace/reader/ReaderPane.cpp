@@ -43,7 +43,8 @@ void ReaderPane::render()
         ? std::ranges::find(documents, *m_store.selectedDocumentID().get(), &Document::id)
         : documents.end();
     if (shown != documents.end()) {
-        m_reader->showDocument(*shown);
+        const Document document = *shown; // the list changes when a memo is written last of all
+        m_reader->showDocument(document);
         m_pages->setCurrentWidget(m_reader);
     } else {
         m_reader->showNothing();

@@ -43,10 +43,7 @@ ReaderView::ReaderView(LibraryStore &store, QWidget *parent)
     m_hint = new CodingHint(this);
     setTabOrder(m_text, &m_selectionBar->addButton());
 
-    connect(m_memo, &MemoBar::committed, this, [this](const QString &memo) {
-        if (m_document)
-            m_store.setDocumentMemo(*m_document, memo);
-    });
+    connect(m_memo, &MemoBar::committed, this, &ReaderView::saveMemo);
     connect(m_text, &CodingTextView::selectedRangeChanged, this, &ReaderView::noticeSelection);
     connect(m_text, &CodingTextView::addCodeRequested, this, &ReaderView::openPicker);
     connect(m_text, &CodingTextView::removeCodingRequested, this, &ReaderView::removeCoding);
@@ -97,11 +94,13 @@ void ReaderView::showDocument(const Document &document)
     const bool isAnother = !m_document || m_document->id != document.id;
     if (!isAnother && *m_document == document)
         return;
+    if (isAnother)
+        m_memo->finish();
     m_document = document;
     if (isAnother)
         beginDocument();
     else
-        renderCodings();
+        renderChanges();
 }
 
 void ReaderView::showNothing()
@@ -110,6 +109,7 @@ void ReaderView::showNothing()
         return;
     closePicker();
     setSelection({});
+    m_memo->finish();
     m_document.reset();
 }
 
@@ -123,6 +123,23 @@ void ReaderView::beginDocument()
     ++m_resetToken;
     renderText(); // carries out a reveal that came with it
     m_findBar->textChanged();
+}
+
+void ReaderView::saveMemo(const QString &memo)
+{
+    if (!m_document || (m_document->memo.value_or(QString()) == memo && m_store.isMemoWritten(m_document->id)))
+        return;
+    const Document document = *m_document; // which is replaced when the store tells of it
+    m_store.setDocumentMemo(document, memo);
+}
+
+/// The memo may come from elsewhere. What was typed and couldn't be stored is nowhere else, and stays.
+void ReaderView::renderChanges()
+{
+    const QString memo = m_document->memo.value_or(QString());
+    if (memo != m_memo->text() && m_store.isMemoWritten(m_document->id))
+        m_memo->setText(memo);
+    renderCodings();
 }
 
 void ReaderView::renderCodings()

@@ -42,6 +42,8 @@ private:
     void buildLayout();
     void connectStore();
     void beginDocument();
+    void saveMemo(const QString &memo);
+    void renderChanges();
     void renderCodings();
     void renderText();
     void renderHint();
