@@ -1,6 +1,7 @@
 #include "workspace/controls/Alert.h"
 
 #include "workspace/controls/Paragraph.h"
+#include "workspace/controls/Shortened.h"
 #include "workspace/theme/Fonts.h"
 #include "workspace/theme/Metrics.h"
 #include "workspace/theme/Symbols.h"
@@ -17,6 +18,7 @@ constexpr int messageGap = 6;
 constexpr int fieldGap = 13;
 constexpr int fieldGapAfterMessage = 14;
 constexpr int buttonsGap = 20;
+constexpr qsizetype mostOfMessage = 2'000; // UTF-16 code units: what is wrong with a file may quote all of it
 
 } // namespace
 
@@ -55,9 +57,10 @@ void Alert::addTexts(QVBoxLayout &column, const Content &content)
     setAccessibleName(content.title);
     if (content.message.isEmpty())
         return;
-    setAccessibleDescription(content.message);
+    const QString message = shortened(content.message, mostOfMessage);
+    setAccessibleDescription(message);
     column.addSpacing(messageGap);
-    column.addWidget(new Paragraph(content.message, Fonts::body(), Symbols::Tint::secondary, messageLine, this));
+    column.addWidget(new Paragraph(message, Fonts::body(), Symbols::Tint::secondary, messageLine, this));
 }
 
 void Alert::addField(QVBoxLayout &column, const Field &field)

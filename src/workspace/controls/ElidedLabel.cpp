@@ -1,15 +1,23 @@
 #include "workspace/controls/ElidedLabel.h"
 
+#include "workspace/controls/TextToolTip.h"
+
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
-#include <QTextDocument>
-#include <QToolTip>
 
 #include <algorithm>
 #include <cmath>
 
 namespace {
+
+/// More of either end than the widest window can show. A megabyte would be measured at each painting.
+constexpr qsizetype longestEnd = 2'000;
+
+QString withoutMiddle(const QString &text)
+{
+    return text.size() <= 2 * longestEnd ? text : text.first(longestEnd) + text.last(longestEnd);
+}
 
 /// Letters have fractional widths, and a text that is given a little less than its own is elided.
 int widthOf(const QString &text, const QFont &font)
@@ -35,6 +43,7 @@ void ElidedLabel::setText(const QString &text)
     if (line == m_text)
         return;
     m_text = line;
+    m_shown = withoutMiddle(line);
     setAccessibleName(m_text);
     updateGeometry();
     update();
@@ -60,12 +69,12 @@ void ElidedLabel::reserveRoomFor(const QString &widest)
 
 bool ElidedLabel::isElided() const
 {
-    return widthOf(m_text, font()) > width();
+    return widthOf(m_shown, font()) > width();
 }
 
 QSize ElidedLabel::sizeHint() const
 {
-    return {std::max(widthOf(m_text, font()), widthOf(m_widest, font())), fontMetrics().height()};
+    return {std::max(widthOf(m_shown, font()), widthOf(m_widest, font())), fontMetrics().height()};
 }
 
 QSize ElidedLabel::minimumSizeHint() const
@@ -80,13 +89,13 @@ void ElidedLabel::paintEvent(QPaintEvent *)
     painter.setPen(Symbols::colorOf(m_tint));
     const Qt::Alignment alignment = QStyle::visualAlignment(layoutDirection(), m_alignment | Qt::AlignVCenter);
     painter.drawText(rect(), int(alignment) | Qt::TextSingleLine | Qt::TextDontClip,
-        isElided() ? fontMetrics().elidedText(m_text, m_elideMode, width()) : m_text);
+        isElided() ? fontMetrics().elidedText(m_shown, m_elideMode, width()) : m_shown);
 }
 
 bool ElidedLabel::event(QEvent *event)
 {
     if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && isElided()) {
-        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), Qt::convertFromPlainText(m_text), this);
+        TextToolTip::show(static_cast<QHelpEvent *>(event)->globalPos(), m_text, this);
         return true;
     }
     return QWidget::event(event);

@@ -32,6 +32,7 @@ protected:
 
 private:
     QString m_text;
+    QString m_shown; ///< as much of it as there may be room for
     QString m_widest;
     Symbols::Tint m_tint;
     Qt::TextElideMode m_elideMode = Qt::ElideRight;

@@ -5,10 +5,10 @@
 #include "workspace/controls/ElidedLabel.h"
 #include "workspace/controls/EmptyState.h"
 #include "workspace/controls/SearchField.h"
+#include "workspace/controls/Shortened.h"
 #include "workspace/lists/DocumentListModel.h"
 #include "workspace/lists/DocumentRowDelegate.h"
 #include "workspace/lists/RowList.h"
-#include "workspace/lists/RowText.h"
 #include "workspace/theme/Roles.h"
 
 #include <QHBoxLayout>
@@ -97,8 +97,7 @@ void DocumentListView::render()
 {
     const QScopedValueRollback guard(m_isRendering, true);
     m_model->setDocuments(m_store.documents()->isEmpty() ? QList<Document>() : m_store.visibleDocuments());
-    m_noResults->setTitle(
-        tr("No Results for “%1”").arg(RowText::shortened(m_store.searchText().get(), longestInTitle)));
+    m_noResults->setTitle(tr("No Results for “%1”").arg(shortened(m_store.searchText().get(), longestInTitle)));
     m_pages->setCurrentWidget(pageToShow());
     const QModelIndex selected = m_model->indexOf(m_store.selectedDocumentID()->value_or(QUuid()));
     m_list->setCurrentInPlace(selected, QItemSelectionModel::ClearAndSelect);

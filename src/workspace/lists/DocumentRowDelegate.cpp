@@ -1,5 +1,6 @@
 #include "workspace/lists/DocumentRowDelegate.h"
 
+#include "workspace/controls/TextToolTip.h"
 #include "workspace/lists/DocumentListModel.h"
 #include "workspace/lists/ListMetrics.h"
 #include "workspace/lists/RowList.h"
@@ -13,8 +14,6 @@
 #include <QFontMetrics>
 #include <QHelpEvent>
 #include <QPainter>
-#include <QTextDocument>
-#include <QToolTip>
 
 #include <algorithm>
 
@@ -90,6 +89,6 @@ bool DocumentRowDelegate::helpEvent(
     const bool isWhole = RowText::fitting(title, m_titleFont, linesIn(option).title.width()) == title;
     if (event->type() != QEvent::ToolTip || isWhole)
         return QStyledItemDelegate::helpEvent(event, view, option, index);
-    QToolTip::showText(event->globalPos(), Qt::convertFromPlainText(title), view);
+    TextToolTip::show(event->globalPos(), title, view);
     return true;
 }

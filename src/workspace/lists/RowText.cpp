@@ -36,14 +36,6 @@ QString RowText::forMenu(const QString &name, const QFont &font)
     return fitting(name, font, widest).replace(u'&', u"&&"_s).replace(u'\t', u' ');
 }
 
-QString RowText::shortened(const QString &text, qsizetype longest)
-{
-    if (text.size() <= longest)
-        return text;
-    const bool partsPair = text[longest].isLowSurrogate() && text[longest - 1].isHighSurrogate();
-    return text.left(partsPair ? longest - 1 : longest) + u'…';
-}
-
 void RowText::paint(
     QPainter &painter, const QRect &rect, const QFont &font, const QString &text, Qt::LayoutDirection direction)
 {

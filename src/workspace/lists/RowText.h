@@ -18,9 +18,6 @@ namespace RowText {
 /// A name as an entry of a menu shows it: short enough, an ampersand is an ampersand, and a tabulator begins no
 /// shortcut.
 [[nodiscard]] QString forMenu(const QString &name, const QFont &font);
-/// The text, or its first `longest` UTF-16 code units and "…": for names within sentences that wrap. An endless one
-/// would push what follows off the screen.
-[[nodiscard]] QString shortened(const QString &text, qsizetype longest = 200);
 /// In the painter's pen, in the middle of the height of `rect`, beginning where `direction`, that of the window,
 /// begins.
 void paint(QPainter &painter, const QRect &rect, const QFont &font, const QString &text, Qt::LayoutDirection direction);

@@ -1,6 +1,7 @@
 #include "workspace/results/TermRowDelegate.h"
 
 #include "platform/LocaleText.h"
+#include "workspace/controls/TextToolTip.h"
 #include "workspace/lists/ListMetrics.h"
 #include "workspace/lists/RowList.h"
 #include "workspace/lists/RowText.h"
@@ -12,7 +13,6 @@
 
 #include <QHelpEvent>
 #include <QPainter>
-#include <QToolTip>
 
 #include <algorithm>
 #include <cmath>
@@ -99,6 +99,6 @@ bool TermRowDelegate::helpEvent(
     const bool isWhole = RowText::fitting(term, m_termFont, partsOf(option, index).term.width()) == term;
     if (event->type() != QEvent::ToolTip || isWhole)
         return QStyledItemDelegate::helpEvent(event, view, option, index);
-    QToolTip::showText(event->globalPos(), term, view);
+    TextToolTip::show(event->globalPos(), term, view);
     return true;
 }

@@ -1,6 +1,7 @@
 #include "workspace/sidebar/SidebarDelegate.h"
 
 #include "platform/LocaleText.h"
+#include "workspace/controls/TextToolTip.h"
 #include "workspace/lists/RowList.h"
 #include "workspace/lists/RowText.h"
 #include "workspace/sidebar/SidebarList.h"
@@ -15,7 +16,6 @@
 
 #include <QHelpEvent>
 #include <QPainter>
-#include <QTextDocument>
 #include <QToolTip>
 
 #include <algorithm>
@@ -194,7 +194,7 @@ bool SidebarDelegate::helpEvent(
     if (isWhole)
         QToolTip::hideText();
     else
-        QToolTip::showText(event->globalPos(), Qt::convertFromPlainText(row.text), view);
+        TextToolTip::show(event->globalPos(), row.text, view);
     return true;
 }
 

@@ -1,14 +1,14 @@
 #include "workspace/sidebar/SidebarDialogs.h"
 
-#include "workspace/lists/RowText.h"
+#include "workspace/controls/Shortened.h"
 #include "workspace/sidebar/StoreLookup.h"
 
 void SidebarDialogs::askToDelete(const Code &code)
 {
     Alert::Content content;
-    content.title = tr("Delete “%1”?").arg(RowText::shortened(code.name));
+    content.title = tr("Delete “%1”?").arg(shortened(code.name));
     content.message =
-        tr("“%1” and all its coded excerpts will be removed. This can't be undone.").arg(RowText::shortened(code.name));
+        tr("“%1” and all its coded excerpts will be removed. This can't be undone.").arg(shortened(code.name));
     content.action = tr("Delete");
     content.actionRole = ButtonRole::destructive;
     content.onAction = [&store = m_store, id = code.id](const QString &) {
@@ -24,7 +24,7 @@ void SidebarDialogs::askToMerge(const Code &source, const Code &target)
     Alert::Content content;
     content.title = tr("Merge Codes?");
     content.message = tr("“%1” will be merged into “%2”: %3 coded excerpts move over, then “%1” is removed.")
-                          .arg(RowText::shortened(source.name), RowText::shortened(target.name), count);
+                          .arg(shortened(source.name), shortened(target.name), count);
     content.action = tr("Merge");
     content.onAction = [&store = m_store, sourceID = source.id, targetID = target.id](const QString &) {
         const auto merged = StoreLookup::code(store, sourceID);
@@ -38,7 +38,7 @@ void SidebarDialogs::askToMerge(const Code &source, const Code &target)
 void SidebarDialogs::askForName(const Project &project)
 {
     Alert::Content content;
-    content.title = tr("Rename “%1”").arg(RowText::shortened(project.name));
+    content.title = tr("Rename “%1”").arg(shortened(project.name));
     content.field = Alert::Field{.text = project.name, .placeholder = tr("Project name"), .accessibleName = {}};
     content.action = tr("Rename");
     content.onAction = [&store = m_store, id = project.id](const QString &name) {
