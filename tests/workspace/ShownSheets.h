@@ -6,9 +6,7 @@
 #include "workspace/sheets/SheetPresenter.h"
 #include "workspace/theme/ThemedTest.h"
 
-#include <QApplication>
 #include <QPushButton>
-#include <QTest>
 
 #include <memory>
 

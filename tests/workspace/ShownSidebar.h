@@ -9,11 +9,7 @@
 #include "workspace/sidebar/SidebarModel.h"
 #include "workspace/sidebar/SidebarView.h"
 
-#include <QContextMenuEvent>
 #include <QLineEdit>
-#include <QMenu>
-#include <QPushButton>
-#include <QTest>
 
 #include <memory>
 #include <stdexcept>
@@ -49,13 +45,7 @@ protected:
     [[nodiscard]] InlineField &newCodeField() const { return find<InlineField>(QStringLiteral("newCodeField")); }
     [[nodiscard]] InlineField &renameField() const { return find<InlineField>(QStringLiteral("renameField")); }
 
-    [[nodiscard]] QStringList rows() const
-    {
-        QStringList texts;
-        for (int number = 0; number < list().model()->rowCount(); ++number)
-            texts.append(list().model()->index(number, 0).data().toString());
-        return texts;
-    }
+    [[nodiscard]] QStringList rows() const { return textsOf(list()); }
     [[nodiscard]] QModelIndex row(const QString &text) const
     {
         const qsizetype number = rows().indexOf(text);
@@ -64,24 +54,7 @@ protected:
         return list().model()->index(int(number), 0);
     }
     [[nodiscard]] QPoint middleOf(const QString &text) const { return list().visualRect(row(text)).center(); }
-    /// Of the selected row; empty without one.
-    [[nodiscard]] QString selectedRow() const
-    {
-        const QModelIndexList selected = list().selectionModel()->selectedIndexes();
-        return selected.isEmpty() ? QString() : selected.first().data().toString();
-    }
-    /// Where something is painted first in that row, at `from` or right of it.
-    [[nodiscard]] int leftmostInk(const QString &text, int from) const
-    {
-        const QImage image = list().viewport()->grab(list().visualRect(row(text))).toImage();
-        for (int x = from; x < image.width(); ++x) {
-            for (int y = 0; y < image.height(); ++y) {
-                if (image.pixelColor(x, y) != image.pixelColor(0, 0))
-                    return x;
-            }
-        }
-        return image.width();
-    }
+    [[nodiscard]] QString selectedRow() const { return selectedIn(list()); }
     void click(const QString &text) const { QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, middleOf(text)); }
     void moveTo(const QString &text) const
     {
@@ -89,21 +62,7 @@ protected:
         list().selectionModel()->setCurrentIndex(row(text), QItemSelectionModel::NoUpdate);
     }
 
-    /// Asks for the row's menu with the right button.
-    [[nodiscard]] QMenu &openMenu(const QString &text) const
-    {
-        return requestMenu(QContextMenuEvent::Mouse, middleOf(text));
-    }
-    [[nodiscard]] QMenu &requestMenu(QContextMenuEvent::Reason reason, const QPoint &place) const
-    {
-        QContextMenuEvent event(reason, place, list().viewport()->mapToGlobal(place));
-        QApplication::sendEvent(list().viewport(), &event);
-        for (auto *menu : m_window.findChildren<QMenu *>()) {
-            if (menu->isVisible() && qobject_cast<QMenu *>(menu->parent()) == nullptr)
-                return *menu;
-        }
-        throw std::runtime_error("no menu has opened");
-    }
+    [[nodiscard]] QMenu &openMenu(const QString &text) const { return menuAt(list(), middleOf(text)); }
     /// The entry that a path of titles leads to; opens the submenus on its way.
     [[nodiscard]] static QAction &entry(const QMenu &menu, const QStringList &path)
     {
@@ -130,19 +89,9 @@ protected:
 
     [[nodiscard]] Alert &alert() const { return find<Alert>(); }
     [[nodiscard]] bool hasAlert() const { return m_window.findChild<Alert *>() != nullptr; }
-    [[nodiscard]] QStringList alertButtons() const
-    {
-        QStringList labels;
-        for (const auto *button : alert().findChildren<QPushButton *>())
-            labels.append(button->text());
-        return labels;
-    }
     void answer(const QString &label) const
     {
-        for (auto *button : alert().findChildren<QPushButton *>()) {
-            if (button->text() == label)
-                QTest::mouseClick(button, Qt::LeftButton);
-        }
+        pressButton(alert(), label);
         QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 

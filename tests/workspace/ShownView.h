@@ -6,11 +6,7 @@
 #include "workspace/lists/RowList.h"
 #include "workspace/theme/ThemedTest.h"
 
-#include <QPushButton>
 #include <QScrollBar>
-#include <QTest>
-
-#include <stdexcept>
 
 /// A view of the middle column over the real store, driven by mouse and keys.
 template <typename View>
@@ -30,6 +26,7 @@ protected:
         return childOf<Widget>(&m_window, name);
     }
     [[nodiscard]] bool showsPage(const QString &name) const { return find<QWidget>(name).isVisible(); }
+    using ThemedTest::textsOf;
     /// The paragraphs of that page.
     [[nodiscard]] QStringList textsOf(const QString &page) const
     {
@@ -38,22 +35,8 @@ protected:
             texts.append(paragraph->accessibleName());
         return texts;
     }
-    void pressButton(const QString &label) const
-    {
-        for (auto *button : m_window.findChildren<QPushButton *>()) {
-            if (button->text() == label)
-                return QTest::mouseClick(button, Qt::LeftButton);
-        }
-        throw std::runtime_error("no such button: " + label.toStdString());
-    }
+    void pressButton(const QString &label) const { ThemedTest::pressButton(m_window, label); }
     [[nodiscard]] static QModelIndex row(const RowList &list, int number) { return list.model()->index(number, 0); }
-    [[nodiscard]] static QStringList textsOf(const RowList &list)
-    {
-        QStringList texts;
-        for (int number = 0; number < list.model()->rowCount(); ++number)
-            texts.append(row(list, number).data().toString());
-        return texts;
-    }
     [[nodiscard]] static QString spoken(const RowList &list, int number)
     {
         return row(list, number).data(Qt::AccessibleTextRole).toString();

@@ -5,8 +5,6 @@
 #include "workspace/reader/CodingTextView.h"
 #include "workspace/theme/ThemedTest.h"
 
-#include <QTest>
-
 #include <memory>
 
 /// The real window over the real store, driven by mouse and keys.

@@ -5,8 +5,13 @@
 #include "workspace/theme/DesktopSettings.h"
 #include "workspace/theme/Theme.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QHash>
+#include <QMenu>
+#include <QPushButton>
+#include <QTest>
 #include <QWidget>
 
 #include <gtest/gtest.h>
@@ -59,6 +64,52 @@ protected:
         if (found == nullptr)
             throw std::runtime_error("no such widget: " + name.toStdString());
         return *found;
+    }
+    static void pressButton(const QWidget &parent, const QString &label)
+    {
+        for (auto *button : parent.findChildren<QPushButton *>()) {
+            if (button->isVisible() && button->text() == label)
+                return QTest::mouseClick(button, Qt::LeftButton);
+        }
+        throw std::runtime_error("no such button: " + label.toStdString());
+    }
+    [[nodiscard]] static QStringList textsOf(const QAbstractItemView &list)
+    {
+        QStringList texts;
+        for (int number = 0; number < list.model()->rowCount(); ++number)
+            texts.append(list.model()->index(number, 0).data().toString());
+        return texts;
+    }
+    /// The text of the selected row; empty without one.
+    [[nodiscard]] static QString selectedIn(const QAbstractItemView &list)
+    {
+        return list.selectionModel()->selectedIndexes().value(0).data().toString();
+    }
+    /// The menu that opens at a place of a list.
+    [[nodiscard]] static QMenu &menuAt(
+        const QAbstractItemView &rows, const QPoint &place, QContextMenuEvent::Reason reason = QContextMenuEvent::Mouse)
+    {
+        QContextMenuEvent event(reason, place, rows.viewport()->mapToGlobal(place));
+        QApplication::sendEvent(rows.viewport(), &event);
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        if (menu == nullptr)
+            throw std::runtime_error("no menu has opened");
+        return *menu;
+    }
+    /// Takes the entry that a path of titles leads to, by the keyboard.
+    static void take(QMenu &menu, const QStringList &path)
+    {
+        for (QAction *action : menu.actions()) {
+            if (action->text() != path.first())
+                continue;
+            menu.setActiveAction(action);
+            QTest::keyClick(&menu, path.size() == 1 ? Qt::Key_Return : Qt::Key_Right);
+            QApplication::processEvents();
+            if (path.size() > 1)
+                take(*action->menu(), path.mid(1));
+            return;
+        }
+        throw std::runtime_error("no such entry: " + path.first().toStdString());
     }
     static QPalette lightPalette() { return QPalette(Qt::black, QColor(0xEF, 0xEF, 0xEF)); }
 
