@@ -66,15 +66,28 @@ INSTANTIATE_TEST_SUITE_P(Reader, AccessibleUnit,
         UnitCase{"the_end", QAccessible::CharBoundary, text.size(), u"."_s, {}, {}}),
     rowName);
 
-TEST(AccessibleCodingText, NamesItselfAndCantBeEdited)
+TEST(AccessibleCodingText, NamesItselfAndSelectsButCantBeEdited)
 {
-    const Surface surface;
+    Surface surface;
     EXPECT_EQ(surface.interface.text(QAccessible::Name), u"Document text"_s);
     EXPECT_EQ(surface.interface.text(QAccessible::Value), text);
     EXPECT_TRUE(surface.interface.state().readOnly);
-    EXPECT_TRUE(surface.interface.state().multiLine);
     EXPECT_EQ(surface.texts.characterCount(), text.size());
     EXPECT_EQ(surface.texts.text(-1, 5), text.mid(5)) << "-1 is the end";
+
+    int start = -1;
+    int end = -1;
+    EXPECT_EQ(surface.texts.selectionCount(), 0);
+    surface.texts.setSelection(0, 11, 6);
+    surface.texts.selection(0, &start, &end);
+    EXPECT_EQ(text.mid(start, end - start), u"words"_s);
+    EXPECT_EQ(surface.texts.selectionCount(), 1);
+    EXPECT_EQ(surface.view.selection(), (TextRange{6, 5}));
+    surface.texts.removeSelection(0);
+    EXPECT_EQ(surface.texts.selectionCount(), 0);
+    surface.texts.setCursorPosition(int(last));
+    EXPECT_EQ(surface.texts.cursorPosition(), last);
+    EXPECT_GT(surface.scrolled(), 10'000);
 }
 
 TEST(AccessibleCodingText, TellsWhereEveryCharacterIs)
@@ -92,22 +105,4 @@ TEST(AccessibleCodingText, TellsWhereEveryCharacterIs)
     EXPECT_LT(surface.texts.characterRect(0).bottom(), page.top()) << "what is above the page is above it";
     EXPECT_EQ(surface.texts.offsetAtPoint(page.topLeft() - QPoint(5, 5)), -1);
     EXPECT_TRUE(surface.texts.characterRect(int(text.size()) + 1).isNull());
-}
-
-TEST(AccessibleCodingText, SelectsAndTellsTheSelection)
-{
-    Surface surface;
-    int start = -1;
-    int end = -1;
-    EXPECT_EQ(surface.texts.selectionCount(), 0);
-    surface.texts.setSelection(0, 11, 6);
-    surface.texts.selection(0, &start, &end);
-    EXPECT_EQ(text.mid(start, end - start), u"words"_s);
-    EXPECT_EQ(surface.texts.selectionCount(), 1);
-    EXPECT_EQ(surface.view.selection(), (TextRange{6, 5}));
-    surface.texts.removeSelection(0);
-    EXPECT_EQ(surface.texts.selectionCount(), 0);
-    surface.texts.setCursorPosition(int(last));
-    EXPECT_EQ(surface.texts.cursorPosition(), last);
-    EXPECT_GT(surface.scrolled(), 10'000);
 }

@@ -6,12 +6,10 @@
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QCursor>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QMimeData>
 #include <QRandomGenerator>
-#include <QTextBlock>
-#include <QTextDocument>
-#include <QTextLayout>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -99,14 +97,11 @@ TEST_P(Offsets, AreTheTextsOwnOnTheSurface)
 }
 
 INSTANTIATE_TEST_SUITE_P(Reader, Offsets,
-    testing::Values(OffsetCase{"line_feed", u"\n"_s}, OffsetCase{"pair_of_return_and_line_feed", u"\r\n"_s},
-        OffsetCase{"lone_return", u"\r"_s}, OffsetCase{"null", u" "_s + QChar(0) + u" "_s},
-        OffsetCase{"line_separator", u"\u2028"_s}, OffsetCase{"paragraph_separator", u"\u2029"_s},
-        OffsetCase{"object_replacement", u"\uFFFC "_s}, OffsetCase{"noncharacters", u"\uFDD0 \uFDD1 "_s},
-        OffsetCase{"high_half", QChar(0xD83D) + u" "_s}, OffsetCase{"low_half", QChar(0xDE00) + u" "_s},
+    testing::Values(OffsetCase{"pair_of_return_and_line_feed", u"\r\n"_s}, OffsetCase{"lone_return", u"\r"_s},
+        OffsetCase{"line_separator", u"\u2028"_s}, OffsetCase{"object_replacement", u"\uFFFC "_s},
+        OffsetCase{"null", u" "_s + QChar(0) + u" "_s}, OffsetCase{"high_half", QChar(0xD83D) + u" "_s},
         OffsetCase{"emoji", u" \U0001F469\u200D\U0001F469\u200D\U0001F467 "_s},
-        OffsetCase{"ideographs", u"\u4E2D\u6587\uFF0C "_s},
-        OffsetCase{"arabic_line", u"\n\u0639\u0644\u064A\u0643\u0645\n"_s}, OffsetCase{"feeds", u"\v\f "_s},
+        OffsetCase{"arabic_line", u"\n\u0639\u0644\u064A\u0643\u0645\n"_s},
         OffsetCase{"combining_mark_at_the_start_of_a_line", u"\n\u0301 "_s}),
     rowName);
 
@@ -125,31 +120,13 @@ TEST(CodingTextView, ReportsNoHalfOfALineBreak)
     EXPECT_EQ(shown.view.selection(), (TextRange{0, 2}));
 }
 
-TEST(CodingTextView, FindsEveryCharacterWhereItIsSeen)
-{
-    const QString text = u"Latin office, \u4E2D\u6587\u5B57\u7B26 and e\u0301 \U0001F600 end. "_s.repeated(8) + u"\n"_s
-        + u"Mixed \u0639\u0644\u064A\u0643\u0645 and \u05E9\u05DC\u05D5\u05DD with 123 here. "_s.repeated(6);
-    ShownCodingText shown(text);
-    const QTextDocument &document = *shown.view.document();
-    int seen = 0;
-    for (int position = 0; position < text.size(); ++position) {
-        const QTextBlock block = document.findBlock(position);
-        const QRect rectangle = shown.view.characterRectangle(position);
-        if (rectangle.width() < 3 || !block.layout()->isValidCursorPosition(position - block.position()))
-            continue;
-        ++seen;
-        ASSERT_EQ(shown.view.characterAt(rectangle.center()), position) << text.mid(position, 1).toStdString();
-    }
-    EXPECT_GT(seen, text.size() * 3 / 4);
-}
-
 // Selection
 
 TEST(CodingTextView, SelectsByMouseAndKeysAndReportsEachChange)
 {
     ShownCodingText shown(sentence + u"\nSecond line.\nThird."_s);
+    QWidget *page = shown.view.viewport();
     shown.click(4);
-    EXPECT_THAT(shown.reported, ElementsAre(TextRange{4, 0}));
     shown.press(Qt::Key_Right, Qt::ShiftModifier);
     shown.press(Qt::Key_Right, Qt::ShiftModifier | Qt::ControlModifier);
     EXPECT_EQ(shown.selectedText(), u"quick "_s);
@@ -161,12 +138,7 @@ TEST(CodingTextView, SelectsByMouseAndKeysAndReportsEachChange)
     shown.click(0);
     shown.click(9, Qt::ShiftModifier);
     EXPECT_EQ(shown.selectedText(), u"The quick"_s);
-}
 
-TEST(CodingTextView, SelectsByDraggingBothWays)
-{
-    ShownCodingText shown(sentence);
-    QWidget *page = shown.view.viewport();
     QTest::mousePress(page, Qt::LeftButton, {}, shown.pointAt(10));
     QTest::mouseMove(page, shown.pointAt(15));
     EXPECT_EQ(shown.selectedText(), u"brown"_s) << "while the button is held";
@@ -205,32 +177,23 @@ TEST(CodingTextView, ScrollsWhileADragLeavesThePage)
 
 TEST(CodingTextView, ClearsTheSelectionByTheFirstEscapeAndLeavesTheNextToItsParents)
 {
-    class Parent : public QWidget {
-    public:
-        int escapes = 0;
-
-    protected:
-        void keyPressEvent(QKeyEvent *event) override { escapes += event->key() == Qt::Key_Escape ? 1 : 0; }
-    } parent;
-    CodingTextView view(&parent);
-    view.apply({sentence, {}, 0, {}, 0});
-    view.select({4, 5});
-    QTest::keyClick(&view, Qt::Key_Escape);
-    EXPECT_EQ(view.selection(), (TextRange{4, 0}));
-    EXPECT_EQ(parent.escapes, 0);
-    QTest::keyClick(&view, Qt::Key_Escape);
-    EXPECT_EQ(parent.escapes, 1);
+    ShownCodingText shown(sentence);
+    shown.view.select({4, 5});
+    for (const bool isTaken : {true, false}) {
+        QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, {});
+        QApplication::sendEvent(&shown.view, &escape);
+        EXPECT_EQ(escape.isAccepted(), isTaken);
+        EXPECT_EQ(shown.view.selection(), (TextRange{4, 0}));
+    }
 }
 
 TEST(CodingTextView, CopiesTheTextAsItWasGiven)
 {
     const QString text = u"a\r\nb\u2028c\u2029d\u00A0e\tf\uFFFCg\uFDD0h"_s;
     ShownCodingText shown(text);
-    shown.press(Qt::Key_A, Qt::ControlModifier);
-    shown.press(Qt::Key_C, Qt::ControlModifier);
+    for (const Qt::Key key : {Qt::Key_A, Qt::Key_C, Qt::Key_X, Qt::Key_V})
+        shown.press(key, Qt::ControlModifier);
     EXPECT_EQ(QApplication::clipboard()->text(), text);
-    shown.press(Qt::Key_X, Qt::ControlModifier);
-    shown.press(Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(shown.view.text(), text) << "no key changes it";
 
     shown.content.text = u"x"_s + QChar(0xD83D) + u"y\U0001F600"_s + QChar(0xDE00);
@@ -249,12 +212,12 @@ TEST(CodingTextView, StartsANewTextAtTheTopWithNothingSelected)
     shown.scrollTo(900);
     shown.view.select({50, 10});
     ++shown.content.resetToken;
-    shown.apply();
-    EXPECT_EQ(shown.view.selection(), TextRange()) << "a new token clears the selection, and doesn't scroll";
-    EXPECT_EQ(shown.scrolled(), 900);
-    shown.view.select({50, 10});
-    shown.apply();
-    EXPECT_EQ(shown.view.selection(), (TextRange{50, 10})) << "the same token again";
+    for (const TextRange left : {TextRange{0, 0}, TextRange{50, 10}}) { // the second time the token is the same
+        shown.apply();
+        EXPECT_EQ(shown.view.selection(), left);
+        EXPECT_EQ(shown.scrolled(), 900);
+        shown.view.select({50, 10});
+    }
 
     shown.reported.clear();
     shown.content.text = paragraphs(201);
@@ -263,7 +226,6 @@ TEST(CodingTextView, StartsANewTextAtTheTopWithNothingSelected)
     shown.content.resetToken = 2;
     shown.apply();
     EXPECT_EQ(shown.scrolled(), 0);
-    EXPECT_EQ(shown.view.selection(), TextRange());
     EXPECT_THAT(shown.reported, ElementsAre(TextRange{0, 0}));
     EXPECT_TRUE(shown.later.empty()) << "a reveal that comes with a text waits";
     shown.apply();
@@ -271,64 +233,56 @@ TEST(CodingTextView, StartsANewTextAtTheTopWithNothingSelected)
     EXPECT_EQ(shown.later.size(), 1U);
 }
 
-TEST(CodingTextView, ChangesPassagesWithoutMovingAnything)
+TEST(CodingTextView, ChangesPassagesWithoutMovingAnythingAndDrawsThemAsAfresh)
 {
     QRandomGenerator random(4);
-    ShownCodingText shown(paragraphs(400));
-    shown.scrollTo(12'345);
-    shown.view.select({3000, 40});
+    const QString mixed = u"\u0639\u0644\u064A\u0643\u0645 mixed \u05E9\u05DC\u05D5\u05DD.\r\n"_s;
+    ShownCodingText shown(paragraphs(200) + mixed.repeated(9) + paragraphs(200));
+    const qint64 middle = shown.content.text.indexOf(mixed);
+    shown.view.select({middle, 40});
+    shown.view.scrollTo({middle, 40});
     shown.reported.clear();
-    const int before = shown.scrolled();
     const QImage bare = shown.picture();
-    for (int step = 0; step < 50; ++step) {
-        const int location = random.bounded(int(shown.content.text.size()));
-        shown.content.highlights.append(passage(location, random.bounded(1, 900)));
-        shown.apply();
-        ASSERT_EQ(shown.scrolled(), before);
-        ASSERT_EQ(shown.view.selection(), (TextRange{3000, 40}));
-    }
-    EXPECT_NE(shown.picture(), bare);
-    shown.content.highlights.clear();
-    shown.apply();
-    EXPECT_EQ(shown.picture(), bare);
-    EXPECT_TRUE(shown.reported.empty());
-}
-
-TEST(CodingTextView, MeltsIntoTheSamePictureWhicheverWayPassagesCame)
-{
-    QRandomGenerator random(17);
-    const QString text = paragraphs(3) + u"\u0639\u0644\u064A\u0643\u0645 mixed \u05E9\u05DC\u05D5\u05DD.\r\n"_s;
-    ShownCodingText changed(text);
-    for (int round = 0; round < 25; ++round) {
-        auto &highlights = changed.content.highlights;
+    auto &highlights = shown.content.highlights;
+    for (int step = 0; step < 100; ++step) {
+        const int before = shown.scrolled();
         if (!highlights.isEmpty() && random.bounded(3) == 0)
             highlights.removeAt(random.bounded(int(highlights.size())));
         else
-            highlights.append(passage(random.bounded(int(text.size())), random.bounded(1, 90),
+            highlights.append(passage(middle + random.bounded(-900, 900), random.bounded(1, 400),
                 random.bounded(2) ? u"#34C759"_s : u"#5E5CE6"_s));
-        changed.apply();
-        QApplication::processEvents(); // paints what was asked for, and only that
-        const QImage after = changed.view.grab().toImage();
-        changed.view.viewport()->repaint();
-        ASSERT_EQ(after, changed.view.grab().toImage()) << round;
+        shown.apply();
+        ASSERT_EQ(shown.scrolled(), before);
+        if (step == 50) { // from here on it is scrolled as well
+            EXPECT_NE(shown.picture(), bare);
+            highlights.clear();
+            shown.apply();
+            EXPECT_EQ(shown.picture(), bare);
+        }
+        shown.scrollTo(before + (step < 50 ? 0 : random.bounded(-150, 150)));
+        const QImage after = shown.view.grab().toImage(); // where only what was asked for has been painted
+        shown.view.viewport()->repaint();
+        ASSERT_EQ(after, shown.view.grab().toImage()) << step;
     }
+    EXPECT_EQ(shown.view.selection(), (TextRange{middle, 40}));
+    EXPECT_TRUE(shown.reported.empty());
 }
 
 TEST(CodingTextView, SurvivesAnyRange)
 {
     ShownCodingText shown(sentence);
     const QImage bare = shown.picture();
+    std::vector<TextRange> ranges{{0, 45}, {44, 1}, {3, huge}, {0, 0}};
     for (const qint64 location : {least, qint64(-1), qint64(44), huge}) {
-        for (const qint64 length : {least, qint64(-1), qint64(0), qint64(1), huge}) {
-            shown.content.highlights.append(passage(location, length));
-            shown.reveal({location, length});
-            shown.view.setFindMatches({{location, length}});
-            shown.view.select({location, length});
-            shown.view.select({});
-        }
+        for (const qint64 length : {least, qint64(-1), qint64(0), qint64(1), huge})
+            ranges.push_back({location, length});
     }
-    for (const TextRange range : {TextRange{0, 45}, TextRange{44, 1}, TextRange{3, huge}, TextRange{0, 0}})
+    for (const TextRange range : ranges) {
         shown.reveal(range);
+        shown.view.setFindMatches({range});
+        shown.view.select(range);
+        shown.view.select({});
+    }
     EXPECT_TRUE(shown.later.empty()) << "a range that isn't wholly inside is dropped";
     EXPECT_EQ(shown.picture(), bare);
     shown.view.select({40, huge});
@@ -345,11 +299,13 @@ TEST(CodingTextView, FlashesARevealedPassageInItsColourForAMoment)
     shown.apply();
     const QImage calm = shown.picture();
     const QColor base = shown.view.palette().color(QPalette::Base);
-    EXPECT_TRUE(isNear(behind(shown, 5), over(base, Qt::blue, 0.16))) << "the later passage shows";
+    for (const qint64 position : {3, 4, 8, 9}) {
+        const bool isCoded = position >= 4 && position < 9;
+        EXPECT_TRUE(isNear(behind(shown, position), isCoded ? over(base, Qt::blue, 0.16) : base)) << position;
+    }
     shown.reveal({4, 5});
     ASSERT_EQ(shown.later.size(), 1U);
     EXPECT_TRUE(isNear(behind(shown, 5), over(base, Qt::green, 0.45))) << "the first with that range gives the colour";
-    EXPECT_EQ(shown.view.selection(), TextRange());
     shown.apply();
     EXPECT_EQ(shown.later.size(), 1U) << "the same token again";
 
@@ -359,8 +315,6 @@ TEST(CodingTextView, FlashesARevealedPassageInItsColourForAMoment)
     const QImage flashed = shown.picture();
     shown.later[0].second();
     EXPECT_EQ(shown.picture(), flashed) << "only the last of two reveals ends the flash";
-    shown.reveal({0, 1'000});
-    EXPECT_EQ(shown.picture(), flashed) << "a range outside of the text is dropped";
     shown.later[1].second();
     EXPECT_EQ(shown.picture(), calm);
 }
@@ -368,38 +322,27 @@ TEST(CodingTextView, FlashesARevealedPassageInItsColourForAMoment)
 TEST(CodingTextView, EndsAFlashWhenPassagesOrTextChange)
 {
     ShownCodingText shown(sentence);
+    const auto expectCalm = [&] {
+        EXPECT_EQ(shown.later.size(), 1U);
+        EXPECT_TRUE(isNear(behind(shown, 5), shown.view.palette().color(QPalette::Base)));
+        shown.later.clear();
+    };
     ++shown.content.revealToken;
     shown.apply();
-    shown.content.revealRange = TextRange{4, 5};
+    shown.content.revealRange = TextRange{4, 5}; // the token wasn't used up without a range
     shown.apply();
-    EXPECT_EQ(shown.later.size(), 1U) << "the token wasn't used up without a range";
     shown.content.highlights = {passage(30, 4)};
     shown.apply();
-    EXPECT_TRUE(isNear(behind(shown, 5), shown.view.palette().color(QPalette::Base)));
+    expectCalm();
     shown.reveal({4, 5});
     shown.content.text = sentence + u"!"_s;
     shown.apply();
-    EXPECT_TRUE(isNear(behind(shown, 5), shown.view.palette().color(QPalette::Base)));
-    shown.later.back().second();
-}
-
-TEST(CodingTextView, MayBeAppliedAgainByWhoHearsOfTheSelection)
-{
-    ShownCodingText shown(paragraphs(20));
-    QObject::connect(&shown.view, &CodingTextView::selectedRangeChanged, &shown.view, [&shown] {
-        shown.content.highlights.append(passage(10, 10));
-        shown.apply();
-    });
-    shown.view.select({30, 5});
-    shown.content.text = sentence;
-    shown.apply();
-    EXPECT_EQ(shown.content.highlights.size(), 2);
-    EXPECT_EQ(shown.view.text(), sentence);
+    expectCalm();
 }
 
 // Context menu
 
-TEST(CodingTextView, OffersWhatCanBeDoneAtACharacter)
+TEST(CodingTextView, OffersWhatCanBeDoneAtACharacterAndDoesIt)
 {
     ShownCodingText shown(sentence);
     shown.content.highlights = {passage(4, 5, u"no colour"_s, u"Unseen"_s), passage(4, 5, u"#FF0000"_s, u"R&D"_s),
@@ -411,40 +354,31 @@ TEST(CodingTextView, OffersWhatCanBeDoneAtACharacter)
         return titles(*menu).mid(0, titles(*menu).size() - 2); // Copy and Select All
     };
     EXPECT_EQ(own(10).first(), u"Remove Code — Newer"_s) << "nobody listens who could add a code";
-    QObject::connect(&shown.view, &CodingTextView::addCodeRequested, &shown.view, [] {});
+    int added = 0;
+    std::vector<QUuid> removed;
+    QObject::connect(&shown.view, &CodingTextView::addCodeRequested, &shown.view, [&added] { ++added; });
+    QObject::connect(&shown.view, &CodingTextView::removeCodingRequested, &shown.view,
+        [&removed](const QUuid &codingID) { removed.push_back(codingID); });
     for (const qint64 position : {0, 3, 16})
         EXPECT_EQ(own(position), QStringList()) << position;
     for (const qint64 position : {4, 9})
         EXPECT_EQ(own(position), (QStringList{u"Remove Code — R&&D"_s, u"-"_s})) << position;
     for (const qint64 position : {10, 15})
         EXPECT_EQ(own(position), (QStringList{u"Add Code…"_s, u"Remove Code — Newer"_s, u"-"_s})) << position;
-}
 
-TEST(CodingTextView, OpensTheMenuUnderThePointerAndRunsItsEntries)
-{
-    ShownCodingText shown(sentence);
-    int added = 0;
-    std::vector<QUuid> removed;
-    QObject::connect(&shown.view, &CodingTextView::addCodeRequested, &shown.view, [&added] { ++added; });
-    QObject::connect(&shown.view, &CodingTextView::removeCodingRequested, &shown.view,
-        [&removed](const QUuid &codingID) { removed.push_back(codingID); });
-    shown.content.highlights = {passage(10, 5)};
-    shown.apply();
-    shown.view.select({4, 11});
     QWidget *page = shown.view.viewport();
     const QPoint point = shown.pointAt(12);
     QContextMenuEvent event(QContextMenuEvent::Mouse, point, page->mapToGlobal(point));
     QApplication::sendEvent(page, &event);
     auto *menu = shown.view.findChild<QMenu *>(u"textContextMenu"_s);
     ASSERT_NE(menu, nullptr);
-    EXPECT_EQ(
-        titles(*menu), (QStringList{u"Add Code…"_s, u"Remove Code — Trust"_s, u"-"_s, u"Copy"_s, u"Select All"_s}));
-    menu->actions()[0]->trigger();
-    menu->actions()[1]->trigger();
-    menu->actions()[3]->trigger();
+    ASSERT_EQ(
+        titles(*menu), (QStringList{u"Add Code…"_s, u"Remove Code — Newer"_s, u"-"_s, u"Copy"_s, u"Select All"_s}));
+    for (const int entry : {0, 1, 3})
+        menu->actions()[entry]->trigger();
     EXPECT_EQ(added, 1);
-    EXPECT_THAT(removed, ElementsAre(shown.content.highlights[0].codingID));
-    EXPECT_EQ(QApplication::clipboard()->text(), u"quick brown"_s);
+    EXPECT_THAT(removed, ElementsAre(shown.content.highlights[2].codingID));
+    EXPECT_EQ(QApplication::clipboard()->text(), u"brown"_s);
     menu->actions()[4]->trigger();
     EXPECT_EQ(shown.view.selection(), (TextRange{0, sentence.size()}));
     menu->close();
@@ -461,13 +395,12 @@ TEST(CodingTextView, OutlinesFindMatchesAndSelectsTheCurrentOne)
         matches.push_back({at, 3});
     shown.view.setFindMatches(matches);
     EXPECT_NE(shown.picture(), bare);
-    EXPECT_FALSE(shown.view.currentFindMatch());
-    shown.view.selectFindMatch(150);
-    EXPECT_EQ(shown.view.selection(), matches[150]);
-    EXPECT_EQ(shown.view.currentFindMatch(), 150U);
+    for (const size_t index : {size_t(150), matches.size()}) { // there is no such match
+        shown.view.selectFindMatch(index);
+        EXPECT_EQ(shown.view.currentFindMatch(), 150U);
+        EXPECT_EQ(shown.view.selection(), matches[150]);
+    }
     EXPECT_TRUE(shown.view.viewport()->rect().contains(shown.view.characterRectangle(matches[150].location)));
-    shown.view.selectFindMatch(matches.size());
-    EXPECT_EQ(shown.view.currentFindMatch(), 150U) << "there is no such match";
     shown.view.setFindMatches({});
     shown.view.select({});
     shown.scrollTo(0);

@@ -74,12 +74,6 @@ TEST(DisplayText, GivesADocumentWhosePositionsAreTheTexts)
     }
 }
 
-TEST(DisplayText, IsTheSameStringWhereNothingTroubles)
-{
-    const QString text = u"Nothing here, \u4E2D\u6587, \U0001F600\n"_s;
-    EXPECT_EQ(DisplayText::of(text).constData(), text.constData());
-}
-
 TEST(DisplayText, PartsALongParagraphOnlyAtSpacesAndEverywhereOften)
 {
     QRandomGenerator random(11);
@@ -88,7 +82,6 @@ TEST(DisplayText, PartsALongParagraphOnlyAtSpacesAndEverywhereOften)
         text += QString(random.bounded(1, 9), u'w') + u' ';
     const QString display = DisplayText::of(text);
     ASSERT_EQ(display.size(), text.size());
-
     qsizetype former = 0;
     for (const qsizetype end : blockEnds(display)) {
         EXPECT_LE(end - former, DisplayText::longestParagraph);

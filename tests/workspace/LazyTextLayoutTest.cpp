@@ -24,12 +24,12 @@ const QStringList words{u"the"_s, u"interview"_s, u"of"_s, u"office"_s, u"AVATAR
     u"\u4E2D\u6587\u5B57\u7B26"_s, u"\u0639\u0644\u064A\u0643\u0645"_s, u"\u05E9\u05DC\u05D5\u05DD"_s, u"e\u0301"_s,
     u"\U0001F469\u200D\U0001F467"_s, u"123"_s, u"(x)"_s, u"long-ish,"_s};
 
-QString randomParagraphs(QRandomGenerator &random, int count, int kinds = int(words.size()))
+QString randomParagraphs(QRandomGenerator &random, int count)
 {
     QString text;
     for (int paragraph = 0; paragraph < count; ++paragraph) {
         for (int word = random.bounded(90); word > 0; --word)
-            text += words[random.bounded(kinds)] + (random.bounded(12) == 0 ? u"\t"_s : u" "_s);
+            text += words[random.bounded(int(words.size()))] + (random.bounded(12) == 0 ? u"\t"_s : u" "_s);
         text += u'\n';
     }
     return text;
@@ -116,54 +116,6 @@ TEST(LazyTextLayout, BreaksLinesWhereThePlainLayoutDoesAndIsAsHigh)
         const qreal height = lazy.layout->documentSize().height() - 2 * ReaderMetrics::verticalInset;
         EXPECT_NEAR(height, plain.size().height(), plain.blockCount() / 2.0);
     }
-}
-
-TEST(LazyTextLayout, DoesntAddUpRoundedHalves)
-{
-    const LazyDocument lazy(u"One line.\n"_s.repeated(100));
-    for (int block = 0; block < 100; ++block)
-        lazy.layout->layOut(block);
-    QTextDocument plain;
-    layOutPlainly(plain, u"One line.\n"_s.repeated(100), 660);
-    EXPECT_NEAR(qreal(lazy.layout->top(100)),
-        plain.documentLayout()->blockBoundingRect(plain.lastBlock()).top() + ReaderMetrics::verticalInset, 1);
-}
-
-TEST(LazyTextLayout, KeepsFewBlocksLaidOutAndTheirHeights)
-{
-    QRandomGenerator random(8);
-    const LazyDocument lazy(randomParagraphs(random, 1000, 7));
-    const qreal estimated = lazy.layout->documentSize().height();
-    EXPECT_EQ(lazy.layout->laidOutCount(), 0);
-    std::vector<int> heights;
-    for (int block = 0; block < lazy.layout->blockCount(); ++block) {
-        lazy.layout->layOut(block);
-        heights.push_back(lazy.layout->height(block));
-        ASSERT_LE(lazy.layout->laidOutCount(), 101);
-        ASSERT_GT(lazy.document.findBlockByNumber(block).layout()->lineCount(), 0) << "what was asked for is there";
-    }
-    EXPECT_EQ(lazy.document.findBlockByNumber(0).layout()->lineCount(), 0) << "what was long ago isn't";
-    for (int block = 0; block < lazy.layout->blockCount(); ++block)
-        ASSERT_EQ(lazy.layout->height(block), heights[size_t(block)]);
-    EXPECT_NEAR(estimated / lazy.layout->documentSize().height(), 1, 0.1) << "the whole is estimated from samples";
-}
-
-TEST(LazyTextLayout, WrapsAgainOnlyWhenTheColumnOrTheFontChanges)
-{
-    LazyDocument lazy(u"Some words to be wrapped.\n"_s.repeated(20), 800);
-    int wrapped = 0;
-    QObject::connect(lazy.layout, &LazyTextLayout::rewrapped, [&wrapped] { ++wrapped; });
-    lazy.document.setPageSize(QSizeF(1200, -1));
-    EXPECT_EQ(wrapped, 0);
-    EXPECT_EQ(lazy.layout->columnLeft(), 270);
-    lazy.document.setPageSize(QSizeF(500, -1));
-    EXPECT_EQ(wrapped, 1);
-    QFont larger = lazy.document.defaultFont();
-    larger.setPointSizeF(20);
-    const qreal height = lazy.layout->documentSize().height();
-    lazy.document.setDefaultFont(larger);
-    EXPECT_EQ(wrapped, 2);
-    EXPECT_GT(lazy.layout->documentSize().height(), height * 1.3);
 }
 
 TEST(LazyTextLayout, OpensAMegabyteWithoutSpaces)
