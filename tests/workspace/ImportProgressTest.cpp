@@ -7,10 +7,7 @@
 #include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTest>
 #include <QWindow>
-
-#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -55,20 +52,16 @@ TEST_F(ImportProgressTest, TellsTheFileAndTakesNoInputButItsOwn)
 
 TEST_F(ImportProgressTest, StopsWhenAskedAndOnlyThatImport)
 {
-    EXPECT_TRUE(goOn(1));
-    QTest::mouseClick(capsule()->findChild<QPushButton *>(), Qt::LeftButton);
-    EXPECT_FALSE(goOn(2));
-    m_progress.finish();
-
-    EXPECT_TRUE(goOn(1));
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space); // the button has the focus
-    EXPECT_FALSE(goOn(2));
-    m_progress.finish();
-
-    EXPECT_TRUE(goOn(1));
-    EXPECT_FALSE(m_window.close()); // in the middle of a file: the import ends first
-    EXPECT_FALSE(goOn(2));
-    m_progress.finish();
+    const std::function<void()> waysToStop[]{
+        [this] { QTest::mouseClick(capsule()->findChild<QPushButton *>(), Qt::LeftButton); },
+        [] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space); }, // the button has the focus
+        [this] { EXPECT_FALSE(m_window.close()); }}; // in the middle of a file: the import ends first
+    for (const auto &stop : waysToStop) {
+        EXPECT_TRUE(goOn(1));
+        stop();
+        EXPECT_FALSE(goOn(2));
+        m_progress.finish();
+    }
     EXPECT_TRUE(m_window.close());
 }
 

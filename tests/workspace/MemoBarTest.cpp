@@ -3,7 +3,6 @@
 #include "workspace/theme/ThemedTest.h"
 
 #include <QPushButton>
-#include <QTest>
 #include <QTextEdit>
 #include <QVBoxLayout>
 
@@ -37,7 +36,7 @@ protected:
 
 } // namespace
 
-TEST_F(MemoBarTest, EveryKeystrokeIsCommittedOnce)
+TEST_F(MemoBarTest, EveryKeystrokeIsCommittedOnceAndNothingThatIsSet)
 {
     m_bar->setText(u"x"_s);
     editor().moveCursor(QTextCursor::End);
@@ -45,29 +44,12 @@ TEST_F(MemoBarTest, EveryKeystrokeIsCommittedOnce)
     QTest::keyClick(&editor(), Qt::Key_Return);
     QTest::keyClick(&editor(), Qt::Key_Backspace);
     EXPECT_EQ(m_commits, (QStringList{u"xa"_s, u"xab"_s, u"xab\n"_s, u"xab"_s}));
-    EXPECT_EQ(m_bar->text(), u"xab"_s);
-}
-
-TEST_F(MemoBarTest, ATextThatIsSetIsNotCommittedAndCannotBeUndoneIntoTheNext)
-{
-    m_bar->setText(u"memo of one thing"_s);
-    QTest::keyClicks(&editor(), u"!"_s);
     m_commits.clear();
     m_bar->setText(u"memo of another"_s);
-    EXPECT_EQ(m_commits, QStringList());
     QTest::keyClick(&editor(), Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_EQ(m_commits, QStringList());
+    EXPECT_EQ(m_commits, QStringList()) << "it can't be undone into the next";
+    EXPECT_EQ(m_bar->text(), u"memo of another"_s);
     EXPECT_EQ(editor().toPlainText(), u"memo of another"_s);
-}
-
-TEST_F(MemoBarTest, DisappearingCommitsOnceMoreAndClosesTheEditor)
-{
-    QTest::mouseClick(&button(), Qt::LeftButton);
-    ASSERT_TRUE(editor().isVisible());
-    m_bar->hide();
-    EXPECT_EQ(m_commits, QStringList(QString()));
-    m_bar->show();
-    EXPECT_TRUE(button().isVisible());
 }
 
 TEST_F(MemoBarTest, TextIsKeptToTheLastUnit)
@@ -80,19 +62,7 @@ TEST_F(MemoBarTest, TextIsKeptToTheLastUnit)
     EXPECT_TRUE(m_bar->text().endsWith(u"\n\ttab 😀"_s));
 }
 
-TEST_F(MemoBarTest, ClickingTheButtonOpensTheEditorForTyping)
-{
-    QTest::mouseClick(&button(), Qt::LeftButton);
-    EXPECT_TRUE(editor().isVisible());
-    EXPECT_TRUE(editor().hasFocus());
-    EXPECT_FALSE(button().isVisible());
-    QTest::keyClicks(&editor(), u"a"_s);
-    QTest::keyClick(&editor(), Qt::Key_Tab);
-    EXPECT_FALSE(editor().hasFocus());
-    EXPECT_EQ(m_bar->text(), u"a"_s);
-}
-
-TEST_F(MemoBarTest, ClearingCollapsesOnlyAnEditorThatTheUserDidNotOpen)
+TEST_F(MemoBarTest, OpensForTypingAndCollapsesWhenItIsClearedUnlessTheUserOpenedIt)
 {
     m_bar->setText(u"content"_s);
     clearByKeyboard();
@@ -101,11 +71,19 @@ TEST_F(MemoBarTest, ClearingCollapsesOnlyAnEditorThatTheUserDidNotOpen)
     EXPECT_EQ(m_commits, QStringList(QString()));
 
     QTest::mouseClick(&button(), Qt::LeftButton);
+    EXPECT_TRUE(editor().hasFocus());
+    EXPECT_FALSE(button().isVisible());
     QTest::keyClicks(&editor(), u"again"_s);
     clearByKeyboard();
-    EXPECT_TRUE(editor().isVisible());
     m_bar->setText({}); // also when another thing's memo is shown
     EXPECT_TRUE(editor().isVisible());
+    QTest::keyClick(&editor(), Qt::Key_Tab);
+    EXPECT_FALSE(editor().hasFocus());
+    m_commits.clear();
+    m_bar->hide();
+    EXPECT_EQ(m_commits, QStringList(QString())) << "once more when it disappears";
+    m_bar->show();
+    EXPECT_TRUE(button().isVisible());
 }
 
 TEST_F(MemoBarTest, ShowsItsEditorForContentOnly)

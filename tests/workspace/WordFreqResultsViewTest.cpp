@@ -3,7 +3,6 @@
 #include "ShownView.h"
 #include "workspace/controls/ElidedLabel.h"
 #include "workspace/lists/SnippetRowDelegate.h"
-#include "workspace/results/TermRowDelegate.h"
 
 using namespace Qt::StringLiterals;
 
@@ -41,16 +40,9 @@ protected:
 
 } // namespace
 
-TEST(TermRowDelegate, ScalesABarToTheTopTerm)
+TEST_F(FrequencyResults, ListsTermsWithTheirCountsOrSaysThatThereAreNone)
 {
-    EXPECT_DOUBLE_EQ(TermRowDelegate::barWidth(3, 4), 67.5);
-    EXPECT_DOUBLE_EQ(TermRowDelegate::barWidth(1, 1000), 4) << "never less";
-    EXPECT_DOUBLE_EQ(TermRowDelegate::barWidth(0, 0), 4);
-    EXPECT_DOUBLE_EQ(TermRowDelegate::barWidth(1'000'000'000'000, 4'000'000'000'000), 22.5);
-}
-
-TEST_F(FrequencyResults, ListsTermsWithTheirCounts)
-{
+    const Document blank = library.paste(u"Blank"_s, u"…"_s);
     library.paste(u"Notes"_s, u"phone phone phone phone table table chair"_s);
     count();
     open();
@@ -59,66 +51,47 @@ TEST_F(FrequencyResults, ListsTermsWithTheirCounts)
     EXPECT_EQ(textsOf(terms()), (QStringList{u"phone"_s, u"table"_s, u"chair"_s}));
     EXPECT_EQ(spoken(terms(), 0), u"phone, 4 occurrences"_s);
     EXPECT_EQ(spoken(terms(), 2), u"chair, 1 occurrence"_s);
-}
-
-TEST_F(FrequencyResults, OneTermIsSpokenOfInThePluralAndNoneShowsAPanel)
-{
-    const Document notes = library.paste(u"Notes"_s, u"phone phone"_s);
-    const Document blank = library.paste(u"Blank"_s, u"…"_s);
-    count(WordFrequency::InDocument{notes.id});
-    open();
-    EXPECT_EQ(title(), u"Notes"_s);
-    EXPECT_EQ(countLine(), u"1 terms"_s);
     count(WordFrequency::InDocument{blank.id});
+    EXPECT_EQ(title(), u"Blank"_s);
     EXPECT_EQ(countLine(), u"0 terms"_s);
     EXPECT_FALSE(terms().isVisible());
-    EXPECT_EQ(textsOf(u"noTerms"_s), (QStringList{u"No Terms"_s, u"Nothing countable found in this scope."_s}));
+    EXPECT_TRUE(showsPage(u"noTerms"_s));
 }
 
-TEST_F(FrequencyResults, AClickOpensTheOccurrencesAndTopTermsLeadsBack)
+TEST_F(FrequencyResults, ClicksLeadToTheOccurrencesIntoTheirDocumentAndBack)
 {
-    library.paste(u"Notes"_s, u"a phone and a Phone on the table"_s);
-    count();
-    open();
-    click(terms(), 1);
-    EXPECT_EQ(library.store.wordFreqSelectedTerm().get(), u"table"_s);
-    EXPECT_EQ(title(), u"“table”"_s);
-    EXPECT_EQ(countLine(), u"1 occurrence"_s);
-    EXPECT_FALSE(terms().isVisible());
-    EXPECT_EQ(topTerms().text(), u"Top terms"_s);
-    QTest::mouseClick(&topTerms(), Qt::LeftButton);
-    EXPECT_EQ(library.store.wordFreqSelectedTerm().get(), std::nullopt);
-    EXPECT_TRUE(library.store.wordFreqOccurrences()->isEmpty());
-    EXPECT_EQ(textsOf(terms()), (QStringList{u"phone"_s, u"table"_s}));
-    EXPECT_TRUE(terms().isVisible());
-    click(terms(), 0);
-    EXPECT_EQ(countLine(), u"2 occurrences"_s);
-    count(); // a new run returns to the terms
-    EXPECT_TRUE(terms().isVisible());
-    EXPECT_EQ(title(), u"All documents"_s);
-    pressButton(u"All Documents"_s);
-    EXPECT_FALSE(std::holds_alternative<WordFreqSelection>(library.store.sidebarSelection()->value()));
-    EXPECT_EQ(library.store.wordFreqItems()->size(), 2) << "the run stays in the store";
-}
-
-TEST_F(FrequencyResults, AnOccurrenceOpensItsDocumentAndTheListStays)
-{
-    const Document notes = library.paste(u"Notes"_s, u"the phone, my phone"_s);
+    const Document notes = library.paste(u"Notes"_s, u"a phone and a Phone on the table"_s);
     library.paste(u"Other"_s, u"words"_s);
     count();
     open();
-    library.store.selectWordFreqTerm(u"phone"_s);
-    EXPECT_EQ(spoken(occurrences(), 0), u"the phone, my phone, Notes"_s);
+    click(terms(), 0);
+    EXPECT_EQ(library.store.wordFreqSelectedTerm().get(), u"phone"_s);
+    EXPECT_EQ(title(), u"“phone”"_s);
+    EXPECT_EQ(countLine(), u"2 occurrences"_s);
+    EXPECT_FALSE(terms().isVisible());
+    EXPECT_EQ(spoken(occurrences(), 0), u"a phone and a Phone on the table, Notes"_s);
     click(occurrences(), 1);
     EXPECT_EQ(library.store.selectedDocumentID().get(), notes.id);
     EXPECT_EQ(revealedRange(), (TextRange{14, 5}));
     EXPECT_EQ(library.store.sidebarSelection().get(), SidebarSelection(WordFreqSelection{}));
     EXPECT_TRUE(occurrences().isVisible());
+
+    QTest::mouseClick(&topTerms(), Qt::LeftButton);
+    EXPECT_EQ(library.store.wordFreqSelectedTerm().get(), std::nullopt);
+    EXPECT_TRUE(terms().isVisible());
+    click(terms(), 1);
+    EXPECT_EQ(countLine(), u"1 occurrence"_s);
+    count(); // a new run returns to the terms
+    EXPECT_TRUE(terms().isVisible());
+    EXPECT_EQ(title(), u"All documents"_s);
+    pressButton(u"All Documents"_s);
+    EXPECT_FALSE(std::holds_alternative<WordFreqSelection>(library.store.sidebarSelection()->value()));
+    EXPECT_EQ(library.store.wordFreqItems()->size(), 3) << "the run stays in the store";
 }
 
 TEST_F(FrequencyResults, TheKeyboardGoesInAndOutAndKeepsItsPlace)
 {
-    library.paste(u"Notes"_s, u"phone phone phone table table chair"_s);
+    const Document notes = library.paste(u"Notes"_s, u"phone phone phone table table chair"_s);
     count();
     open();
     terms().setFocus(Qt::TabFocusReason);
@@ -135,17 +108,10 @@ TEST_F(FrequencyResults, TheKeyboardGoesInAndOutAndKeepsItsPlace)
     QTest::keyClick(&topTerms(), Qt::Key_Space);
     EXPECT_TRUE(terms().hasFocus());
     EXPECT_EQ(terms().currentIndex().row(), 1);
-}
 
-TEST_F(FrequencyResults, ATermThatIsGoneHasNoOccurrences)
-{
-    const Document notes = library.paste(u"Notes"_s, u"phone"_s);
-    count();
-    open();
     library.store.deleteDocument(notes);
-    click(terms(), 0);
-    EXPECT_FALSE(occurrences().isVisible());
-    EXPECT_EQ(textsOf(u"noOccurrences"_s).first(), u"No Occurrences"_s);
+    QTest::keyClick(&terms(), Qt::Key_Return);
+    EXPECT_TRUE(showsPage(u"noOccurrences"_s));
     EXPECT_EQ(countLine(), u"0 occurrences"_s);
     EXPECT_TRUE(topTerms().hasFocus());
 }
