@@ -2,8 +2,7 @@
 
 #ifdef Q_OS_LINUX
 
-#include <QProcess>
-#include <QTemporaryDir>
+#include "BuiltProgram.h"
 
 #include <gtest/gtest.h>
 
@@ -52,63 +51,41 @@ int endOfAsking(int family)
     return status;
 }
 
-/// Starts the built program without a display and without a network, on a library of its own.
-void start(QProcess &process, const QTemporaryDir &folder, const QStringList &arguments, const QString &platform = {})
+/// Without a display and without a network.
+void start(QProcess &process, const BuiltProgram &program, const QStringList &arguments, const QString &platform = {})
 {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const auto &variable : {u"DISPLAY"_s, u"WAYLAND_DISPLAY"_s, u"QT_QPA_PLATFORM"_s})
-        environment.remove(variable);
-    if (!platform.isEmpty())
-        environment.insert(u"QT_QPA_PLATFORM"_s, platform);
-    environment.insert(u"XDG_DATA_HOME"_s, folder.filePath(u"data"_s));
-    process.setProcessEnvironment(environment);
-    process.setChildProcessModifier([] {
+    program.start(process, arguments, platform, [] {
         if (!forbidNetwork())
             ::_exit(cantForbid);
     });
-    process.start(QStringLiteral(VORN_PROGRAM), arguments);
 }
-
-class Offline : public testing::TestWithParam<const char *> {
-protected:
-    void SetUp() override
-    {
-        const int status = endOfAsking(AF_INET);
-        if (WIFEXITED(status) && WEXITSTATUS(status) == cantForbid)
-            GTEST_SKIP() << "this system can't forbid system calls";
-        ASSERT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGSYS) << status; // the check isn't blind
-        ASSERT_EQ(endOfAsking(AF_UNIX), 0);
-    }
-};
 
 } // namespace
 
-TEST_P(Offline, DoesItsWorkWithoutAskingForTheNetwork)
+TEST(Offline, WorksAndShowsItsWindowWithoutAskingForTheNetwork)
 {
-    const QTemporaryDir folder;
-    QProcess process;
-    start(process, folder, {u"--seed-demo"_s, QString::fromUtf8(GetParam()), folder.filePath(u"out"_s)});
-    ASSERT_TRUE(process.waitForFinished(120'000));
-    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
-    EXPECT_EQ(process.exitCode(), 0);
-    EXPECT_FALSE(process.readAllStandardOutput().isEmpty());
-}
+    const int status = endOfAsking(AF_INET);
+    if (WIFEXITED(status) && WEXITSTATUS(status) == cantForbid)
+        GTEST_SKIP() << "this system can't forbid system calls";
+    ASSERT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGSYS) << status; // the check isn't blind
+    ASSERT_EQ(endOfAsking(AF_UNIX), 0);
 
-INSTANTIATE_TEST_SUITE_P(, Offline, testing::Values("--freq-test", "--query-test", "--qdpx-test"),
-    [](const auto &row) { return QString::fromUtf8(row.param).remove(u'-').toStdString(); });
-
-using OfflineWindow = Offline;
-
-TEST_F(OfflineWindow, IsShownWithoutAskingForTheNetwork)
-{
+    const BuiltProgram program;
+    for (const QString &work : {u"--freq-test"_s, u"--query-test"_s, u"--qdpx-test"_s}) {
+        QProcess process;
+        start(process, program, {u"--seed-demo"_s, work, program.path(u"out"_s)});
+        ASSERT_TRUE(process.waitForFinished(120'000));
+        EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(process.exitCode(), 0) << work.toStdString();
+        EXPECT_FALSE(process.readAllStandardOutput().isEmpty());
+    }
     constexpr int whileItIsShown = 1'500; // milliseconds
-    const QTemporaryDir folder;
-    QProcess process;
-    start(process, folder, {u"--seed-demo"_s, u"--query-demo"_s}, u"offscreen"_s);
-    ASSERT_TRUE(process.waitForStarted());
-    EXPECT_FALSE(process.waitForFinished(whileItIsShown)) << process.exitCode();
-    process.kill();
-    process.waitForFinished();
+    QProcess window;
+    start(window, program, {u"--seed-demo"_s, u"--query-demo"_s}, u"offscreen"_s);
+    ASSERT_TRUE(window.waitForStarted());
+    EXPECT_FALSE(window.waitForFinished(whileItIsShown)) << window.exitCode();
+    window.kill();
+    window.waitForFinished();
 }
 
 #endif

@@ -1,18 +1,12 @@
+#include "BuiltProgram.h"
 #include "platform/AtomicFile.h"
 #include "records/database/DatabaseQueue.h"
-#include "support/Cases.h"
 
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
-
-#include <sys/resource.h>
-
-#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -24,34 +18,18 @@ struct Ending {
     QString errors;
 };
 
-/// The built program itself, on a library in a folder of its own and without a display.
-class Program {
+class Program : public BuiltProgram {
 public:
     QString platform; ///< Qt's, chosen by hand; empty for none
 
-    /// `prepare` is called in the new process.
-    [[nodiscard]] Ending run(const QStringList &arguments, const std::function<void()> &prepare = {}) const
+    [[nodiscard]] Ending run(const QStringList &arguments) const
     {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        for (const auto &variable : {u"DISPLAY"_s, u"WAYLAND_DISPLAY"_s, u"QT_QPA_PLATFORM"_s})
-            environment.remove(variable);
-        if (!platform.isEmpty())
-            environment.insert(u"QT_QPA_PLATFORM"_s, platform);
-        environment.insert(u"XDG_DATA_HOME"_s, m_folder.filePath(u"data"_s));
-        environment.insert(u"LANG"_s, u"C.UTF-8"_s);
         QProcess process;
-        process.setProcessEnvironment(environment);
-        process.setChildProcessModifier(prepare);
-        process.start(QStringLiteral(VORN_PROGRAM), arguments);
+        start(process, arguments, platform);
         process.waitForFinished(120'000);
         return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
             QString::fromUtf8(process.readAllStandardError())};
     }
-    [[nodiscard]] QString libraryFile() const { return m_folder.filePath(u"data/Vorn/vorn.sqlite"_s); }
-    [[nodiscard]] QString path(const QString &name) const { return m_folder.filePath(name); }
-
-private:
-    QTemporaryDir m_folder;
 };
 
 QSet<QString> switchesIn(const QString &text)
@@ -98,82 +76,49 @@ TEST(Program, SaysWhyItCantOpenItsLibraryAndLeavesTheFileAlone)
 {
     Program program;
     QDir().mkpath(program.path(u"data/Vorn"_s));
-    const QByteArray foreign = "These are no pages of a database but a shopping list, kept under a strange name.";
-    AtomicFile::write(program.libraryFile(), foreign);
-    const Ending ending = program.run({u"--freq-test"_s});
-    EXPECT_NE(ending.status, 0);
-    EXPECT_EQ(ending.output, QString());
-    EXPECT_TRUE(ending.errors.contains(u"Vorn can't open its library.\n\nfile is not a database"_s));
-    EXPECT_EQ(AtomicFile::read(program.libraryFile()), foreign);
+    const auto expectRefusal = [&program](const QString &reason) {
+        const QByteArray foreign = AtomicFile::read(program.libraryFile());
+        const Ending ending = program.run({u"--freq-test"_s});
+        EXPECT_EQ(ending.status, 1);
+        EXPECT_EQ(ending.output, QString());
+        EXPECT_TRUE(ending.errors.contains(reason)) << ending.errors.toStdString();
+        EXPECT_EQ(AtomicFile::read(program.libraryFile()), foreign);
+    };
+    AtomicFile::write(program.libraryFile(), "These are no pages of a database but a shopping list of some length.");
+    expectRefusal(u"Vorn can't open its library.\n\nfile is not a database"_s);
     program.platform = u"offscreen"_s; // where a message box would wait for ever
     EXPECT_EQ(program.run({}).status, 1);
+    program.platform.clear();
 
     QFile::remove(program.libraryFile());
     DatabaseQueue(program.libraryFile()).write([](Database &database) {
         database.execute("CREATE TABLE bookmarks (url TEXT)");
     });
-    const QByteArray bookmarks = AtomicFile::read(program.libraryFile());
-    EXPECT_TRUE(program.run({u"--freq-test"_s})
-                    .errors.contains(u"The file isn't a library of Vorn: another program made it."_s));
-    EXPECT_EQ(AtomicFile::read(program.libraryFile()), bookmarks);
+    expectRefusal(u"The file isn't a library of Vorn: another program made it."_s);
 
     QFile::remove(program.libraryFile());
-    QDir(program.path(u"data"_s)).rmdir(u"Vorn"_s);
-    AtomicFile::write(program.path(u"data/Vorn"_s), "a file where the folder should be");
-    EXPECT_TRUE(program.run({u"--freq-test"_s}).errors.contains(u"unable to open database file"_s));
-}
-
-TEST(Program, EndsWithItsReasonWhereItCantBeginAndNobodyWaits)
-{
-    const Program program;
     std::ignore = program.run({u"--seed-demo"_s, u"--freq-test"_s});
     DatabaseQueue(program.libraryFile()).write([](Database &database) {
         database.execute("UPDATE project SET createdAt = 'never'");
     });
-    const Ending ending = program.run({u"--freq-test"_s});
-    EXPECT_EQ(ending.status, 1);
-    EXPECT_EQ(ending.output, QString());
-    EXPECT_TRUE(ending.errors.contains(u"The value of column “createdAt” can't be read: it isn't a date.\n"_s));
+    expectRefusal(u"The value of column “createdAt” can't be read: it isn't a date.\n"_s);
 }
 
-struct Question {
-    const char *name;
-    QStringList arguments;
-    QString firstLine;
-};
-
-using AskedProgram = testing::TestWithParam<Question>;
-
-TEST_P(AskedProgram, AnswersOnStandardOutputWithoutADisplayOrALibrary)
+TEST(Program, AnswersOnStandardOutputWithoutADisplayOrALibrary)
 {
+    const QString usage = u"Usage: vorn [SWITCH]..."_s;
+    const QString version = u"Vorn " VORN_VERSION ""_s;
+    const std::pair<QStringList, QString> questions[]{{{u"--help"_s}, usage}, {{u"--version"_s}, version},
+        {{u"--seed-demo"_s, u"--freq-test"_s, u"--help"_s}, usage}, {{u"--nonsense"_s, u"--version"_s}, version}};
     const Program program;
-    const Ending ending = program.run(GetParam().arguments);
-    EXPECT_EQ(ending.status, 0);
-    EXPECT_EQ(ending.output.section(u'\n', 0, 0), GetParam().firstLine);
-    EXPECT_TRUE(ending.output.endsWith(u'\n'));
-    EXPECT_EQ(ending.errors, QString());
+    for (const auto &[arguments, firstLine] : questions) {
+        const Ending ending = program.run(arguments);
+        EXPECT_EQ(ending.status, 0);
+        EXPECT_EQ(ending.output.section(u'\n', 0, 0), firstLine);
+        EXPECT_TRUE(ending.output.endsWith(u'\n'));
+        EXPECT_EQ(ending.errors, QString());
+    }
     EXPECT_FALSE(QFile::exists(program.path(u"data"_s)));
-}
-
-INSTANTIATE_TEST_SUITE_P(Program, AskedProgram,
-    testing::Values(Question{"help_wants_a_display", {u"--help"_s}, u"Usage: vorn [SWITCH]..."_s},
-        Question{"version_differs_from_the_build", {u"--version"_s}, u"Vorn " VORN_VERSION ""_s},
-        Question{"help_opens_the_library_first", {u"--seed-demo"_s, u"--freq-test"_s, u"--help"_s},
-            u"Usage: vorn [SWITCH]..."_s},
-        Question{"unknown_switch_silences_the_version", {u"--nonsense"_s, u"--version"_s}, u"Vorn " VORN_VERSION ""_s}),
-    rowName);
-
-TEST(Program, SaysThatItsFirstLibraryFindsNoRoomAndMakesItWhenThereIsSome)
-{
-    const Program program;
-    const Ending ending = program.run({u"--seed-demo"_s, u"--freq-test"_s}, [] {
-        const rlimit nothing{0, RLIM_INFINITY};
-        ::setrlimit(RLIMIT_FSIZE, &nothing);
-    });
-    EXPECT_EQ(ending.status, 1);
-    EXPECT_TRUE(ending.errors.contains(u"Vorn can't open its library.\n\ndisk I/O error - while "_s))
-        << ending.errors.toStdString();
-    EXPECT_TRUE(isCount(program.run({u"--seed-demo"_s, u"--freq-test"_s}).output));
 }
 
 TEST(Program, FailsWhereItsAnswerCantBeWritten)

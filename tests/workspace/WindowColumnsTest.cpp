@@ -3,30 +3,31 @@
 #include "workspace/lists/ListMetrics.h"
 #include "workspace/sidebar/SidebarView.h"
 
-#include <QListView>
 #include <QTextEdit>
 #include <QTimer>
-
-#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 
 using Window = ShownWindow;
 
-TEST_F(Window, ColumnsKeepTheirLimitsAtEverySize)
+TEST_F(Window, ColumnsKeepTheirLimitsAtEverySizeAndWhateverTheNames)
 {
-    const QString longName = u"A name that goes on and on, "_s.repeated(11);
-    library.makeCodes({longName, u"\u05E9\u05DC\u05D5\u05DD"_s});
-    library.paste(longName, u"some words"_s);
+    library.makeCodes({u"A name that goes on and on, "_s.repeated(11), u"\u05E9\u05DC\u05D5\u05DD"_s});
+    library.paste(u"A"_s, u"some words"_s);
     open();
-    for (const QSize size : {QSize(900, 600), QSize(2560, 1440), QSize(500, 300), QSize(1180, 780)}) {
-        root().resize(size);
-        QApplication::processEvents();
-        EXPECT_LE(root().width(), std::max(size.width(), 900)) << size.width();
-        const int sidebar = find<SidebarView>().width();
-        EXPECT_TRUE(sidebar >= 185 && sidebar <= 280) << sidebar;
-        const int list = find<DocumentListView>().width();
-        EXPECT_TRUE(list >= ListMetrics::leastColumnWidth && list <= ListMetrics::greatestColumnWidth) << list;
+    for (const QString &title : {u"W"_s.repeated(300), u"long words "_s.repeated(2900), u"\u05E9"_s.repeated(32767)}) {
+        library.store.renameDocument(library.store.documents()->first(), title);
+        for (const QSize size : {QSize(900, 600), QSize(2560, 1440), QSize(500, 300), QSize(1180, 780)}) {
+            root().resize(size);
+            QApplication::processEvents();
+            EXPECT_LE(root().width(), std::max(size.width(), 900));
+            EXPECT_LE(root().height(), std::max(size.height(), 600));
+            const int sidebar = find<SidebarView>().width();
+            EXPECT_TRUE(sidebar >= 185 && sidebar <= 280) << sidebar;
+            const int list = find<DocumentListView>().width();
+            EXPECT_TRUE(list >= ListMetrics::leastColumnWidth && list <= ListMetrics::greatestColumnWidth) << list;
+        }
+        EXPECT_GE(text().height(), 200) << title.size();
     }
 }
 
@@ -38,12 +39,10 @@ TEST_F(Window, AnotherProjectShowsItsOwnDocumentsAndMemos)
     library.store.createProject(u"Second"_s);
     library.paste(u"second"_s, u"other words"_s);
     open();
-    EXPECT_EQ(text().text(), u"other words"_s);
     library.store.sidebarSelection().set(SidebarSelection(ProjectSelection{firstProject}));
     QApplication::processEvents();
     EXPECT_EQ(text().text(), u"some words"_s);
     EXPECT_EQ(find<QTextEdit>(u"documentTitle"_s).toPlainText(), u"first"_s);
-    EXPECT_EQ(find<QListView>(u"documentList"_s).model()->rowCount(), 1);
     EXPECT_EQ(find<QTextEdit>(u"memo"_s).toPlainText(), u"of the first"_s);
 }
 

@@ -7,8 +7,6 @@
 #include <QListView>
 #include <QTextEdit>
 
-#include <gtest/gtest.h>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -60,23 +58,33 @@ TEST_F(WindowKeyboard, TabGoesThroughTheColumnsFromLeftToRight)
     EXPECT_EQ(backwards, places.mid(1));
 }
 
-TEST_F(WindowKeyboard, APassageIsCodedWithoutTheMouse)
+TEST_F(WindowKeyboard, APassageIsCodedWithoutTheMouseWithTheFirstCodeOfAnExactName)
 {
+    library.makeCodes({u"Trusting"_s, u"trust"_s});
     library.paste(u"A"_s, u"some words to code"_s);
     open();
     text().setFocus(Qt::TabFocusReason);
     for (int each = 0; each < 4; ++each)
         QTest::keyClick(&text(), Qt::Key_Right, Qt::ShiftModifier);
     QTest::keyClick(&text(), Qt::Key_Tab);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
-    auto &field = find<QLineEdit>(u"pickerField"_s);
-    ASSERT_TRUE(field.hasFocus());
-    QTest::keyClicks(&field, u"Trust"_s);
-    QTest::keyClick(&field, Qt::Key_Return);
+    for (const Qt::Key ending : {Qt::Key_Escape, Qt::Key_Return}) {
+        EXPECT_TRUE(find<SelectionBar>().isVisible()) << "the passage is still there to be coded";
+        EXPECT_TRUE(library.storedCodings().isEmpty());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+        auto &field = find<QLineEdit>(u"pickerField"_s);
+        ASSERT_TRUE(field.hasFocus());
+        QTest::keyClicks(&field, u"TRUST"_s);
+        QTest::keyClick(&field, ending);
+        QApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
     ASSERT_EQ(library.storedCodings().size(), 1);
     EXPECT_EQ(library.storedCodings().first().range(), (TextRange{0, 4}));
-    QApplication::processEvents();
+    EXPECT_EQ(library.storedCodings().first().codeID, library.code(u"Trusting"_s).id);
+    EXPECT_EQ(library.store.codes()->size(), 2);
     EXPECT_TRUE(text().hasFocus()); // where the gesture began
+    const std::unique_ptr<QMenu> menu(text().createContextMenu(1)); // the text shows the passage
+    EXPECT_EQ(menu->actions().first()->text(), u"Remove Code — Trusting"_s);
 }
 
 TEST_F(WindowKeyboard, EverythingThatTakesTheFocusHasANameAndARole)

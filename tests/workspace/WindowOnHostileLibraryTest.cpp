@@ -53,18 +53,18 @@ protected:
         for (const Code &code : QList<Code>(store.codes()->first(2))) {
             store.sidebarSelection().set(CodeSelection{code.id});
             look();
-            for (const ExcerptHit &hit :
-                store.excerpts(code.id).first(std::min<qsizetype>(1, store.excerpts(code.id).size())))
-                store.reveal(hit);
+            if (const auto excerpts = store.excerpts(code.id); !excerpts.isEmpty())
+                store.reveal(ExcerptHit(excerpts.first()));
             look();
         }
+        const QUuid first = store.codes()->first().id;
         for (const auto mode : QuerySpec::modes()) {
-            store.runQuery({{store.codes()->first().id}, mode, {}});
+            store.runQuery({{first}, mode, {}});
             if (!store.queryResults()->isEmpty())
                 store.reveal(QueryResult(store.queryResults()->last()));
             look();
         }
-        store.runWordFrequency(WordFrequency::InCode{store.codes()->first().id}, 3, true, 50);
+        store.runWordFrequency(WordFrequency::InCode{first}, 3, true, 50);
         store.selectWordFreqTerm(u"trust"_s);
         look();
         store.goToDocuments();
@@ -106,12 +106,11 @@ INSTANTIATE_TEST_SUITE_P(, WindowOnHostileLibrary,
         Malice{"ThousandsOfPassagesOnOneWord",
             {"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 5000) INSERT INTO coding SELECT "
              "randomblob(16), documentID, codeID, start, length, createdAt FROM coding, n"}},
-        Malice{"EndlessNames",
+        Malice{"EndlessNamesAndMemos",
             {"UPDATE code SET name = replace(hex(zeroblob(10000)), '00', 'x ' || char(0, 10)), colorHex = name",
-                "UPDATE document SET title = hex(zeroblob(10000))",
-                "UPDATE project SET name = char(0x202E) || hex(zeroblob(10000))"}},
-        Malice{"EndlessMemos",
-            {"UPDATE document SET memo = hex(zeroblob(500000))", "UPDATE code SET memo = hex(zeroblob(500000))"}},
+                "UPDATE document SET title = hex(zeroblob(10000)), memo = hex(zeroblob(500000))",
+                "UPDATE project SET name = char(0x202E) || hex(zeroblob(10000))",
+                "UPDATE code SET memo = hex(zeroblob(500000))"}},
         Malice{"AbsurdCountsAndDates",
             {"UPDATE document SET addedAt = '0001-01-01', wordCount = -9223372036854775807 - 1, charCount = "
              "9223372036854775807",
