@@ -1,11 +1,8 @@
 #include "ThemedTest.h"
 
-#include "workspace/controls/ElidedLabel.h"
 #include "workspace/controls/Paragraph.h"
 #include "workspace/controls/Transition.h"
 #include "workspace/theme/Fonts.h"
-
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -23,57 +20,24 @@ TEST_F(ThemedTest, AParagraphBreaksAWordThatIsWiderThanItself)
     EXPECT_GE(paragraph.heightForWidth(0), line);
 }
 
-TEST_F(ThemedTest, AnElidedLabelNeverElidesWhatHasItsRoom)
+TEST_F(ThemedTest, AWidgetThatComesAndGoesLeavesNothingBehind)
 {
-    for (const QFont &font : {Fonts::callout(), Fonts::body(), Fonts::caption(), Fonts::readerTitle()}) {
-        ElidedLabel label(u"Imported 3 documents"_s, font, Symbols::Tint::text);
-        label.resize(label.sizeHint());
-        EXPECT_FALSE(label.isElided());
-        label.resize(label.width() - 2, label.height());
-        EXPECT_TRUE(label.isElided());
+    showWindow();
+    QWidget widget(&m_window);
+    const auto isAlone = [&] { return m_window.findChildren<QWidget *>().size() == 1 && widget.mask().isEmpty(); };
+    for (const bool isAnimated : {true, false}) {
+        animate(isAnimated);
+        widget.hide();
+        Transition::banner(widget).appear(widget);
+        EXPECT_TRUE(widget.isVisible()) << "at once";
+        Transition::banner(widget).disappear(widget);
+        EXPECT_FALSE(widget.isVisible());
+        Transition::fade().appear(widget);
+        EXPECT_TRUE(widget.isVisible());
+        EXPECT_NE(isAlone(), isAnimated);
+        EXPECT_TRUE(QTest::qWaitFor(isAlone));
+        EXPECT_TRUE(widget.isVisible());
     }
-}
-
-TEST_F(ThemedTest, AnAnimatedWidgetIsThereAtOnceAndLeavesNothingBehind)
-{
-    animate(true);
-    showWindow();
-    QWidget widget(&m_window);
-    widget.hide();
-    Transition::banner(widget).appear(widget);
-    EXPECT_TRUE(widget.isVisible());
-    EXPECT_EQ(m_window.findChildren<QWidget *>().size(), 2);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return widget.mask().isEmpty(); }));
-    EXPECT_EQ(m_window.findChildren<QWidget *>().size(), 1);
-    Transition::banner(widget).disappear(widget);
-    EXPECT_FALSE(widget.isVisible());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return m_window.findChildren<QWidget *>().size() == 1; }));
-}
-
-TEST_F(ThemedTest, WithoutAnimationsOnlyTheFinalStateShows)
-{
-    showWindow();
-    QWidget widget(&m_window);
-    widget.hide();
-    Transition::fade().appear(widget);
-    EXPECT_TRUE(widget.isVisible() && widget.mask().isEmpty());
-    Transition::fade().disappear(widget);
-    EXPECT_FALSE(widget.isVisible());
-    EXPECT_EQ(m_window.findChildren<QWidget *>().size(), 1);
-}
-
-TEST_F(ThemedTest, AWidgetThatGoesAndComesBackAtOnceIsSeen)
-{
-    animate(true);
-    showWindow();
-    QWidget widget(&m_window);
-    widget.hide();
-    Transition::fade().appear(widget);
-    Transition::fade().disappear(widget);
-    Transition::fade().appear(widget);
-    EXPECT_TRUE(widget.isVisible());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return m_window.findChildren<QWidget *>().size() == 1; }));
-    EXPECT_TRUE(widget.mask().isEmpty());
 }
 
 TEST_F(ThemedTest, AWidgetMayBeDeletedOnItsWay)

@@ -51,21 +51,3 @@ INSTANTIATE_TEST_SUITE_P(Palette, Legibility,
         ContrastCase{"white_on_destructive_fill", &C::onAccent, &C::destructiveFill, none, readable},
         ContrastCase{"focus_ring_on_sidebar", &C::accentForeground, &C::sidebar, none, discernible}),
     rowName);
-
-TEST(ThemeColors, EdgesCanBeSeenInHighContrast)
-{
-    for (const bool isDark : {false, true}) {
-        const ThemeColors colors = ThemeColors::of({isDark, true});
-        EXPECT_GE(contrast(colors.hairline, colors.sidebar), discernible);
-        EXPECT_GE(contrast(colors.controlEdge, colors.sheet), discernible);
-        EXPECT_EQ(colors.raisedEdge.alpha(), 255);
-        EXPECT_EQ(colors.secondary, colors.text);
-    }
-}
-
-TEST(ThemeColors, SelectedTextKeepsItsColour)
-{
-    const QPalette palette = ThemeColors::of({true, false}).palette();
-    EXPECT_EQ(palette.color(QPalette::HighlightedText), palette.color(QPalette::Text));
-    EXPECT_NE(palette.color(QPalette::Disabled, QPalette::Text), palette.color(QPalette::Active, QPalette::Text));
-}
