@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -51,12 +52,11 @@ void bringUpToDate(DatabaseQueue &queue)
     migrator.migrate(queue);
 }
 
-/// The interviews of a study are nobody else's business.
+/// The interviews of a study are nobody else's business, also where a link leads to a file that is yet to be made.
 void makePrivateFile(const QString &path)
 {
-    QFile file(path);
-    if (!file.exists())
-        file.open(QIODevice::NewOnly | QIODevice::WriteOnly, QFile::ReadOwner | QFile::WriteOwner);
+    if (!QFileInfo::exists(path)) // which looks behind a link, as QFile::exists doesn't always do
+        QFile(path).open(QIODevice::ReadWrite, QFile::ReadOwner | QFile::WriteOwner);
 }
 
 } // namespace

@@ -101,6 +101,13 @@ INSTANTIATE_TEST_SUITE_P(, Privacy,
                 return modeOf(folder + u"/vorn.sqlite"_s);
             },
             "600"},
+        Secret{"LibraryBehindALink",
+            [](const QString &folder) {
+                QFile::link(folder + u"/elsewhere.sqlite"_s, folder + u"/vorn.sqlite"_s);
+                const auto queue = AppDatabase::openQueue(folder + u"/vorn.sqlite"_s);
+                return modeOf(folder + u"/elsewhere.sqlite"_s);
+            },
+            "600"},
         Secret{"Journal",
             [](const QString &folder) {
                 const auto queue = AppDatabase::openQueue(folder + u"/vorn.sqlite"_s);
