@@ -1,8 +1,9 @@
 #include "records/AppDatabase.h"
 
 #include "platform/ApplicationFolder.h"
-#include "records/SchemaCheck.h"
 #include "records/database/DatabaseMigrator.h"
+#include "records/schema/SchemaCheck.h"
+#include "records/schema/SchemaReplay.h"
 
 #include <QDir>
 #include <QFile>
@@ -52,6 +53,15 @@ void bringUpToDate(DatabaseQueue &queue)
     migrator.migrate(queue);
 }
 
+/// Whether a file can be our library shows in its schema, in memory: nothing may have been written to one that can't.
+void refuseUnlessOurs(DatabaseQueue &queue)
+{
+    SchemaCheck::refuseForeign(queue);
+    const auto replayed = SchemaReplay::inMemory(queue);
+    bringUpToDate(*replayed);
+    SchemaCheck::refuseUnfit(*replayed);
+}
+
 /// The interviews of a study are nobody else's business, also where a link leads to a file that is yet to be made.
 void makePrivateFile(const QString &path)
 {
@@ -80,9 +90,8 @@ std::unique_ptr<DatabaseQueue> AppDatabase::openQueue(const QString &path)
 {
     makePrivateFile(path);
     auto queue = std::make_unique<DatabaseQueue>(path);
-    SchemaCheck::refuseForeign(*queue);
+    refuseUnlessOurs(*queue);
     bringUpToDate(*queue);
-    SchemaCheck::refuseUnfit(*queue);
     return queue;
 }
 

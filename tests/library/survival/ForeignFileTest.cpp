@@ -72,6 +72,21 @@ std::vector<Stranger> strangers()
             {"CREATE TABLE grdb_migrations (identifier TEXT NOT NULL PRIMARY KEY)",
                 "INSERT INTO grdb_migrations VALUES ('v1')", "CREATE TABLE player (name)"},
             anotherProgram),
+        database("DatabaseWithOurFirstMigration",
+            {"CREATE TABLE grdb_migrations (identifier TEXT NOT NULL PRIMARY KEY)",
+                "INSERT INTO grdb_migrations VALUES ('createCore'), ('v2')",
+                "CREATE TABLE document (id TEXT, name TEXT)", "CREATE TABLE photo (x)"},
+            "The file isn't a library of Vorn: its table “project” is missing or no plain table."),
+        database("DatabaseWithOurMigrationsAndACodebook",
+            {"CREATE TABLE grdb_migrations (identifier TEXT NOT NULL PRIMARY KEY)",
+                "INSERT INTO grdb_migrations VALUES ('createCore'), ('codes')",
+                "CREATE TABLE code (id TEXT, name TEXT)", "CREATE TABLE document (id TEXT, name TEXT)"},
+            "The file isn't a library of Vorn: its table “project” is missing or no plain table."),
+        database("DatabaseWithOtherMigrations", {"CREATE TABLE grdb_migrations (version)"}, anotherProgram),
+        database("MigrationsWithoutEnd",
+            {"CREATE VIEW grdb_migrations AS WITH RECURSIVE n(identifier) AS (SELECT 'v' UNION ALL SELECT identifier "
+             "FROM n) SELECT identifier FROM n"},
+            anotherProgram),
         {"Folder",
             [](const QString &path) {
                 QFile::remove(path);

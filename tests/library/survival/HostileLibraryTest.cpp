@@ -32,6 +32,35 @@ QByteArrayList passage(const QByteArray &change)
     return {"UPDATE coding SET " + change + " WHERE length = 4"};
 }
 
+/// Declares one column otherwise, whatever SQLite thinks of that and of the rows there are.
+QByteArrayList redeclared(const QByteArray &table, const QByteArray &column, const QByteArray &otherwise)
+{
+    return {"PRAGMA writable_schema = ON",
+        "UPDATE sqlite_master SET sql = replace(sql, '\"" + column + "', '\"" + otherwise + "') WHERE name = '" + table
+            + '\''};
+}
+
+QByteArrayList manyIndexes(int count)
+{
+    QByteArrayList statements{"BEGIN"};
+    for (int index = 0; index < count; ++index)
+        statements.append("CREATE INDEX many" + QByteArray::number(index) + " ON coding(start)");
+    return statements + QByteArrayList{"COMMIT"};
+}
+
+/// With views that look at each other in a circle.
+QByteArrayList strangeTables(int count)
+{
+    QByteArrayList statements{"CREATE VIRTUAL TABLE found USING fts5(x)", "BEGIN"};
+    for (int index = 0; index < count; ++index) {
+        const QByteArray number = QByteArray::number(index);
+        statements.append("CREATE TABLE strange" + number + " (x REFERENCES strange0)");
+        statements.append(
+            "CREATE VIEW loop" + number + " AS SELECT * FROM loop" + QByteArray::number((index + 1) % count));
+    }
+    return statements + QByteArrayList{"COMMIT"};
+}
+
 QByteArray manyCodes(const QByteArray &count, const QByteArray &parent)
 {
     return "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < " + count
@@ -120,6 +149,13 @@ std::vector<Malice> hostileSchemas()
         return QByteArrayList{"ALTER TABLE coding RENAME TO old", "CREATE TABLE coding (" + coding,
             "INSERT INTO coding SELECT id, documentID, codeID, start, length, createdAt FROM old"};
     };
+    const auto unusable = [&](const QString &table, const QString &why) {
+        return notOurs(u"its table “%1” can't be used: %2."_s.arg(table, why));
+    };
+    const auto changed = u"what is written into it doesn't come back as it was"_s;
+    const auto document = QByteArrayList{"id", "projectID", "title", "text", "addedAt", "sourceKind",
+        "wordCount INTEGER", "charCount INTEGER", "memo"}
+                              .join(", ");
     return {
         {"table_missing", {"DROP TABLE coding"}, notOurs(u"its table “coding” is missing or no plain table."_s)},
         {"column_missing", {"ALTER TABLE document DROP COLUMN memo"},
@@ -155,6 +191,49 @@ std::vector<Malice> hostileSchemas()
                 "NOT NULL)",
                 "INSERT INTO coding SELECT *, 'me' FROM copy"},
             notOurs(u"its table “coding” wants “author” in each row."_s)},
+        {"numbers_become_texts", redeclared("coding", "start\" INTEGER", "start\" TEXT"),
+            unusable(u"coding"_s, unreadable(u"start"_s, u"a whole number"_s).chopped(1))},
+        {"numbers_become_fractions", redeclared("coding", "length\" INTEGER", "length\" REAL"),
+            unusable(u"coding"_s, unreadable(u"length"_s, u"a whole number"_s).chopped(1))},
+        {"names_become_numbers", redeclared("code", "name\" TEXT", "name\" NUMERIC"),
+            unusable(u"code"_s, unreadable(u"name"_s, u"a text"_s).chopped(1))},
+        {"memo_must_not_be_absent", redeclared("code", "memo\" TEXT", "memo\" TEXT NOT NULL DEFAULT 0"),
+            unusable(u"code"_s, u"NOT NULL constraint failed: code.memo"_s)},
+        {"absent_memo_is_filled",
+            redeclared("document", "memo\" TEXT", "memo\" TEXT NOT NULL ON CONFLICT REPLACE DEFAULT 0"),
+            unusable(u"document"_s, changed)},
+        {"codes_without_parent_are_swallowed",
+            redeclared("code", "parentID\" TEXT", "parentID\" TEXT NOT NULL ON CONFLICT IGNORE"),
+            unusable(u"code"_s, changed)},
+        {"same_identifier_replaces",
+            redeclared("document", "id\" TEXT PRIMARY KEY", "id\" TEXT PRIMARY KEY ON CONFLICT REPLACE"),
+            unusable(u"document"_s, u"it takes an identifier twice"_s)},
+        {"identifiers_without_a_key",
+            {"ALTER TABLE document RENAME TO old", "CREATE TABLE document (" + document + ')',
+                "INSERT INTO document SELECT * FROM old", "DROP TABLE old"},
+            unusable(u"document"_s, u"it takes an identifier twice"_s)},
+        {"computed_column_that_stays_empty",
+            {"ALTER TABLE coding RENAME TO old",
+                "CREATE TABLE coding (id PRIMARY KEY, documentID, codeID, start INT, length INT, createdAt, empty NOT "
+                "NULL AS (CASE WHEN length > 0 THEN NULL ELSE 1 END))",
+                "DROP TABLE old"},
+            unusable(u"coding"_s, u"NOT NULL constraint failed: coding.empty"_s)},
+        {"order_that_is_unknown", redeclared("project", "createdAt\" DATETIME", "createdAt\" DATETIME COLLATE MINE"),
+            unusable(u"project"_s, u"no such collation sequence: MINE"_s)},
+        {"index_in_an_unknown_order", redeclared("code_on_parentID", "parentID\"", "parentID\" COLLATE MINE"),
+            unusable(u"code"_s, u"no such collation sequence: MINE"_s)},
+        {"index_of_an_unknown_function",
+            {"CREATE INDEX starts ON coding(abs(start))", "PRAGMA writable_schema = ON",
+                "UPDATE sqlite_master SET sql = replace(sql, 'abs(', 'mine(') WHERE name = 'starts'"},
+            unusable(u"coding"_s, u"no such function: mine"_s)},
+        {"table_in_other_letters", {"ALTER TABLE document RENAME TO old", "ALTER TABLE old RENAME TO DOCUMENT"},
+            unusable(u"document"_s, u"it doesn't tell of its changes"_s)},
+        {"another_table_refers_to_titles", {"CREATE TABLE notes (about REFERENCES document(title))"},
+            unusable(u"document"_s, u"foreign key mismatch - \"notes\" referencing \"document\""_s)},
+        {"definition_without_end", {"CREATE INDEX starts ON coding(start /*" + QByteArray(60'000, 'x') + "*/)"},
+            unusable(u"coding"_s, u"statement too long"_s)},
+        {"indexes_without_end", manyIndexes(600),
+            notOurs(u"its table “coding” is one of too many tables and indexes."_s)},
         {"migrations_forgotten", {"DELETE FROM grdb_migrations"}, notOurs(u"another program made it."_s)},
         {"one_migration_forgotten", {"DELETE FROM grdb_migrations WHERE identifier = 'memos'"},
             u"refused: duplicate column name: memo - while executing `ALTER TABLE \"code\" ADD COLUMN \"memo\" TEXT`"_s},
@@ -163,6 +242,14 @@ std::vector<Malice> hostileSchemas()
                 "CREATE INDEX dates ON coding(createdAt)", "CREATE UNIQUE INDEX titles ON document(title, id)",
                 "ALTER TABLE code ADD COLUMN rank INTEGER"},
             u"open\n"_s + documents + codes},
+        {"notes_of_another_tool",
+            {"CREATE TABLE notes (about REFERENCES document ON DELETE CASCADE, text CHECK (length(text) > 0))"},
+            u"open\n"_s + documents + codes},
+        {"quotes_of_another_age",
+            {"CREATE INDEX red ON code(name) WHERE colorHex = 'red'", "PRAGMA writable_schema = ON",
+                "UPDATE sqlite_master SET sql = replace(sql, char(39), char(34)) WHERE name = 'red'"},
+            u"open\n"_s + documents + codes},
+        {"strange_tables_and_views_without_end", strangeTables(1'000), u"open\n"_s + documents + codes},
         {"no_index", {"DROP INDEX coding_on_codeID", "DROP INDEX document_on_projectID"},
             u"open\n"_s + documents + codes},
     };

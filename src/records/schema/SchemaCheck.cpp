@@ -1,63 +1,49 @@
-#include "records/SchemaCheck.h"
+#include "records/schema/SchemaCheck.h"
 
 #include "records/Code.h"
 #include "records/Coding.h"
 #include "records/Document.h"
 #include "records/Project.h"
-#include "records/database/DatabaseError.h"
 #include "records/database/DatabaseQueue.h"
+#include "records/schema/RecordProbe.h"
+#include "records/schema/SchemaRefusal.h"
 
-#include <QSet>
+#include <QHash>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-[[noreturn]] void refuse(const QString &reason)
-{
-    throw DatabaseError::misuse(u"The file isn't a library of Vorn: "_s + reason);
-}
+using SchemaRefusal::refuse;
 
-[[noreturn]] void refuse(QByteArrayView table, const QString &reason)
-{
-    refuse(u"its table “%1” %2."_s.arg(QString::fromUtf8(table), reason));
-}
+constexpr auto migrations = "grdb_migrations";
 
 bool isTrue(Database &database, QByteArrayView question, QByteArrayView table)
 {
     return database.integer(question, {TextValue{table.toByteArray()}}) != 0;
 }
 
-/// The columns that can be written.
-QSet<QByteArray> columnsOf(Database &database, QByteArrayView table)
+/// The columns that can be written, and whether a row must name them.
+QHash<QByteArray, bool> columnsOf(Database &database, QByteArrayView table)
 {
-    QSet<QByteArray> columns;
-    database.forEachRow("SELECT name FROM pragma_table_xinfo(?) WHERE hidden = 0", {TextValue{table.toByteArray()}},
-        [&](const Statement &row) { columns.insert(row.column(0).bytes.toByteArray()); });
+    QHash<QByteArray, bool> columns;
+    database.forEachRow("SELECT name, \"notnull\" AND dflt_value IS NULL FROM pragma_table_xinfo(?) WHERE hidden = 0",
+        {TextValue{table.toByteArray()}},
+        [&](const Statement &row) { columns.insert(row.column(0).bytes.toByteArray(), row.column(1).integer != 0); });
     return columns;
-}
-
-bool mustBeFilled(Database &database, QByteArrayView table, const QByteArray &column)
-{
-    return database.integer(
-               "SELECT COUNT(*) FROM pragma_table_info(?) WHERE name = ? AND \"notnull\" AND dflt_value IS NULL",
-               {TextValue{table.toByteArray()}, TextValue{column}})
-        != 0;
 }
 
 template <typename R>
 void checkColumns(Database &database)
 {
-    QSet<QByteArray> columns = columnsOf(database, R::databaseTable);
+    QHash<QByteArray, bool> columns = columnsOf(database, R::databaseTable);
     const auto check = [&](const char *name) {
         if (!columns.remove(name))
             refuse(R::databaseTable, u"has no column “%1” to write into"_s.arg(QString::fromUtf8(name)));
     };
     std::apply([&](const auto &...field) { (check(field.name), ...); }, R::databaseColumns());
-    for (const QByteArray &further : std::as_const(columns)) {
-        if (mustBeFilled(database, R::databaseTable, further))
-            refuse(R::databaseTable, u"wants “%1” in each row"_s.arg(QString::fromUtf8(further)));
-    }
+    if (const QByteArray further = columns.key(true); !further.isEmpty())
+        refuse(R::databaseTable, u"wants “%1” in each row"_s.arg(QString::fromUtf8(further)));
 }
 
 /// Passages could go without a word where deleting or adding one row takes others along, or where a row is refused
@@ -101,21 +87,27 @@ void checkTable(Database &database)
 void SchemaCheck::refuseForeign(DatabaseQueue &queue)
 {
     queue.read([](Database &database) {
-        // A first start that was cut off may have left the table of migrations alone.
-        if (!isTrue(database, "SELECT COUNT(*) FROM sqlite_master WHERE tbl_name <> ?", "grdb_migrations"))
+        if (database.integer("SELECT COUNT(*) FROM sqlite_master") == 0)
             return;
-        if (!isTrue(database, "SELECT COUNT(*) FROM sqlite_master WHERE type = 'table' AND name = ?", "grdb_migrations")
-            || !isTrue(database, "SELECT COUNT(*) FROM grdb_migrations WHERE identifier = ?", "createCore"))
+        if (!isTrue(database,
+                "SELECT COUNT(*) FROM sqlite_master AS entry, pragma_table_info(entry.name) AS column "
+                "WHERE entry.name = ? AND entry.sql LIKE 'CREATE TABLE %' AND column.name = 'identifier'",
+                migrations))
+            refuse(u"another program made it."_s);
+        // A first start that was cut off may have left the table of migrations alone.
+        if (isTrue(database, "SELECT COUNT(*) FROM sqlite_master WHERE tbl_name <> ?", migrations)
+            && !isTrue(database, "SELECT COUNT(*) FROM grdb_migrations WHERE identifier = ?", "createCore"))
             refuse(u"another program made it."_s);
     });
 }
 
-void SchemaCheck::refuseUnfit(DatabaseQueue &queue)
+void SchemaCheck::refuseUnfit(DatabaseQueue &replayed)
 {
-    queue.read([](Database &database) {
+    replayed.read([](Database &database) {
         checkTable<Project>(database);
         checkTable<Document>(database);
         checkTable<Code>(database);
         checkTable<Coding>(database);
     });
+    RecordProbe::refuseUnlessKept(replayed);
 }
