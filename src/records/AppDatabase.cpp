@@ -4,6 +4,7 @@
 #include "records/database/DatabaseMigrator.h"
 #include "records/schema/SchemaCheck.h"
 #include "records/schema/SchemaReplay.h"
+#include "records/schema/UnfinishedFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -88,6 +89,7 @@ AppDatabase::AppDatabase() : dbQueue(openQueue(path()))
 
 std::unique_ptr<DatabaseQueue> AppDatabase::openQueue(const QString &path)
 {
+    UnfinishedFile::visitCopy(path, refuseUnlessOurs);
     makePrivateFile(path);
     auto queue = std::make_unique<DatabaseQueue>(path);
     refuseUnlessOurs(*queue);

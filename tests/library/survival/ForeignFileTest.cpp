@@ -51,6 +51,19 @@ Stranger database(const char *name, const QByteArrayList &statements, const char
         complaint};
 }
 
+/// What a killed program has left in `companion` beside the file isn't in the file yet, or must come out of it again.
+Stranger unfinished(const char *name, const char *companion, const QByteArrayList &statements, const char *complaint)
+{
+    return {name,
+        [=](const QString &path) {
+            QFile::remove(path);
+            runAndBeKilled(path, statements);
+            EXPECT_GT(QFileInfo(path + QLatin1StringView(companion)).size(), 0);
+            return nullptr;
+        },
+        complaint};
+}
+
 constexpr auto anotherProgram = "The file isn't a library of Vorn: another program made it.";
 
 std::vector<Stranger> strangers()
@@ -86,6 +99,13 @@ std::vector<Stranger> strangers()
         database("MigrationsWithoutEnd",
             {"CREATE VIEW grdb_migrations AS WITH RECURSIVE n(identifier) AS (SELECT 'v' UNION ALL SELECT identifier "
              "FROM n) SELECT identifier FROM n"},
+            anotherProgram),
+        unfinished("DatabaseWithAnUnfinishedLog", "-wal",
+            {"PRAGMA journal_mode = WAL", "CREATE TABLE bookmarks (url TEXT)", "INSERT INTO bookmarks VALUES ('mine')"},
+            anotherProgram),
+        unfinished("DatabaseWithAnUnfinishedChange", "-journal",
+            {"CREATE TABLE bookmarks (url TEXT)", "INSERT INTO bookmarks VALUES (zeroblob(100000))",
+                "PRAGMA cache_size = 1", "BEGIN", "UPDATE bookmarks SET url = randomblob(100000)"},
             anotherProgram),
         {"Folder",
             [](const QString &path) {

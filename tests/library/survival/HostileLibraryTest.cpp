@@ -3,6 +3,8 @@
 #include "library/survival/Workplace.h"
 #include "records/AppDatabase.h"
 
+#include <QDir>
+
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -255,6 +257,21 @@ std::vector<Malice> hostileSchemas()
     };
 }
 
+/// A library of ours, left by a program that was killed.
+std::vector<Malice> unfinishedLibraries()
+{
+    const auto cutOff = [](const QByteArray &change) {
+        return QByteArrayList{"PRAGMA cache_size = 1", "BEGIN", change, "UPDATE document SET text = title || text"};
+    };
+    return {
+        {"log_that_isnt_in_the_file",
+            {"PRAGMA journal_mode = WAL", "UPDATE code SET name = 'Omega' WHERE name = 'Gamma'"},
+            documents + u"Alpha 1, .Beta 2, Omega 0 | "_s},
+        {"change_without_an_end", cutOff("DELETE FROM coding"), documents + codes},
+        {"tables_without_an_end", cutOff("DROP TABLE coding"), documents + codes},
+    };
+}
+
 /// The library as another hand has left it.
 void restoreTampered(Workplace &place, const QByteArrayList &statements)
 {
@@ -280,6 +297,7 @@ protected:
 };
 class HostileRow : public HostileLibrary { };
 class HostileSchema : public HostileLibrary { };
+class UnfinishedLibrary : public HostileLibrary { };
 
 } // namespace
 
@@ -293,6 +311,21 @@ TEST_P(HostileSchema, IsRefusedUnlessItIsHarmless)
     EXPECT_EQ(visited(), GetParam().seen);
 }
 
+TEST_P(UnfinishedLibrary, IsFinishedAndOpened)
+{
+    Workplace place;
+    place.restoreLibrary();
+    runAndBeKilled(place.libraryFile(), GetParam().statements);
+    const QStringList companions = QDir(place.library()).entryList({u"vorn.sqlite-*"_s});
+    EXPECT_FALSE(companions.isEmpty());
+    const Ending ending = inProcessOfItsOwn([&] { return visit(place.libraryFile(), place.exports(), false); });
+    EXPECT_EQ(ending.fault, "");
+    EXPECT_EQ(ending.result, u"open\n"_s + GetParam().seen);
+    EXPECT_EQ(place.leftovers(), QStringList());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , UnfinishedLibrary, testing::ValuesIn(unfinishedLibraries()), [](const auto &row) { return row.param.name; });
 INSTANTIATE_TEST_SUITE_P(
     , HostileRow, testing::ValuesIn(hostileRows()), [](const auto &row) { return row.param.name; });
 INSTANTIATE_TEST_SUITE_P(

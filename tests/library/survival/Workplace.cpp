@@ -1,11 +1,14 @@
 #include "library/survival/Workplace.h"
 
 #include "exchange/RefiQdpxExport.h"
+#include "library/survival/Isolated.h"
 #include "platform/AtomicFile.h"
 #include "records/AppDatabase.h"
 
 #include <QDir>
 #include <QFile>
+
+#include <unistd.h>
 
 #include <ostream>
 
@@ -84,6 +87,19 @@ void Workplace::restoreLibrary()
         return AtomicFile::read(path);
     }();
     AtomicFile::write(libraryFile(), bytes);
+}
+
+void runAndBeKilled(const QString &path, const QByteArrayList &statements)
+{
+    std::ignore = inProcessOfItsOwn([&]() -> QString {
+        DatabaseQueue queue(path);
+        queue.writeWithoutTransaction([&](Database &database) {
+            for (const QByteArray &statement : statements)
+                database.execute(statement);
+            ::_exit(EXIT_SUCCESS);
+        });
+        return {};
+    });
 }
 
 const std::vector<Disaster> &disasters()

@@ -38,6 +38,9 @@ private:
     std::unique_ptr<SmallDisk> m_smallDisk;
 };
 
+/// Runs the statements on the database at `path` as a program that is killed behind the last of them.
+void runAndBeKilled(const QString &path, const QByteArrayList &statements);
+
 /// Something that befalls a folder, over as soon as the result is destroyed.
 struct Disaster {
     const char *name;
