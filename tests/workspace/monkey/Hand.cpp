@@ -5,6 +5,7 @@
 #include <QDrag>
 #include <QDragMoveEvent>
 #include <QMimeData>
+#include <QPointer>
 #include <QWheelEvent>
 #include <QWidget>
 #include <QWindow>
@@ -55,8 +56,11 @@ bool send(const Spot &spot, const QMimeData &data, bool letsFall)
 
 void Hand::click(const QWidget &widget, const QPoint &place, Qt::MouseButton button, Qt::KeyboardModifiers modifiers)
 {
-    if (const Spot spot = spotOf(widget, place); spot.window != nullptr)
-        QTest::mouseClick(spot.window, button, modifiers, spot.place);
+    const Spot spot = spotOf(widget, place);
+    if (spot.window != nullptr)
+        QTest::mousePress(spot.window, button, modifiers, spot.place);
+    if (spot.window != nullptr)
+        QTest::mouseRelease(spot.window, button, modifiers, spot.place);
 }
 
 void Hand::doubleClick(const QWidget &widget, const QPoint &place)
@@ -104,8 +108,14 @@ void Hand::turnWheel(const QWidget &widget, const QPoint &place, int degrees)
 
 void Hand::press(const QWidget &widget, Qt::Key key, Qt::KeyboardModifiers modifiers)
 {
-    if (QWindow *window = widget.window()->windowHandle())
-        QTest::keyClick(window, key, modifiers);
+    // Not as one click: events are dealt with in between, and what has gone by then takes no second one.
+    const QPointer<QWindow> window = widget.window()->windowHandle();
+    const char letter = QTest::keyToAscii(key);
+    const QString text = letter != 0 ? QString(QLatin1Char(letter)) : QString();
+    for (const bool isDown : {true, false}) {
+        if (window != nullptr)
+            QTest::simulateEvent(window, isDown, key, modifiers, text, false);
+    }
 }
 
 void Hand::paste(const QWidget &widget, const QString &text)

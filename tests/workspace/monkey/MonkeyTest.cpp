@@ -17,6 +17,7 @@ constexpr qsizetype mostDocuments = 10; // per project, beyond which they are de
 constexpr qsizetype mostCodes = 30; //     what is never given back
 constexpr qsizetype objectsToSpare = 6; ///< of one class, which the toolkit makes when they are first needed
 constexpr qint64 bytesToSpare = 3'000'000; ///< for what the toolkit remembers, as pictures of letters
+constexpr int eventsUntilAllIsMet = 20'000; ///< letters, and the fonts that have them
 
 int parameter(const char *name, int usual)
 {
@@ -205,7 +206,7 @@ TEST_P(Monkey, LeavesTheLibrarySoundAndTheWindowTrue)
     qsizetype widgets = 0;
     while (eventsDone() < events && !HasFailure()) {
         live(std::min(eventsOfOneLife, events - eventsDone()));
-        if (!heap) { // what is made once and for all has been made by now
+        if (!heap || eventsDone() <= eventsUntilAllIsMet) { // what is made once and for all has been made by now
             heap = Soundness::heapInUse();
             widgets = QApplication::allWidgets().size();
         }
