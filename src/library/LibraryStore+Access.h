@@ -18,19 +18,28 @@ void LibraryStore::writeIgnoringFailure(Body &&body)
 
 /// Nobody sees by looking whether a memo was stored: that it wasn't is told once, until a write succeeds.
 template <typename R>
-void LibraryStore::writeMemo(const R &changed, const R *listed)
+std::optional<QString> LibraryStore::writeMemo(const R &changed, const R &listed)
 {
     const bool wasWritten = isMemoWritten(changed.id);
-    if (wasWritten && listed != nullptr && listed->memo == changed.memo)
-        return;
+    if (wasWritten && listed.memo == changed.memo)
+        return {};
     try {
         m_queue.write([&](Database &database) { changed.update(database, {"memo"}); });
         m_unwrittenMemos.remove(changed.id);
     } catch (const LocalizedError &error) {
-        m_unwrittenMemos.insert(changed.id);
+        m_unwrittenMemos.insert(changed.id, changed.memo);
         if (wasWritten)
-            m_lastError.set(QStringLiteral("The memo couldn't be saved: ") + error.description());
+            return QStringLiteral("The memo couldn't be saved: ") + error.description();
     }
+    return {};
+}
+
+/// The lists show what is in the file; what leaves the library may know more.
+template <typename R>
+R LibraryStore::withUnwrittenMemo(R record) const
+{
+    record.memo = m_unwrittenMemos.value(record.id, record.memo);
+    return record;
 }
 
 template <typename Body>
@@ -41,6 +50,16 @@ auto LibraryStore::readOrEmpty(Body &&body) const
     } catch (const LocalizedError &) {
         return std::invoke_result_t<Body, Database &>{};
     }
+}
+
+template <typename R>
+QList<R> LibraryStore::withUnwrittenMemos(QList<R> records) const
+{
+    if (m_unwrittenMemos.isEmpty())
+        return records;
+    for (R &record : records)
+        record = withUnwrittenMemo(record);
+    return records;
 }
 
 /// Throws unless the record is in the file: the store may list what another program has deleted, or what could never be

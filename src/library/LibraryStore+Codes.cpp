@@ -49,11 +49,21 @@ void LibraryStore::setCodeMemo(const Code &code, const QString &memo)
     Code changed = code;
     changed.memo = memo.isEmpty() ? std::nullopt : std::optional(withoutHalfPairs(memo));
     const Code *listed = findCode(changed.id);
-    writeMemo(changed, listed != nullptr ? listed : &code);
+    const std::optional<QString> complaint = writeMemo(changed, listed != nullptr ? *listed : code);
     m_codes.replace([&](QList<Code> &codes) {
         std::ranges::replace_if(
             codes, [&](const Code &each) { return each.id == changed.id; }, changed);
     });
+    if (complaint)
+        m_lastError.set(complaint);
+}
+
+std::optional<QString> LibraryStore::codeMemo(const QUuid &id) const
+{
+    const Code *listed = findCode(id);
+    if (listed == nullptr)
+        return {};
+    return m_unwrittenMemos.value(id, listed->memo).value_or(QString());
 }
 
 void LibraryStore::deleteCode(const Code &code)
@@ -70,6 +80,7 @@ void LibraryStore::deleteCode(const Code &code)
         m_sidebarSelection.set(ProjectSelection{deleted.projectID});
     raiseCodingRevision();
     refresh();
+    m_unwrittenMemos.remove(deleted.id);
 }
 
 void LibraryStore::nestCode(const QUuid &child, const QUuid &parent)
@@ -115,6 +126,7 @@ void LibraryStore::mergeCodes(const Code &source, const Code &target)
         m_sidebarSelection.set(CodeSelection{into.id});
     raiseCodingRevision();
     refresh();
+    m_unwrittenMemos.remove(from.id);
 }
 
 QList<FlatCode> LibraryStore::orderedCodes() const

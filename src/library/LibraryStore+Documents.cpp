@@ -44,9 +44,9 @@ void LibraryStore::deleteDocument(const Document &document)
     }
     if (m_revealRequest.get() && m_revealRequest->value().documentID == id)
         m_revealRequest.set({});
-    m_unwrittenMemos.remove(id);
     raiseCodingRevision();
     refresh();
+    m_unwrittenMemos.remove(id);
 }
 
 void LibraryStore::setDocumentMemo(const Document &document, const QString &memo)
@@ -54,9 +54,19 @@ void LibraryStore::setDocumentMemo(const Document &document, const QString &memo
     Document changed = document;
     changed.memo = memo.isEmpty() ? std::nullopt : std::optional(withoutHalfPairs(memo));
     const Document *listed = findDocument(changed.id);
-    writeMemo(changed, listed != nullptr ? listed : &document);
+    const std::optional<QString> complaint = writeMemo(changed, listed != nullptr ? *listed : document);
     m_documents.replace([&](QList<Document> &documents) {
         std::ranges::replace_if(
             documents, [&](const Document &each) { return each.id == changed.id; }, changed);
     });
+    if (complaint)
+        m_lastError.set(complaint);
+}
+
+std::optional<QString> LibraryStore::documentMemo(const QUuid &id) const
+{
+    const Document *listed = findDocument(id);
+    if (listed == nullptr)
+        return {};
+    return m_unwrittenMemos.value(id, listed->memo).value_or(QString());
 }

@@ -34,7 +34,10 @@ QList<ExportCodeGroup> LibraryStore::exportGroups(const std::optional<QUuid> &sc
 void LibraryStore::exportReport(const std::optional<QUuid> &scopeCodeID, ExportFormat format, const QString &path)
 {
     expectWholeLists();
-    writeExport(groupsOf(scopeCodeID, [this](const QUuid &codeID) { return readExcerpts(codeID); }), format, path);
+    QList<ExportCodeGroup> groups = groupsOf(scopeCodeID, [this](const QUuid &codeID) { return readExcerpts(codeID); });
+    for (ExportCodeGroup &group : groups)
+        group.code = withUnwrittenMemo(group.code);
+    writeExport(groups, format, path);
 }
 
 void LibraryStore::expectWholeLists()
@@ -43,6 +46,7 @@ void LibraryStore::expectWholeLists()
         return;
     setDocuments(m_shelf.documents(m_project->value().id));
     m_codes.set(m_queue.read([this](Database &database) { return readCodes(database); }));
+    refresh(); // what hangs on the lists
 }
 
 void LibraryStore::writeExport(const QList<ExportCodeGroup> &groups, ExportFormat format, const QString &path) const
@@ -69,7 +73,8 @@ void LibraryStore::exportQdpx(const QString &path)
         return;
     expectWholeLists();
     const QList<Coding> codings = m_queue.read([](Database &database) { return Coding::all().fetchAll(database); });
-    RefiQdpx::exportArchive({m_project->value(), m_documents.get(), m_codes.get(), codings}, path);
+    RefiQdpx::exportArchive(
+        {m_project->value(), withUnwrittenMemos(m_documents.get()), withUnwrittenMemos(m_codes.get()), codings}, path);
 }
 
 void LibraryStore::importQdpx(const QString &path)
@@ -113,7 +118,7 @@ void LibraryStore::presentExportQdcPanel()
     presentExchangePanel({u"Export Codebook (REFI-QDA)"_s, u"-Codebook.qdc"_s, u"qdc"_s, u"Exported codebook ✓"_s,
         [this](const QString &path) {
             expectWholeLists();
-            AtomicFile::write(path, RefiQdpx::buildCodebookXML(m_codes.get()));
+            AtomicFile::write(path, RefiQdpx::buildCodebookXML(withUnwrittenMemos(m_codes.get())));
         }});
 }
 

@@ -23,7 +23,6 @@
 
 #include <QHash>
 #include <QList>
-#include <QSet>
 #include <QUrl>
 
 #include <optional>
@@ -147,8 +146,14 @@ public:
     [[nodiscard]] bool shouldShowCodingHint() const;
     /// @}
 
-    /// Whether the memo that was last given to that document or code is in the file. If not, whoever has it keeps it.
+    /// @name Memos as they were last given
+    /// Also those that couldn't be stored yet, unlike the lists. Absent for what isn't listed.
+    /// @{
+    [[nodiscard]] std::optional<QString> documentMemo(const QUuid &id) const;
+    [[nodiscard]] std::optional<QString> codeMemo(const QUuid &id) const;
+    /// Whether that memo is in the file.
     [[nodiscard]] bool isMemoWritten(const QUuid &id) const { return !m_unwrittenMemos.contains(id); }
+    /// @}
 
     /// @name Analysis
     /// @{
@@ -228,9 +233,14 @@ private:
     using Passages = QHash<QUuid, std::vector<TextRange>>;
     [[nodiscard]] std::optional<Passages> codedPassages(const WordFrequency::Scope &scope) const;
 
-    /// Writes the memo of a changed record, unless it is the one that is listed and stored.
+    /// Writes the memo of a changed record, unless it is the one that is listed and stored. Returns what the user must
+    /// be told when all is done.
     template <typename R>
-    void writeMemo(const R &changed, const R *listed);
+    [[nodiscard]] std::optional<QString> writeMemo(const R &changed, const R &listed);
+    template <typename R>
+    [[nodiscard]] R withUnwrittenMemo(R record) const;
+    template <typename R>
+    [[nodiscard]] QList<R> withUnwrittenMemos(QList<R> records) const;
     /// Writes; a failure is ignored and the next reload shows the true state.
     template <typename Body>
     void writeIgnoringFailure(Body &&body);
@@ -248,7 +258,7 @@ private:
     ProjectTerms m_terms;
     mutable DocumentFilter m_filter;
     QHash<QUuid, qsizetype> m_documentPositions;
-    QSet<QUuid> m_unwrittenMemos; ///< of documents and codes
+    QHash<QUuid, std::optional<QString>> m_unwrittenMemos; ///< of documents and codes, until they can be stored
 
     Observable<std::optional<Project>> m_project;
     Observable<QList<Project>> m_projects;

@@ -4,12 +4,11 @@
 #include "workspace/reader/ReaderView.h"
 
 #include <QInputMethod>
+#include <QPointer>
 #include <QPushButton>
 #include <QTextEdit>
 
 #include <gtest/gtest.h>
-
-#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -18,7 +17,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-std::function<void()> endComposing; ///< by the input method, at its next chance
+QPointer<QTextEdit> composingEditor; ///< of the word below
+QString composedWord;
 
 void commitTo(QTextEdit &editor, const QString &word)
 {
@@ -29,11 +29,12 @@ void commitTo(QTextEdit &editor, const QString &word)
 
 } // namespace
 
-// As some input methods do; without any of them these are empty.
+// As some input methods do, which forget a word only when it has been taken; without any of them these are empty.
 void QInputMethod::reset()
 {
-    if (const auto end = std::exchange(endComposing, {}))
-        end();
+    if (composingEditor && !composedWord.isEmpty())
+        commitTo(*composingEditor, composedWord);
+    composedWord.clear();
 }
 
 void QInputMethod::commit()
@@ -110,7 +111,8 @@ TEST_F(MemoKeeping, AWordThatIsBeingComposedGoesIntoTheMemoItWasMeantFor)
     library.store.setCodeMemo(library.code(u"Other"_s), u"precious"_s);
     open();
     QTextEdit &memo = documentEditor();
-    endComposing = [&] { commitTo(memo, u"word"_s); };
+    composingEditor = &memo;
+    composedWord = u"word"_s;
     select(u"Second"_s); // as the end of an import does
     EXPECT_EQ(memoOf(u"First"_s), u"word"_s);
     EXPECT_EQ(memoOf(u"Second"_s), u"precious"_s);
@@ -118,7 +120,8 @@ TEST_F(MemoKeeping, AWordThatIsBeingComposedGoesIntoTheMemoItWasMeantFor)
 
     selectCode(u"One"_s);
     QTextEdit &ofCode = codeEditor();
-    endComposing = [&] { commitTo(ofCode, u"word"_s); };
+    composingEditor = &ofCode;
+    composedWord = u"word"_s;
     selectCode(u"Other"_s);
     EXPECT_EQ(codeMemo(u"One"_s), u"word"_s);
     EXPECT_EQ(codeMemo(u"Other"_s), u"precious"_s);
@@ -156,7 +159,9 @@ TEST_F(MemoKeeping, WhatCouldNotBeStoredIsStoredWhenTheMemoIsLeft)
     commitTo(documentEditor(), typed);
     commitTo(codeEditor(), typed);
     EXPECT_TRUE(library.store.lastError().get());
+    select(u"Second"_s);
     library.store.refresh();
+    select(u"First"_s);
     EXPECT_EQ(documentEditor().toPlainText(), typed);
     EXPECT_EQ(codeEditor().toPlainText(), typed);
     toggleWrites();

@@ -32,8 +32,8 @@ struct Record {
     void insert(Database &database) const;
     /// Writes all columns of the row with this primary key. Throws DatabaseError, also when there is no such row.
     void update(Database &database) const;
-    /// Writes these columns alone: what another program wrote into the others stays, and a long text isn't written for
-    /// the sake of a short note. Throws as `update` does.
+    /// Writes these columns alone: what another program wrote into the others stays. It costs no less than `update`:
+    /// SQLite writes the row anew. Throws as `update` does.
     void update(Database &database, std::initializer_list<const char *> columns) const;
 
     bool operator==(const Record &) const = default;

@@ -131,15 +131,13 @@ void ExcerptListView::render()
 
 void ExcerptListView::renderMemo()
 {
-    const Code *shown = code();
+    const std::optional<QString> memo = m_store.codeMemo(m_codeID);
     const bool isAnother = m_memoCodeID != m_codeID;
-    if (shown == nullptr && !isAnother)
+    if (!memo && !isAnother)
         return;
-    const QString memo = shown != nullptr ? shown->memo.value_or(QString()) : QString();
-    // What was typed and couldn't be stored is nowhere else.
-    if (isAnother || (memo != m_memo->text() && m_store.isMemoWritten(m_codeID)))
-        m_memo->setText(memo);
-    m_memoCodeID = shown != nullptr ? m_codeID : QUuid();
+    if (isAnother || *memo != m_memo->text()) // it may come from elsewhere
+        m_memo->setText(memo.value_or(QString()));
+    m_memoCodeID = memo ? m_codeID : QUuid();
 }
 
 void ExcerptListView::renderExcerpts(const Code &code)
@@ -160,7 +158,7 @@ void ExcerptListView::saveMemo(const QString &memo)
     const Code *shown = code();
     if (shown == nullptr || m_memoCodeID != m_codeID)
         return;
-    if (shown->memo.value_or(QString()) != memo || !m_store.isMemoWritten(m_codeID))
+    if (m_store.codeMemo(m_codeID) != memo || !m_store.isMemoWritten(m_codeID))
         m_store.setCodeMemo(*shown, memo);
 }
 

@@ -17,6 +17,7 @@
 #include <QInputMethod>
 #include <QMimeData>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QTextBlock>
@@ -24,7 +25,6 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <utility>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -171,17 +171,25 @@ bool MemoBar::hasContent() const
 void MemoBar::setText(const QString &text)
 {
     m_text = text;
-    m_isTyped = false;
     writeIntoEditor();
     showFitting(Pace::atOnce);
 }
 
 void MemoBar::finish()
 {
+    if (m_isFinishing) // an input method may still have a word that it has just sent
+        return;
+    const QScopedValueRollback finishing(m_isFinishing, true);
     if (m_edit->hasFocus())
         QGuiApplication::inputMethod()->commit();
-    if (std::exchange(m_isTyped, false))
-        Q_EMIT committed(m_text);
+    commit();
+}
+
+/// Who hears of it may show another memo here.
+void MemoBar::commit()
+{
+    const QString text = m_text;
+    Q_EMIT committed(text);
 }
 
 void MemoBar::writeIntoEditor()
@@ -202,8 +210,7 @@ void MemoBar::takeText()
         return;
     keepAsStored(units, text);
     m_text = text;
-    m_isTyped = true;
-    Q_EMIT committed(m_text);
+    commit();
     showFitting(Pace::fading);
 }
 
@@ -255,7 +262,7 @@ void MemoBar::hideEvent(QHideEvent *event)
     QWidget::hideEvent(event);
     if (event->spontaneous()) // the window is merely minimised
         return;
-    Q_EMIT committed(m_text);
+    commit();
     m_isExpanded = false;
     showFitting(Pace::atOnce);
 }

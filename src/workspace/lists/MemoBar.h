@@ -23,14 +23,14 @@ public:
     /// Shows the memo of another thing, or another memo. Commits nothing; what was typed before can't be undone into
     /// it.
     void setText(const QString &text);
-    /// Commits once more what was typed since then, with the word that is being composed: before the memo of another
-    /// thing is shown, while it's still known whose memo this is.
+    /// Commits once more, with the word that is being composed: before the memo of another thing is shown, while it's
+    /// still known whose memo this is.
     void finish();
     /// Moves the editor's leading edge in, in logical pixels, so that it can meet the label.
     void setEditorInset(int inset);
 
 Q_SIGNALS:
-    /// After each change by the user, and once more when the bar disappears.
+    /// After each change by the user, and once more when the bar is finished with or disappears.
     void committed(const QString &text);
 
 protected:
@@ -40,6 +40,7 @@ private:
     [[nodiscard]] QWidget *makeEditor();
     [[nodiscard]] bool hasContent() const;
     void expand();
+    void commit();
     void takeText();
     void keepAsStored(const QString &units, const QString &text);
     void writeIntoEditor();
@@ -47,7 +48,7 @@ private:
     void showFitting(Pace pace);
 
     QString m_text;
-    bool m_isTyped = false; ///< since it was set
+    bool m_isFinishing = false;
     bool m_isExpanded = false; ///< from when the user opens the editor until the bar disappears
     PlainButton *m_button;
     QTextEdit *m_edit = nullptr;

@@ -10,6 +10,7 @@
 #include <QStackedLayout>
 
 #include <algorithm>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -39,12 +40,13 @@ ReaderPane::ReaderPane(LibraryStore &store, QWidget *parent)
 void ReaderPane::render()
 {
     const QList<Document> &documents = m_store.documents().get();
-    const auto shown = m_store.selectedDocumentID().get()
+    const auto found = m_store.selectedDocumentID().get()
         ? std::ranges::find(documents, *m_store.selectedDocumentID().get(), &Document::id)
         : documents.end();
-    if (shown != documents.end()) {
-        const Document document = *shown; // the list changes when a memo is written last of all
-        m_reader->showDocument(document);
+    // For the list changes when the memo before is written last of all.
+    const std::optional<Document> shown = found != documents.end() ? std::optional(*found) : std::nullopt;
+    if (shown) {
+        m_reader->showDocument(*shown);
         m_pages->setCurrentWidget(m_reader);
     } else {
         m_reader->showNothing();

@@ -98,9 +98,9 @@ void ReaderView::showDocument(const Document &document)
         m_memo->finish();
     m_document = document;
     if (isAnother)
-        beginDocument();
-    else
-        renderChanges();
+        return beginDocument();
+    renderMemo();
+    renderCodings();
 }
 
 void ReaderView::showNothing()
@@ -117,7 +117,7 @@ void ReaderView::beginDocument()
 {
     setSelection({});
     closePicker();
-    m_memo->setText(m_document->memo.value_or(QString()));
+    m_memo->setText(m_store.documentMemo(m_document->id).value_or(QString()));
     renderCodings();
     renderText(); // takes the new text
     ++m_resetToken;
@@ -127,19 +127,19 @@ void ReaderView::beginDocument()
 
 void ReaderView::saveMemo(const QString &memo)
 {
-    if (!m_document || (m_document->memo.value_or(QString()) == memo && m_store.isMemoWritten(m_document->id)))
+    if (!m_document)
         return;
     const Document document = *m_document; // which is replaced when the store tells of it
-    m_store.setDocumentMemo(document, memo);
+    const std::optional<QString> known = m_store.documentMemo(document.id);
+    if (known && (*known != memo || !m_store.isMemoWritten(document.id)))
+        m_store.setDocumentMemo(document, memo);
 }
 
-/// The memo may come from elsewhere. What was typed and couldn't be stored is nowhere else, and stays.
-void ReaderView::renderChanges()
+void ReaderView::renderMemo()
 {
-    const QString memo = m_document->memo.value_or(QString());
-    if (memo != m_memo->text() && m_store.isMemoWritten(m_document->id))
+    const QString memo = m_store.documentMemo(m_document->id).value_or(QString());
+    if (memo != m_memo->text()) // it may come from elsewhere
         m_memo->setText(memo);
-    renderCodings();
 }
 
 void ReaderView::renderCodings()

@@ -43,7 +43,7 @@ private:
     void connectStore();
     void beginDocument();
     void saveMemo(const QString &memo);
-    void renderChanges();
+    void renderMemo();
     void renderCodings();
     void renderText();
     void renderHint();
