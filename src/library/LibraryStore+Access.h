@@ -42,16 +42,6 @@ R LibraryStore::withUnwrittenMemo(R record) const
     return record;
 }
 
-template <typename Body>
-auto LibraryStore::readOrEmpty(Body &&body) const
-{
-    try {
-        return m_queue.read(std::forward<Body>(body));
-    } catch (const LocalizedError &) {
-        return std::invoke_result_t<Body, Database &>{};
-    }
-}
-
 template <typename R>
 QList<R> LibraryStore::withUnwrittenMemos(QList<R> records) const
 {
@@ -60,6 +50,16 @@ QList<R> LibraryStore::withUnwrittenMemos(QList<R> records) const
     for (R &record : records)
         record = withUnwrittenMemo(record);
     return records;
+}
+
+template <typename Body>
+auto LibraryStore::readOrEmpty(Body &&body) const
+{
+    try {
+        return m_queue.read(std::forward<Body>(body));
+    } catch (const LocalizedError &) {
+        return std::invoke_result_t<Body, Database &>{};
+    }
 }
 
 /// Throws unless the record is in the file: the store may list what another program has deleted, or what could never be

@@ -103,6 +103,12 @@ TEST_F(MemoKeeping, TheEditorShowsWhatIsStored)
     shown = memo.document()->toRawText();
     EXPECT_EQ(shown.replace(QChar::ParagraphSeparator, u'\n'), memoOf(u"First"_s));
     EXPECT_FALSE(shown.contains(QChar::LineSeparator));
+
+    QTest::keyClick(&memo, Qt::Key_Left, Qt::ShiftModifier);
+    QTest::keyClick(&memo, Qt::Key_Return); // something, then a line break that is replaced by one of the other kind
+    memo.moveCursor(QTextCursor::PreviousCharacter, QTextCursor::KeepAnchor);
+    QTest::keyClick(&memo, Qt::Key_Return, Qt::ShiftModifier);
+    EXPECT_FALSE(memo.document()->toRawText().contains(QChar::LineSeparator));
 }
 
 TEST_F(MemoKeeping, AWordThatIsBeingComposedGoesIntoTheMemoItWasMeantFor)

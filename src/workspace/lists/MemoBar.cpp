@@ -206,9 +206,9 @@ void MemoBar::takeText()
 {
     const QString units = m_edit->document()->toRawText(); // unlike plain text with its no-break spaces
     const QString text = asStored(units);
+    keepAsStored(units, text);
     if (text == m_text)
         return;
-    keepAsStored(units, text);
     m_text = text;
     commit();
     showFitting(Pace::fading);
