@@ -199,8 +199,10 @@ void RtfReader::setDocumentCodePage(int number)
 
 void RtfReader::beginListLabel()
 {
-    if (isInInnerGroup() && m_unsavedGroups == 0)
-        m_group.labelStart = m_builder.endOfText();
+    if (m_group.isInLabel || !isInInnerGroup() || m_unsavedGroups > 0)
+        return;
+    m_group.isInLabel = true;
+    m_group.labelStart = m_builder.endOfText();
 }
 
 void RtfReader::skipDestination()

@@ -27,6 +27,7 @@ private:
         qint32 font = defaultFont;
         qint32 fallbackLength = 1;
         qsizetype labelStart = noLabel; ///< where the text ended when the group began as a list label
+        bool isInLabel = false; ///< of this group or of one around it: labels in labels would be looked through again
         bool isFontTable = false;
         bool isHidden = false;
         bool isDeleted = false;

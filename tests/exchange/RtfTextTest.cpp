@@ -221,6 +221,11 @@ TEST(RtfText, ReadsGroupsOfAnyDepth)
     EXPECT_EQ(textOfBody("a" + opening + "b" + QByteArray(depth, '}') + "c"), u"abc"_s);
     EXPECT_EQ(textOfBody("a{\\pict" + opening + "b" + QByteArray(depth, '}') + "}c"), u"ac"_s);
     EXPECT_EQ(textOfBody(opening + "b"), u"b"_s);
+    // Each of these labels would be looked through from the first blank on.
+    constexpr qsizetype labels = 60'000;
+    EXPECT_EQ(textOfBody("a" + QByteArray("{\\listtext").repeated(labels) + QByteArray(400'000, ' ') + "b"
+                  + QByteArray(labels, '}')),
+        u'a' + QString(400'000 - 1, u' ') + u'b');
 }
 
 TEST(RtfText, ReadsPairsOfBytesAcrossItsOwnBuffers)
