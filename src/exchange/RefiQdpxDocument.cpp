@@ -3,6 +3,7 @@
 #include "exchange/RefiQdpx.h"
 #include "exchange/XmlReader.h"
 #include "platform/TextDecoder.h"
+#include "records/LongestName.h"
 
 #include <QHash>
 
@@ -19,10 +20,29 @@ namespace {
 
 constexpr size_t codeLevels = 8;
 
+// What the largest of projects doesn't come near. An archive of a few kilobytes can hold any number of elements.
+constexpr size_t mostCodes = 200'000;
+constexpr size_t mostSources = 500'000;
+constexpr size_t mostCodedRanges = 10'000'000;
+
+void refuseBeyond(bool isBeyond)
+{
+    if (isBeyond)
+        throw RefiError(RefiError::Kind::notAQdpx, u"it holds more than a project can hold"_s);
+}
+
 std::optional<QString> stringValue(const XmlAttributes &attributes, QByteArrayView name)
 {
     const std::optional<QByteArrayView> value = attributes.value(name);
     return value ? std::optional(TextDecoder::unmarkedUtf8(*value)) : std::nullopt;
+}
+
+QString nameOr(const QString &substitute, const XmlAttributes &attributes)
+{
+    QString name = stringValue(attributes, "name").value_or(substitute);
+    if (name.size() > longestName)
+        throw RefiError(RefiError::Kind::notAQdpx, u"a name in it is too long"_s);
+    return name;
 }
 
 /// An optional sign and digits. Absent for all else, and for what 64 bits don't hold.
@@ -68,7 +88,7 @@ private:
     {
         const bool isPlain = std::ranges::all_of(guid, [](char byte) { return static_cast<signed char>(byte) >= 0; });
         if (!isPlain) {
-            m_key = QString::fromUtf8(guid).toLower().toUtf8();
+            m_key = TextDecoder::unmarkedUtf8(guid).toLower().toUtf8();
             return;
         }
         m_key.resize(guid.size());
@@ -108,7 +128,7 @@ public:
     {
         // Text counts at any depth below, ignored elements included.
         if (!m_places.empty() && (m_places.back() == Place::description || m_places.back() == Place::content))
-            m_text.append(text);
+            takeText(text);
     }
 
     [[nodiscard]] ParsedDocument takeDocument() { return std::move(m_document); }
@@ -176,7 +196,8 @@ private:
             return {};
         const std::optional<QString> color = stringValue(attributes, "color");
         const size_t index = m_document.codes.size();
-        m_document.codes.push_back({.name = stringValue(attributes, "name").value_or(u"Unnamed Code"_s),
+        refuseBeyond(index == mostCodes);
+        m_document.codes.push_back({.name = nameOr(u"Unnamed Code"_s, attributes),
             .colorHex = color ? normalizedColor(*color) : QString(fallbackColor),
             .memo = {},
             .parent = m_openCodes.empty() ? std::nullopt : std::optional(m_openCodes.back())});
@@ -197,7 +218,8 @@ private:
 
     Entered enteredSource(const XmlAttributes &attributes)
     {
-        m_document.sources.push_back({.title = stringValue(attributes, "name").value_or(u"Imported Source"_s),
+        refuseBeyond(m_document.sources.size() == mostSources);
+        m_document.sources.push_back({.title = nameOr(u"Imported Source"_s, attributes),
             .plainTextPath = stringValue(attributes, "plainTextPath"),
             .content = {},
             .memo = {},
@@ -244,8 +266,16 @@ private:
     void takeReference(const XmlAttributes &attributes)
     {
         const auto target = attributes.value("targetGUID");
-        if (!std::exchange(m_hasReference, true) && target)
-            m_document.sources.back().codedRanges.push_back({m_range, targetOf(*target)});
+        if (std::exchange(m_hasReference, true) || !target)
+            return;
+        refuseBeyond(++m_codedRangeCount > mostCodedRanges);
+        m_document.sources.back().codedRanges.push_back({m_range, targetOf(*target)});
+    }
+
+    void takeText(QByteArrayView text)
+    {
+        refuseBeyond(m_text.size() + text.size() > largestText);
+        m_text.append(text);
     }
 
     void leave(Place place)
@@ -281,6 +311,7 @@ private:
     bool m_hasSources = false;
     std::vector<size_t> m_openCodes;
     GuidNumbers m_guids;
+    size_t m_codedRangeCount = 0; ///< of all sources
     TextRange m_range; ///< of the open selection
     bool m_hasReference = false; ///< of the open coding
     QByteArray m_text; ///< of the open description or content
@@ -288,10 +319,10 @@ private:
 
 } // namespace
 
-ParsedDocument readProjectDocument(QIODevice &device)
+ParsedDocument readProjectDocument(QIODevice &device, const std::function<void()> &onPiece)
 {
     DocumentReader reader;
-    XmlReader::read(device, reader);
+    XmlReader::read(device, reader, onPiece);
     return reader.takeDocument();
 }
 

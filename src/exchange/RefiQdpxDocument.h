@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -40,7 +41,11 @@ struct ParsedDocument {
     std::vector<Source> sources; ///< in document order
 };
 
-/// Reads a project document. Only a document that isn't well-formed is a failure: throws XmlError.
-[[nodiscard]] ParsedDocument readProjectDocument(QIODevice &device);
+inline constexpr qint64 largestText = qint64(1) << 30; ///< of one source, in bytes
+
+/// Reads a project document. Only one that isn't well-formed, or holds more than any project, is a failure: throws
+/// XmlError or RefiError. `onPiece` is called now and then and may end the reading by throwing.
+[[nodiscard]] ParsedDocument readProjectDocument(
+    QIODevice &device, const std::function<void()> &onPiece = [] {});
 
 } // namespace RefiQdpx

@@ -28,7 +28,7 @@ namespace RefiQdpx {
 
 namespace {
 
-constexpr qint64 largestTextFile = qint64(1) << 30; // bytes
+constexpr qint64 recordsBetweenQuestions = 1'000; // milliseconds, then
 constexpr qint64 mostRepeatedText = qint64(64) << 20; // UTF-16 units: many sources may name one file
 
 QDateTime now()
@@ -36,7 +36,7 @@ QDateTime now()
     return QDateTime::currentDateTimeUtc();
 }
 
-ParsedDocument parsedDocument(const ArchiveMembers &members)
+ParsedDocument parsedDocument(const ArchiveMembers &members, const std::function<void()> &onPiece)
 {
     const std::optional<QString> path = members.path(u"project.qde");
     if (!path)
@@ -44,7 +44,7 @@ ParsedDocument parsedDocument(const ArchiveMembers &members)
     QFile file(*path);
     if (!file.open(QIODevice::ReadOnly))
         throw FileError(file);
-    ParsedDocument document = readProjectDocument(file);
+    ParsedDocument document = readProjectDocument(file, onPiece);
     if (!document.isProject)
         throw RefiError(RefiError::Kind::notAQdpx, u"the root element is not <Project>"_s);
     return document;
@@ -61,7 +61,7 @@ QString decoded(QByteArrayView bytes)
 std::optional<QString> textOfFile(const QString &path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() > largestTextFile)
+    if (!file.open(QIODevice::ReadOnly) || file.size() > largestText)
         return {};
     const QByteArray bytes = file.readAll();
     return file.error() == QFileDevice::NoError ? std::optional(decoded(bytes)) : std::nullopt;
@@ -117,11 +117,14 @@ size_t codedRangeCount(const ParsedDocument &document)
 /// Puts what was parsed into the database, inside a transaction.
 class Import {
 public:
-    Import(Database &database, const QUuid &projectID, const ArchiveMembers &members, const MayImport &mayImport)
+    /// `step` is where the import stands until its sources begin.
+    Import(Database &database, const QUuid &projectID, const ArchiveMembers &members, const MayImport &mayImport,
+        ImportStep step)
         : m_database(database),
           m_projectID(projectID),
           m_members(members),
-          m_mayImport(mayImport)
+          m_mayImport(mayImport),
+          m_step(std::move(step))
     {
     }
 
@@ -133,7 +136,8 @@ public:
             importCode(code);
         const std::vector<ParsedDocument::Source> &sources = document.sources;
         for (size_t index = 0; index < sources.size(); ++index) {
-            throwIfStopped(m_mayImport, {qint64(index) + 1, qint64(sources.size()), sources[index].title});
+            m_step = {qint64(index) + 1, qint64(sources.size()), sources[index].title};
+            throwIfStopped(m_mayImport, m_step);
             importTextSource(sources[index], document);
         }
         return m_summary;
@@ -151,7 +155,7 @@ private:
         if (parsed.parent)
             code.parentID = m_codeIDs[*parsed.parent];
         code.createdAt = now();
-        code.insert(m_database);
+        insert(code);
         m_codeIDs.push_back(code.id);
         ++m_summary.codes;
     }
@@ -171,7 +175,7 @@ private:
         document.wordCount = TextStats::wordCount(document.text);
         document.charCount = TextStats::characterCount(document.text);
         document.memo = trimmedMemo(source.memo);
-        document.insert(m_database);
+        insert(document);
         ++m_summary.documents;
         for (const ParsedDocument::CodedRange &codedRange : source.codedRanges) {
             if (const std::optional<size_t> code = parsed.codeOfTarget[codedRange.target])
@@ -213,14 +217,24 @@ private:
         coding.start = range.location;
         coding.length = std::min(range.length, room);
         coding.createdAt = now();
-        coding.insert(m_database);
+        insert(coding);
         ++m_summary.excerpts;
+    }
+
+    template <typename Record>
+    void insert(const Record &record)
+    {
+        record.insert(m_database);
+        if (++m_recordCount % recordsBetweenQuestions == 0)
+            throwIfStopped(m_mayImport, m_step);
     }
 
     Database &m_database;
     const QUuid m_projectID;
     const ArchiveMembers &m_members;
     const MayImport &m_mayImport;
+    ImportStep m_step;
+    qint64 m_recordCount = 0;
     std::vector<QUuid> m_codeIDs; ///< of the records, in the order of the parsed codes
     std::vector<QUuid> m_codingIDs; ///< for records to come
     QSet<QString> m_usedFiles; ///< by their paths
@@ -237,11 +251,12 @@ ImportSummary importQdpx(
     const ImportStep whole{1, 1, QFileInfo(archive).fileName()};
     const StagingFolder staging(u"vorn-qdpx-import-"_s);
     unpackArchive(archive, staging.path(), {}, [&] { return !mayImport || mayImport(whole); });
-    throwIfStopped(mayImport, whole);
+    const auto pause = [&] { throwIfStopped(mayImport, whole); };
+    pause();
     const ArchiveMembers members(staging.path());
-    const ParsedDocument document = parsedDocument(members);
+    const ParsedDocument document = parsedDocument(members, pause);
     return queue.write(
-        [&](Database &database) { return Import(database, projectID, members, mayImport).run(document); });
+        [&](Database &database) { return Import(database, projectID, members, mayImport, whole).run(document); });
 }
 
 } // namespace RefiQdpx

@@ -8,7 +8,7 @@ namespace RefiQdpx {
 
 /// What an archive may unpack to. One of a few kilobytes can hold any amount.
 struct UnpackLimits {
-    qint64 bytes = qint64(4) << 30;
+    qint64 bytes = qint64(2) << 30;
     qint64 archiveSizes = 20; ///< or as many times the archive's own size, if that is more
     qint64 entries = 500'000; ///< files and folders
 };

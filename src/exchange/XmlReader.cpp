@@ -1,5 +1,7 @@
 #include "exchange/XmlReader.h"
 
+#include "records/LongestName.h"
+
 #include <QByteArray>
 #include <QIODevice>
 
@@ -21,7 +23,9 @@ constexpr qsizetype chunkSize = 1 << 16; // bytes
 // The parser compares each attribute of a tag with all others, and each prefix with all that are declared around it.
 constexpr int mostAttributes = 256; ///< in one tag
 constexpr int mostNamespaces = 256; ///< declared by all elements that are open at a time
-constexpr qsizetype longestTag = 1 << 19; ///< bytes in UTF-8; a comment counts as well
+/// Bytes in UTF-8; a comment counts as well. Has room for the longest name, were all of it escaped.
+constexpr qsizetype longestTag = 1 << 21;
+static_assert(longestTag > longestName * 6 + (1 << 16));
 
 const char *bytesAt(const xmlChar *text)
 {
@@ -253,13 +257,14 @@ std::optional<QByteArrayView> XmlAttributes::value(QByteArrayView name) const
     return {};
 }
 
-void XmlReader::read(QIODevice &device, XmlHandler &handler)
+void XmlReader::read(QIODevice &device, XmlHandler &handler, const std::function<void()> &onPiece)
 {
     Parser parser(handler);
     QByteArray chunk(chunkSize, Qt::Uninitialized);
     while (const qint64 count = device.read(chunk.data(), chunk.size())) {
         if (count < 0)
             throw XmlError(device.errorString());
+        onPiece();
         parser.feed(QByteArrayView(chunk).first(count));
     }
     parser.finish();

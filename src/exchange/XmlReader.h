@@ -4,6 +4,7 @@
 
 #include <QByteArrayView>
 
+#include <functional>
 #include <optional>
 
 class QIODevice;
@@ -47,6 +48,8 @@ public:
 namespace XmlReader {
 /// Reads a document to its end, in constant memory and linear time whatever it holds. Nothing but `device` is looked
 /// at: a reference to any entity that a document declares is refused, and so are tags of absurd size. Prints nothing.
-/// Throws XmlError, also if the device can't be read, and what the handler throws.
-void read(QIODevice &device, XmlHandler &handler);
+/// Throws XmlError, also if the device can't be read, and what the handler throws. `onPiece` is called for each piece
+/// of some ten thousand bytes and may end the reading by throwing, too.
+void read(
+    QIODevice &device, XmlHandler &handler, const std::function<void()> &onPiece = [] {});
 } // namespace XmlReader

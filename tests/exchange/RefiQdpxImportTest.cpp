@@ -325,6 +325,12 @@ INSTANTIATE_TEST_SUITE_P(Archives, FailedImport,
             u"Not a usable REFI-QDA file: project.qde was not found in the archive"_s},
         FailureCase{"folder_instead_of_document", "project.qde/x", "<Project/>",
             u"Not a usable REFI-QDA file: project.qde was not found in the archive"_s},
+        FailureCase{"name_of_a_megabyte", "project.qde",
+            "<Project><CodeBook><Codes><Code name='" + QByteArray(1'000'000, 'x') + "'/></Codes></CodeBook></Project>",
+            u"Not a usable REFI-QDA file: a name in it is too long"_s},
+        FailureCase{"more_codes_than_anybody_has", "project.qde",
+            "<Project><CodeBook><Codes>" + QByteArray("<Code/>").repeated(200'001) + "</Codes></CodeBook></Project>",
+            u"Not a usable REFI-QDA file: it holds more than a project can hold"_s},
         FailureCase{"wrong_root", "project.qde", "<CodeBook><Codes><Code/></Codes></CodeBook>",
             u"Not a usable REFI-QDA file: the root element is not <Project>"_s}),
     rowName);
@@ -338,6 +344,30 @@ TEST_F(QdpxImport, IsUndoneWhenTheDatabaseFailsAtTheLastCoding)
         coded(selection("0", "1", referenceTo("a")).repeated(2)) + coded(selection("0", "2", referenceTo("a"))));
     EXPECT_TRUE(complaint(TestArchive().add("project.qde", document)).startsWith(u"CHECK constraint failed: no_room"));
     EXPECT_TRUE(isEmpty());
+}
+
+TEST_F(QdpxImport, CanBeStoppedAmidCodesPassagesAndALongDocument)
+{
+    const QByteArray codes = "<Code guid='a'/>" + QByteArray("<Code/>").repeated(2'500);
+    const QByteArray document =
+        project(codes, coded(selection("0", "1", referenceTo("a")).repeated(2'500) + QByteArray(1'000'000, ' ')));
+    AtomicFile::write(m_folder.path(u"study.qdpx"_s), TestArchive().add("project.qde", document).bytes());
+    QStringList names;
+    const auto stopAt = [&](int question) {
+        names.clear();
+        importQdpx(m_folder.path(u"study.qdpx"_s), *m_queue, m_projectID, [&](const ImportStep &step) {
+            names.append(step.name);
+            return names.size() != question;
+        });
+    };
+    stopAt(0);
+    EXPECT_GT(names.count(u"study.qdpx"_s), 15); // pieces of the document, and codes
+    EXPECT_GE(names.count(u"T"_s), 3);
+    const int questions = int(names.size());
+    const qsizetype codesBefore = all<Code>().size();
+    for (int question = questions - 10; question <= questions; ++question)
+        EXPECT_THROW(stopAt(question), ImportStopped) << question;
+    EXPECT_EQ(all<Code>().size(), codesBefore);
 }
 
 TEST_F(QdpxImport, ASmallArchiveCannotFillTheLibraryWithOneOfItsFiles)

@@ -3,6 +3,7 @@
 #include "exchange/RefiQdpxImport.h"
 #include "records/AppDatabase.h"
 #include "records/HalfPairs.h"
+#include "records/LongestName.h"
 #include "records/database/Request.h"
 #include "support/NastyText.h"
 #include "support/Printing.h"
@@ -128,6 +129,22 @@ TEST_P(RoundTrip, KeepsTheProject)
     EXPECT_EQ(got.passages, expected.passages);
     EXPECT_EQ(summary, (ImportSummary{expected.codes.size(), expected.documents.size(), expected.passages.size()}));
     EXPECT_FALSE(folder.hasLeftovers());
+}
+
+TEST(RoundTripOfNames, TakesTheLongestWithAllOfItEscaped)
+{
+    const OwnTemporaryFolder folder;
+    ExportInput input = randomProject(1);
+    input.documents = {{}};
+    input.documents.first().id = QUuid::createUuid();
+    input.documents.first().text = u"text"_s;
+    const QString name(longestName, u'"');
+    for (QString *each : {&input.project.name, &input.codes.first().name, &input.documents.first().title})
+        *each = name;
+    exportArchive(input, folder.path(u"study.qdpx"_s));
+    const auto queue = AppDatabase::makeFreshQueue();
+    importQdpx(folder.path(u"study.qdpx"_s), *queue, QUuid::createUuid());
+    EXPECT_EQ(queue->read([](Database &database) { return Document::all().fetchAll(database).value(0).title; }), name);
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, RoundTrip, testing::Range(1u, 41u));

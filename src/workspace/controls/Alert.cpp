@@ -1,5 +1,6 @@
 #include "workspace/controls/Alert.h"
 
+#include "records/LongestName.h"
 #include "workspace/controls/Paragraph.h"
 #include "workspace/controls/Shortened.h"
 #include "workspace/theme/Fonts.h"
@@ -65,7 +66,9 @@ void Alert::addTexts(QVBoxLayout &column, const Content &content)
 
 void Alert::addField(QVBoxLayout &column, const Field &field)
 {
-    m_field = new QLineEdit(field.text, this);
+    m_field = new QLineEdit(this);
+    m_field->setMaxLength(longestName); // by itself it cuts earlier, silently
+    m_field->setText(field.text);
     m_field->setPlaceholderText(field.placeholder);
     m_field->setAccessibleName(field.accessibleName.isEmpty() ? field.placeholder : field.accessibleName);
     m_field->selectAll();

@@ -1,6 +1,7 @@
 #include "workspace/picker/CodePickerPopover.h"
 
 #include "library/LibraryStore.h"
+#include "records/LongestName.h"
 #include "workspace/controls/Capsule.h"
 #include "workspace/controls/Hairline.h"
 #include "workspace/controls/Paragraph.h"
@@ -51,6 +52,7 @@ CodePickerPopover::CodePickerPopover(LibraryStore &store, Document document, Tex
 void CodePickerPopover::buildLayout()
 {
     m_field->setObjectName(u"pickerField"_s);
+    m_field->setMaxLength(longestName); // by itself it cuts earlier, silently
     m_field->setPlaceholderText(u"Search or create…"_s);
     m_field->setAccessibleName(u"Search or create a code"_s);
     m_list->setObjectName(u"pickerList"_s);

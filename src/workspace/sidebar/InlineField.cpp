@@ -1,5 +1,6 @@
 #include "workspace/sidebar/InlineField.h"
 
+#include "records/LongestName.h"
 #include "workspace/theme/FocusRing.h"
 
 #include <QKeyEvent>
@@ -8,6 +9,7 @@
 InlineField::InlineField(const QString &placeholder, QWidget &list, QWidget *parent) : QLineEdit(parent), m_list(list)
 {
     setFrame(false);
+    setMaxLength(longestName); // by itself it cuts earlier, silently
     setPlaceholderText(placeholder);
     setAccessibleName(placeholder);
     hide();
