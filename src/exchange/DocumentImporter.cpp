@@ -2,6 +2,7 @@
 
 #include "exchange/ArchivePath.h"
 #include "exchange/ImportError.h"
+#include "exchange/ImportStep.h"
 #include "exchange/PdfText.h"
 #include "exchange/RtfText.h"
 #include "exchange/WordText.h"
@@ -13,11 +14,17 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 largestWordPart = qint64(1) << 30; // bytes; an archive of a few kilobytes can unfold to any size
+/// Bytes of the text's markup, which packs well; but an archive of a few kilobytes can unfold to any size.
+qint64 largestWordPart(const QFileInfo &archive)
+{
+    return std::clamp(archive.size() * 100, qint64(1) << 26, qint64(1) << 30);
+}
 
 ImportError failure(ImportError::Kind kind, const QString &path)
 {
@@ -41,20 +48,25 @@ QString readRichText(const QString &path)
     return *text;
 }
 
-std::optional<QString> mainPartOfDocx(const QString &path)
+std::optional<QString> mainPartOfDocx(const QString &path, const DocumentImporter::MayGoOn &mayGoOn)
 {
     if (!endsLikeArchive(path))
         return {};
+    const QFileInfo file(path);
+    bool isWanted = true;
     const ChildProcess::Result unzip = ChildProcess::run({.program = u"/usr/bin/unzip"_s,
-        .arguments = {u"-p"_s, literalForUnzip(QFileInfo(path).absoluteFilePath()), u"word/document.xml"_s},
-        .outputLimit = largestWordPart});
+        .arguments = {u"-p"_s, literalForUnzip(file.absoluteFilePath()), u"word/document.xml"_s},
+        .outputLimit = largestWordPart(file),
+        .mayGoOn = [&] { return isWanted = mayGoOn(); }});
+    if (!isWanted)
+        throw ImportStopped();
     return unzip.succeeded() ? TextDecoder::utf8(unzip.output) : std::nullopt;
 }
 
-QStringList pagesOfPDF(const QString &path)
+QStringList pagesOfPDF(const QString &path, const DocumentImporter::MayGoOn &mayGoOn)
 {
     try {
-        if (std::optional<QStringList> pages = PdfText::pages(AtomicFile::read(path)))
+        if (std::optional<QStringList> pages = PdfText::pages(AtomicFile::read(path), mayGoOn))
             return *std::move(pages);
     } catch (const FileError &) {
         // A PDF that can't be read is told like one that can't be understood.
@@ -77,30 +89,30 @@ QString DocumentImporter::extension(const QString &path)
     return dot > 0 ? name.sliced(dot + 1).toLower() : QString();
 }
 
-DocumentImporter::Extracted DocumentImporter::extract(const QString &path)
+DocumentImporter::Extracted DocumentImporter::extract(const QString &path, const MayGoOn &mayGoOn)
 {
     const QString kind = extension(path);
     if (kind == u"rtf" || kind == u"rtfd")
         return {readRichText(path), u"rtf"_s};
     if (kind == u"docx")
-        return {readDocx(path), kind};
+        return {readDocx(path, mayGoOn), kind};
     if (kind == u"pdf")
-        return {readPDF(path), kind};
+        return {readPDF(path, mayGoOn), kind};
     return {decoded(AtomicFile::read(path)), kind.isEmpty() ? u"txt"_s : kind};
 }
 
-QString DocumentImporter::readDocx(const QString &path)
+QString DocumentImporter::readDocx(const QString &path, const MayGoOn &mayGoOn)
 {
-    const std::optional<QString> part = mainPartOfDocx(path);
+    const std::optional<QString> part = mainPartOfDocx(path, mayGoOn);
     if (!part)
         throw failure(ImportError::Kind::unreadable, path);
     return WordText::plainText(*part);
 }
 
-QString DocumentImporter::readPDF(const QString &path)
+QString DocumentImporter::readPDF(const QString &path, const MayGoOn &mayGoOn)
 {
     QString text;
-    for (const QString &page : pagesOfPDF(path)) {
+    for (const QString &page : pagesOfPDF(path, mayGoOn)) {
         const QStringView words = TextTrimming::trimmed(page);
         if (words.isEmpty())
             continue;

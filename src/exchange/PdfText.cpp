@@ -1,5 +1,7 @@
 #include "exchange/PdfText.h"
 
+#include "exchange/ImportStep.h"
+
 #include <poppler-document.h>
 #include <poppler-global.h>
 #include <poppler-page.h>
@@ -38,13 +40,15 @@ QString textOf(const poppler::page &page)
 
 } // namespace
 
-std::optional<QStringList> PdfText::pages(QByteArrayView bytes)
+std::optional<QStringList> PdfText::pages(QByteArrayView bytes, const std::function<bool()> &mayGoOn)
 {
     const std::unique_ptr<poppler::document> document = opened(bytes);
     if (!document)
         return {};
     QStringList texts;
     for (int index = 0; index < document->pages(); ++index) {
+        if (!mayGoOn())
+            throw ImportStopped();
         const std::unique_ptr<poppler::page> page(document->create_page(index));
         texts.append(page ? textOf(*page) : QString());
     }

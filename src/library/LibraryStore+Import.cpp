@@ -53,9 +53,9 @@ void LibraryStore::importURLs(const QList<QUrl> &urls)
     ImportCount count;
     for (qsizetype index = 0; index < paths.size(); ++index) {
         const QString &path = paths.at(index);
-        if (!m_services.mayImport({index + 1, paths.size(), QFileInfo(path).fileName()}))
+        const ImportStep step{index + 1, paths.size(), QFileInfo(path).fileName()};
+        if (!m_services.mayImport(step) || !importCandidate(path, step, count))
             break;
-        importCandidate(path, count);
     }
     m_services.importIsOver();
     refresh();
@@ -63,16 +63,17 @@ void LibraryStore::importURLs(const QList<QUrl> &urls)
     m_isImporting.set(false);
 }
 
-void LibraryStore::importCandidate(const QString &path, ImportCount &count)
+bool LibraryStore::importCandidate(const QString &path, const ImportStep &step, ImportCount &count)
 {
     if (!DocumentImporter::supportedExtensions().contains(DocumentImporter::extension(path))) {
         ++count.skipped;
-        return;
+        return true;
     }
     try {
-        const DocumentImporter::Extracted extracted = DocumentImporter::extract(path);
+        const DocumentImporter::Extracted extracted =
+            DocumentImporter::extract(path, [&] { return m_services.mayImport(step); });
         if (TextTrimming::trimmed(extracted.text).isEmpty())
-            return;
+            return true;
         const Document document = newDocument(QFileInfo(path).completeBaseName(), extracted.text, extracted.sourceKind);
         m_queue.write([&](Database &database) {
             keepProject(database);
@@ -80,8 +81,11 @@ void LibraryStore::importCandidate(const QString &path, ImportCount &count)
         });
         ++count.imported;
     } catch (const LocalizedError &error) {
-        m_lastError.set(QFileInfo(path).fileName() + u": "_s + error.description());
+        m_lastError.set(step.name + u": "_s + error.description());
+    } catch (const ImportStopped &) {
+        return false;
     }
+    return true;
 }
 
 void LibraryStore::concludeImport(const ImportCount &count)

@@ -1,6 +1,7 @@
 #include "exchange/DocumentImporter.h"
 
 #include "exchange/ImportError.h"
+#include "exchange/ImportStep.h"
 #include "platform/ChildProcess.h"
 #include "platform/FileError.h"
 #include "support/Complaint.h"
@@ -201,6 +202,15 @@ TEST_F(DocumentImport, RelativePathMayBeginWithADash)
     ASSERT_TRUE(QDir::setCurrent(path(QString())));
     EXPECT_EQ(DocumentImporter::readDocx(u"-x.docx"_s), u"meant"_s);
     QDir::setCurrent(before);
+}
+
+TEST_F(DocumentImport, LongDocumentCanBeStopped)
+{
+    const auto never = [] { return false; };
+    EXPECT_THROW((void)DocumentImporter::extract(fixture(u"interview.pdf"_s), never), ImportStopped);
+    const QString archive = writeArchive(u"long.docx"_s, QByteArray(60'000'000, 'x'));
+    EXPECT_THROW((void)DocumentImporter::extract(archive, never), ImportStopped);
+    EXPECT_EQ(complaintOf(writeArchive(u"bomb.docx"_s, QByteArray(70'000'000, 'x'))), unreadable(u"bomb.docx"_s));
 }
 
 TEST_F(DocumentImport, NameThatIsNoUtf8EndsInAMessageAtWorst)
