@@ -7,12 +7,13 @@
 // How the store's operations reach the database; for its own sources only.
 
 template <typename Body>
-void LibraryStore::writeIgnoringFailure(Body &&body)
+bool LibraryStore::writeIgnoringFailure(Body &&body)
 {
     try {
         m_queue.write(std::forward<Body>(body));
+        return true;
     } catch (const LocalizedError &) {
-        // The operation goes on; what the next reload shows is the truth.
+        return false; // The operation goes on; what the next reload shows is the truth.
     }
 }
 
@@ -25,31 +26,13 @@ std::optional<QString> LibraryStore::writeMemo(const R &changed, const R &listed
         return {};
     try {
         m_queue.write([&](Database &database) { changed.update(database, {"memo"}); });
-        m_unwrittenMemos.remove(changed.id);
+        m_unwrittenMemos.drop(changed.id);
     } catch (const LocalizedError &error) {
-        m_unwrittenMemos.insert(changed.id, changed.memo);
+        m_unwrittenMemos.keep(changed, listed.memo);
         if (wasWritten)
             return QStringLiteral("The memo couldn't be saved: ") + error.description();
     }
     return {};
-}
-
-/// The lists show what is in the file; what leaves the library may know more.
-template <typename R>
-R LibraryStore::withUnwrittenMemo(R record) const
-{
-    record.memo = m_unwrittenMemos.value(record.id, record.memo);
-    return record;
-}
-
-template <typename R>
-QList<R> LibraryStore::withUnwrittenMemos(QList<R> records) const
-{
-    if (m_unwrittenMemos.isEmpty())
-        return records;
-    for (R &record : records)
-        record = withUnwrittenMemo(record);
-    return records;
 }
 
 template <typename Body>

@@ -54,8 +54,7 @@ void LibraryStore::setCodeMemo(const Code &code, const QString &memo)
         std::ranges::replace_if(
             codes, [&](const Code &each) { return each.id == changed.id; }, changed);
     });
-    if (complaint)
-        m_lastError.set(complaint);
+    concludeMemo(changed.id, complaint);
 }
 
 std::optional<QString> LibraryStore::codeMemo(const QUuid &id) const
@@ -63,13 +62,13 @@ std::optional<QString> LibraryStore::codeMemo(const QUuid &id) const
     const Code *listed = findCode(id);
     if (listed == nullptr)
         return {};
-    return m_unwrittenMemos.value(id, listed->memo).value_or(QString());
+    return m_unwrittenMemos.applied(*listed).memo.value_or(QString());
 }
 
 void LibraryStore::deleteCode(const Code &code)
 {
     const Code deleted = code; // it may be an entry of the list that is reloaded below
-    writeIgnoringFailure([&](Database &database) {
+    const bool isDeleted = writeIgnoringFailure([&](Database &database) {
         const QList<Code> children = Code::filter(Column("parentID") == deleted.id).fetchAll(database);
         for (const Code &child : CodeTree::movedByDelete(deleted, children))
             child.update(database);
@@ -80,7 +79,8 @@ void LibraryStore::deleteCode(const Code &code)
         m_sidebarSelection.set(ProjectSelection{deleted.projectID});
     raiseCodingRevision();
     refresh();
-    m_unwrittenMemos.remove(deleted.id);
+    if (isDeleted)
+        m_unwrittenMemos.drop(deleted.id);
 }
 
 void LibraryStore::nestCode(const QUuid &child, const QUuid &parent)
@@ -113,7 +113,7 @@ void LibraryStore::mergeCodes(const Code &source, const Code &target)
         return;
     const Code from = source; // both may be entries of the list that is reloaded below
     const Code into = target;
-    writeIgnoringFailure([&](Database &database) {
+    const bool isMerged = writeIgnoringFailure([&](Database &database) {
         expectStored<Code>(database, into.id);
         database.execute("UPDATE coding SET codeID = ? WHERE codeID = ?",
             {ValueEncoding::encoded(into.id), ValueEncoding::encoded(from.id)});
@@ -126,7 +126,8 @@ void LibraryStore::mergeCodes(const Code &source, const Code &target)
         m_sidebarSelection.set(CodeSelection{into.id});
     raiseCodingRevision();
     refresh();
-    m_unwrittenMemos.remove(from.id);
+    if (isMerged)
+        m_unwrittenMemos.drop(from.id);
 }
 
 QList<FlatCode> LibraryStore::orderedCodes() const

@@ -6,17 +6,23 @@
 
 using namespace Qt::StringLiterals;
 
-void LibraryStore::addPastedDocument(const QString &title, const QString &text)
+bool LibraryStore::addPastedDocument(const QString &title, const QString &text)
 {
     if (!m_project.get())
-        return;
+        return false;
     const Document document = newDocument(title.isEmpty() ? u"Untitled Document"_s : title, text, u"paste"_s);
-    writeIgnoringFailure([&](Database &database) {
-        keepProject(database);
-        document.insert(database);
-    });
+    try {
+        m_queue.write([&](Database &database) {
+            keepProject(database);
+            document.insert(database);
+        });
+    } catch (const LocalizedError &error) {
+        m_lastError.set(u"The document couldn't be added: "_s + error.description());
+        return false;
+    }
     refresh();
     m_selectedDocumentID.set(m_documents->isEmpty() ? std::nullopt : std::optional(m_documents->first().id));
+    return true;
 }
 
 void LibraryStore::renameDocument(const Document &document, const QString &title)
@@ -46,7 +52,7 @@ void LibraryStore::deleteDocument(const Document &document)
         m_revealRequest.set({});
     raiseCodingRevision();
     refresh();
-    m_unwrittenMemos.remove(id);
+    m_unwrittenMemos.drop(id);
 }
 
 void LibraryStore::setDocumentMemo(const Document &document, const QString &memo)
@@ -59,8 +65,24 @@ void LibraryStore::setDocumentMemo(const Document &document, const QString &memo
         std::ranges::replace_if(
             documents, [&](const Document &each) { return each.id == changed.id; }, changed);
     });
+    concludeMemo(changed.id, complaint);
+}
+
+/// What couldn't be stored before may be stored now: the user may have made room meanwhile.
+void LibraryStore::concludeMemo(const QUuid &id, const std::optional<QString> &complaint)
+{
     if (complaint)
         m_lastError.set(complaint);
+    else if (isMemoWritten(id))
+        saveUnwrittenMemos();
+}
+
+std::optional<QString> LibraryStore::saveUnwrittenMemos()
+{
+    const UnwrittenMemos::Attempt attempt = m_unwrittenMemos.writeAll(m_queue);
+    if (attempt.hasWritten)
+        refresh();
+    return attempt.complaint;
 }
 
 std::optional<QString> LibraryStore::documentMemo(const QUuid &id) const
@@ -68,5 +90,5 @@ std::optional<QString> LibraryStore::documentMemo(const QUuid &id) const
     const Document *listed = findDocument(id);
     if (listed == nullptr)
         return {};
-    return m_unwrittenMemos.value(id, listed->memo).value_or(QString());
+    return m_unwrittenMemos.applied(*listed).memo.value_or(QString());
 }

@@ -36,7 +36,7 @@ void LibraryStore::exportReport(const std::optional<QUuid> &scopeCodeID, ExportF
     expectWholeLists();
     QList<ExportCodeGroup> groups = groupsOf(scopeCodeID, [this](const QUuid &codeID) { return readExcerpts(codeID); });
     for (ExportCodeGroup &group : groups)
-        group.code = withUnwrittenMemo(group.code);
+        group.code = m_unwrittenMemos.applied(group.code);
     writeExport(groups, format, path);
 }
 
@@ -44,9 +44,9 @@ void LibraryStore::expectWholeLists()
 {
     if (!m_project.get())
         return;
+    refresh(); // what hangs on the lists, too; but it goes on where it can't read
     setDocuments(m_shelf.documents(m_project->value().id));
     m_codes.set(m_queue.read([this](Database &database) { return readCodes(database); }));
-    refresh(); // what hangs on the lists
 }
 
 void LibraryStore::writeExport(const QList<ExportCodeGroup> &groups, ExportFormat format, const QString &path) const
@@ -73,8 +73,9 @@ void LibraryStore::exportQdpx(const QString &path)
         return;
     expectWholeLists();
     const QList<Coding> codings = m_queue.read([](Database &database) { return Coding::all().fetchAll(database); });
-    RefiQdpx::exportArchive(
-        {m_project->value(), withUnwrittenMemos(m_documents.get()), withUnwrittenMemos(m_codes.get()), codings}, path);
+    RefiQdpx::exportArchive({m_project->value(), m_unwrittenMemos.applied(m_documents.get()),
+                                m_unwrittenMemos.applied(m_codes.get()), codings},
+        path);
 }
 
 void LibraryStore::importQdpx(const QString &path)
@@ -118,7 +119,7 @@ void LibraryStore::presentExportQdcPanel()
     presentExchangePanel({u"Export Codebook (REFI-QDA)"_s, u"-Codebook.qdc"_s, u"qdc"_s, u"Exported codebook ✓"_s,
         [this](const QString &path) {
             expectWholeLists();
-            AtomicFile::write(path, RefiQdpx::buildCodebookXML(withUnwrittenMemos(m_codes.get())));
+            AtomicFile::write(path, RefiQdpx::buildCodebookXML(m_unwrittenMemos.applied(m_codes.get())));
         }});
 }
 

@@ -14,6 +14,7 @@
 #include "library/ProjectTerms.h"
 #include "library/RevealRequest.h"
 #include "library/SidebarSelection.h"
+#include "library/UnwrittenMemos.h"
 #include "records/Code.h"
 #include "records/Coding.h"
 #include "records/Document.h"
@@ -104,7 +105,8 @@ public:
 
     /// @name Documents
     /// @{
-    void addPastedDocument(const QString &title, const QString &text);
+    /// Returns whether the document is in the file; if it isn't, the text is still the caller's to keep.
+    bool addPastedDocument(const QString &title, const QString &text);
     void renameDocument(const Document &document, const QString &title);
     /// Deletes the document with its codings.
     void deleteDocument(const Document &document);
@@ -153,6 +155,8 @@ public:
     [[nodiscard]] std::optional<QString> codeMemo(const QUuid &id) const;
     /// Whether that memo is in the file.
     [[nodiscard]] bool isMemoWritten(const QUuid &id) const { return !m_unwrittenMemos.contains(id); }
+    /// Tries to store those that aren't. Returns why some still can't be.
+    std::optional<QString> saveUnwrittenMemos();
     /// @}
 
     /// @name Analysis
@@ -223,7 +227,8 @@ private:
         qint64 imported = 0;
         qint64 skipped = 0;
     };
-    void importCandidate(const QString &path, ImportCount &count);
+    /// Returns whether the import goes on.
+    bool importCandidate(const QString &path, const ImportStep &step, ImportCount &count);
     void concludeImport(const ImportCount &count);
 
     [[nodiscard]] QList<Document> documentsForScope(const WordFrequency::Scope &scope) const;
@@ -237,13 +242,10 @@ private:
     /// be told when all is done.
     template <typename R>
     [[nodiscard]] std::optional<QString> writeMemo(const R &changed, const R &listed);
-    template <typename R>
-    [[nodiscard]] R withUnwrittenMemo(R record) const;
-    template <typename R>
-    [[nodiscard]] QList<R> withUnwrittenMemos(QList<R> records) const;
-    /// Writes; a failure is ignored and the next reload shows the true state.
+    void concludeMemo(const QUuid &id, const std::optional<QString> &complaint);
+    /// Writes; a failure is ignored and the next reload shows the true state. Returns whether it was written.
     template <typename Body>
-    void writeIgnoringFailure(Body &&body);
+    bool writeIgnoringFailure(Body &&body);
     /// Reads; a failure gives an empty result.
     template <typename Body>
     [[nodiscard]] auto readOrEmpty(Body &&body) const;
@@ -258,7 +260,7 @@ private:
     ProjectTerms m_terms;
     mutable DocumentFilter m_filter;
     QHash<QUuid, qsizetype> m_documentPositions;
-    QHash<QUuid, std::optional<QString>> m_unwrittenMemos; ///< of documents and codes, until they can be stored
+    UnwrittenMemos m_unwrittenMemos;
 
     Observable<std::optional<Project>> m_project;
     Observable<QList<Project>> m_projects;

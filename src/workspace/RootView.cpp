@@ -18,10 +18,13 @@
 #include "workspace/theme/Roles.h"
 #include "workspace/theme/Symbols.h"
 
+#include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QStackedWidget>
 #include <QVBoxLayout>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -121,6 +124,18 @@ QWidget *RootView::listFor(const SidebarSelection &selection)
 void RootView::openFindBar()
 {
     m_reader->reader().openFindBar();
+}
+
+/// Memos are stored as they are typed; only what the disk refused is still here alone.
+void RootView::closeEvent(QCloseEvent *event)
+{
+    const std::optional<QString> complaint = m_store.saveUnwrittenMemos();
+    const bool wasWarned = std::exchange(m_wasWarned, complaint.has_value());
+    if (!complaint || wasWarned)
+        return QMainWindow::closeEvent(event);
+    event->ignore();
+    m_store.lastError().set(
+        u"A memo couldn't be saved: %1\nClose the window again to leave without it."_s.arg(*complaint));
 }
 
 void RootView::resizeEvent(QResizeEvent *event)

@@ -26,6 +26,7 @@ public:
     void openFindBar();
 
 protected:
+    void closeEvent(QCloseEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
@@ -43,4 +44,5 @@ private:
     ReaderPane *m_reader;
     QPushButton *m_import;
     StatusBanner *m_banner;
+    bool m_wasWarned = false; ///< that memos will be lost
 };

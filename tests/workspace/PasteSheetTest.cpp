@@ -78,6 +78,16 @@ TEST_F(PasteSheetTest, PassesTheTitleUntrimmedAndSelectsTheDocument)
     EXPECT_TRUE(before.hasFocus());
 }
 
+TEST_F(PasteSheetTest, StaysWithTheTextThatCouldNotBeStored)
+{
+    open();
+    paste(u"words"_s);
+    library.queue->writeWithoutTransaction([](Database &database) { database.execute("DROP TABLE document"); });
+    click(u"add"_s);
+    EXPECT_EQ(text().text(), u"words"_s);
+    EXPECT_TRUE(library.store.lastError()->value_or(QString()).startsWith(u"The document couldn't be added: "_s));
+}
+
 TEST_F(PasteSheetTest, EscapeLosesWhatWasTyped)
 {
     open();

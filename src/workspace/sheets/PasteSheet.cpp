@@ -1,6 +1,7 @@
 #include "workspace/sheets/PasteSheet.h"
 
 #include "library/LibraryStore.h"
+#include "records/LongestName.h"
 #include "workspace/controls/Paragraph.h"
 #include "workspace/sheets/PasteEditor.h"
 #include "workspace/theme/Fonts.h"
@@ -10,8 +11,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
-
-#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -42,14 +41,13 @@ PasteSheet::PasteSheet(LibraryStore &store, QWidget &window)
 
     const auto renderButton = [this] { m_add->setEnabled(!m_text->isBlank()); };
     connect(m_text, &QPlainTextEdit::textChanged, this, renderButton);
-    connect(this, &QDialog::accepted, this, &PasteSheet::addDocument);
     renderButton();
 }
 
 void PasteSheet::addFields(QVBoxLayout &column)
 {
     m_title->setObjectName(u"pasteTitle"_s);
-    m_title->setMaxLength(std::numeric_limits<int>::max()); // a field by itself cuts what is pasted, silently
+    m_title->setMaxLength(longestName); // a field by itself cuts what is pasted much earlier, silently
     m_title->setPlaceholderText(tr("Title (optional)"));
     m_title->setAccessibleName(tr("Title"));
     m_text->setObjectName(u"pasteText"_s);
@@ -71,7 +69,7 @@ void PasteSheet::addButtons(QVBoxLayout &column)
     m_add->setObjectName(u"add"_s);
     m_add->setDefault(true);
     setRole(*m_add, ButtonRole::prominent);
-    connect(m_add, &QPushButton::clicked, this, &QDialog::accept);
+    connect(m_add, &QPushButton::clicked, this, &PasteSheet::addDocument);
 
     auto *buttons = new QHBoxLayout;
     buttons->setSpacing(Metrics::controlSpacing);
@@ -81,8 +79,9 @@ void PasteSheet::addButtons(QVBoxLayout &column)
     column.addLayout(buttons);
 }
 
-/// When the sheet has closed, so that a failure is told over the window.
+/// The text isn't anywhere else: the sheet stays with it when it couldn't be stored.
 void PasteSheet::addDocument()
 {
-    m_store.addPastedDocument(m_title->text(), m_text->text());
+    if (m_store.addPastedDocument(m_title->text(), m_text->text()))
+        accept();
 }

@@ -32,7 +32,7 @@ const Deed deeds[] = {
         [](TestLibrary &library, const Workplace &) {
             library.store.addPastedDocument(u"Pasted"_s, u"text "_s.repeated(3'000));
         },
-        nullptr},
+        "The document couldn't be added: "},
     {"new code", [](TestLibrary &library, const Workplace &) { library.store.createCode(u"Delta"_s, u"#112233"_s); },
         nullptr},
     {"coding",
@@ -313,6 +313,41 @@ TEST(UnstoredDocument, TakesNoPassages)
         [&](Database &database) { Coding::filter(Column("documentID") == gone.id).deleteAll(database); });
     library.store.assignCode(library.code(u"Gamma"_s), gone, {0, 4});
     EXPECT_EQ(faultsOf(*library.queue), QString());
+}
+
+TEST(UnstoredMemo, OutlivesWhatElseFailsAndIsStoredWithTheNextOne)
+{
+    Workplace place;
+    place.restoreLibrary();
+    TestLibrary library({}, AppDatabase::openQueue(place.libraryFile()));
+    LibraryStore &store = library.store;
+    const Document first = library.document(u"First"_s);
+    const Document second = library.document(u"Second"_s);
+    const Code alpha = library.code(u"Alpha"_s);
+    const Code gamma = library.code(u"Gamma"_s);
+    const auto memos = [&place] {
+        TestLibrary fresh({}, AppDatabase::openQueue(place.libraryFile()));
+        return QStringList{
+            fresh.code(u"Alpha"_s).memo.value_or(QString()), fresh.document(u"First"_s).memo.value_or(QString())};
+    };
+    {
+        const Locked otherProgram(place.libraryFile());
+        store.setCodeMemo(alpha, u"about alpha"_s);
+        store.setDocumentMemo(first, u"about the first"_s);
+        store.deleteCode(alpha);
+        store.mergeCodes(alpha, gamma);
+        EXPECT_TRUE(store.saveUnwrittenMemos());
+    }
+    DatabaseQueue(place.libraryFile()).write([](Database &database) {
+        database.execute("UPDATE document SET memo = 'newer' WHERE title = 'First'");
+    });
+    store.setDocumentMemo(second, u"about the second"_s);
+    EXPECT_EQ(memos(), (QStringList{u"about alpha"_s, u"newer"_s})) << "what another program wrote isn't written over";
+    EXPECT_TRUE(store.saveUnwrittenMemos());
+    EXPECT_EQ(store.documentMemo(first.id), u"about the first"_s);
+    store.setDocumentMemo(first, u"both"_s);
+    EXPECT_EQ(store.saveUnwrittenMemos(), std::nullopt);
+    EXPECT_EQ(memos().last(), u"both"_s);
 }
 
 TEST(UnstoredMemo, IsToldOnceAndStoredWhenItIsGivenAgain)
