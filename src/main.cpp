@@ -93,7 +93,8 @@ int main(int argc, char **argv)
     QApplication::setApplicationName(u"Vorn"_s);
     QApplication::setApplicationVersion(version);
     QApplication::setDesktopFileName(u"vorn"_s);
-    StagingFolder::removeAbandoned(u"vorn-qdpx-"_s);
+    for (const QString &prefix : {u"vorn-qdpx-"_s, u"vorn-library-"_s}) // of programs that were killed
+        StagingFolder::removeAbandoned(prefix);
     try {
         DatabaseQueue &queue = *AppDatabase::shared().dbQueue;
         return VornApp(queue, arguments).run();

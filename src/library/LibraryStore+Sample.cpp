@@ -80,7 +80,7 @@ void LibraryStore::seedDemoMemosIfMissing()
         if (!record || record->memo)
             return;
         record->memo = memo;
-        writeIgnoringFailure([&](Database &database) { record->update(database); });
+        writeIgnoringFailure([&](Database &database) { record->update(database, {"memo"}); });
     };
     const SampleMemo &codeMemo = SampleContent::codeMemo();
     giveMemo(readOrEmpty(

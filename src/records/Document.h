@@ -22,6 +22,11 @@ struct Document : Record<Document> {
     std::optional<QString> memo;
 
     bool operator==(const Document &other) const;
+    /// Lists that were handed around share their texts: equal buffers need no look at a hundred megabytes.
+    [[nodiscard]] bool hasSameText(const Document &other) const
+    {
+        return (text.constData() == other.text.constData() && text.size() == other.text.size()) || text == other.text;
+    }
 
     static constexpr auto databaseTable = "document";
     [[nodiscard]] static constexpr auto databaseColumns()
@@ -42,11 +47,7 @@ struct Document : Record<Document> {
 
 inline bool Document::operator==(const Document &other) const
 {
-    // Lists that were handed around share their texts: equal buffers need no look at a hundred megabytes.
-    const auto sameText = [&] {
-        return (text.constData() == other.text.constData() && text.size() == other.text.size()) || text == other.text;
-    };
     return id == other.id && projectID == other.projectID && title == other.title && addedAt == other.addedAt
         && sourceKind == other.sourceKind && wordCount == other.wordCount && charCount == other.charCount
-        && memo == other.memo && sameText();
+        && memo == other.memo && hasSameText(other);
 }

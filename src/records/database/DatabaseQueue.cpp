@@ -26,6 +26,13 @@ std::unique_ptr<Database> opened(const QByteArray &name, const Configuration &co
     return database;
 }
 
+/// SQLite is content with reading where it may not write, and each change would vanish with the next reload.
+void refuseReadOnly(sqlite3 *connection, const Configuration &configuration)
+{
+    if (!configuration.readonly && sqlite3_db_readonly(connection, "main") == 1)
+        throw DatabaseError::misuse(u"The file may only be read, and Vorn must be able to write it."_s);
+}
+
 void setUp(Database &database, const Configuration &configuration)
 {
     sqlite3 *connection = database.connection();
@@ -40,10 +47,9 @@ void setUp(Database &database, const Configuration &configuration)
     if (configuration.foreignKeysEnabled)
         database.execute("PRAGMA foreign_keys = ON");
     sqlite3_extended_result_codes(connection, 1);
+    refuseReadOnly(connection, configuration); // where the first access could fail over it
     database.execute("SELECT * FROM sqlite_master LIMIT 1");
-    // SQLite is content with reading where it may not write, and each change would vanish with the next reload.
-    if (!configuration.readonly && sqlite3_db_readonly(connection, "main") == 1)
-        throw DatabaseError::misuse(u"The file may only be read, and Vorn must be able to write it."_s);
+    refuseReadOnly(connection, configuration); // as the format asks, too
     // Identifiers are random, so their indexes are written all over: they must fit. Nothing of this is stored.
     database.execute("PRAGMA cache_size = -65536");
 }

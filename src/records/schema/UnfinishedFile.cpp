@@ -63,10 +63,8 @@ void UnfinishedFile::visitCopy(const QString &path, const std::function<void(Dat
     const QFileInfo file(QFileInfo(path).canonicalFilePath());
     if (!file.isFile() || !isUnfinished(file.filePath()))
         return;
-    const QString prefix = u"vorn-library-"_s;
-    StagingFolder::removeAbandoned(prefix); // such as a start that was killed here
     try {
-        const StagingFolder folder(prefix);
+        const StagingFolder folder(u"vorn-library-"_s);
         const QString target = folder.path(u"copy.sqlite"_s);
         if (!copy(file.filePath(), target))
             return;
