@@ -4,30 +4,52 @@
 #include "records/CharacterTable.h"
 #include "records/TextTrimming.h"
 
+#include <algorithm>
+#include <numeric>
+
+namespace {
+
+/// Memos change with each letter, and aren't searched.
+bool searchesAlike(const Document &one, const Document &other)
+{
+    return one.id == other.id && one.title == other.title && one.hasSameText(other);
+}
+
+} // namespace
+
 QList<Document> DocumentFilter::matching(const QList<Document> &documents, const QString &searchText)
 {
     const QString needle = CharacterTable::lowered(TextTrimming::trimmedBlanks(searchText));
     if (needle.isEmpty())
         return documents;
-    if (needle == m_needle && documents == m_searched)
-        return m_found;
-
-    const TextSearch search(needle);
-    QList<Document> found;
-    for (const Document &document : candidates(documents, needle)) {
-        if (search.isIn(document.title) || isInText(search, document))
-            found.append(document);
-    }
+    if (!std::ranges::equal(documents, m_searched, searchesAlike))
+        lookAtAll(documents.size());
     m_searched = documents;
-    m_needle = needle;
-    m_found = found;
+    if (needle != m_needle)
+        find(needle);
+    QList<Document> found;
+    for (const qsizetype position : m_found)
+        found.append(documents.at(position));
     return found;
 }
 
-const QList<Document> &DocumentFilter::candidates(const QList<Document> &documents, const QString &needle) const
+void DocumentFilter::lookAtAll(qsizetype count)
 {
-    const bool narrows = !m_needle.isEmpty() && needle.contains(m_needle) && documents == m_searched;
-    return narrows ? m_found : documents;
+    m_needle.clear();
+    m_found.resize(size_t(count));
+    std::iota(m_found.begin(), m_found.end(), qsizetype(0));
+}
+
+void DocumentFilter::find(const QString &needle)
+{
+    if (!needle.contains(m_needle))
+        lookAtAll(m_searched.size());
+    const TextSearch search(needle);
+    std::erase_if(m_found, [&](qsizetype position) {
+        const Document &document = m_searched.at(position);
+        return !search.isIn(document.title) && !isInText(search, document);
+    });
+    m_needle = needle;
 }
 
 bool DocumentFilter::isInText(const TextSearch &search, const Document &document)

@@ -6,6 +6,8 @@
 #include <QList>
 #include <QString>
 
+#include <vector>
+
 class TextSearch;
 
 /// Finds the documents whose title or text holds a search text, as it is typed letter by letter.
@@ -15,12 +17,13 @@ public:
     [[nodiscard]] QList<Document> matching(const QList<Document> &documents, const QString &searchText);
 
 private:
-    [[nodiscard]] const QList<Document> &candidates(const QList<Document> &documents, const QString &needle) const;
+    void lookAtAll(qsizetype count);
+    void find(const QString &needle);
     [[nodiscard]] bool isInText(const TextSearch &search, const Document &document);
 
     /// What the last search looked at, for and found: a longer search text can only find some of that.
     QList<Document> m_searched;
     QString m_needle;
-    QList<Document> m_found;
+    std::vector<qsizetype> m_found; ///< positions
     QHash<QUuid, bool> m_needsLowering; ///< each text that was ever looked at
 };
