@@ -1,5 +1,7 @@
 #include "workspace/DesktopPanels.h"
 
+#include "workspace/FolderOpenPanel.h"
+
 #include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -13,16 +15,26 @@ QString filterFor(const QString &extension)
     return u"*."_s + extension;
 }
 
-} // namespace
-
-QStringList DesktopPanels::chooseToOpen(const OpenRequest &request)
+void prepare(QFileDialog &dialog, const Panels::OpenRequest &request)
 {
-    QFileDialog dialog(QApplication::activeWindow(), request.title);
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
     dialog.setLabelText(QFileDialog::Accept, request.prompt);
     dialog.setFileMode(request.allowsSeveral ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
     if (!request.extension.isEmpty())
         dialog.setNameFilter(filterFor(request.extension));
+}
+
+} // namespace
+
+QStringList DesktopPanels::chooseToOpen(const OpenRequest &request)
+{
+    if (request.allowsFolders) {
+        FolderOpenPanel panel(QApplication::activeWindow(), request.title);
+        prepare(panel, request);
+        return panel.exec() == QDialog::Accepted ? panel.chosen() : QStringList();
+    }
+    QFileDialog dialog(QApplication::activeWindow(), request.title);
+    prepare(dialog, request);
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles() : QStringList();
 }
 

@@ -2,7 +2,7 @@
 
 #include "platform/Panels.h"
 
-/// The desktop's own file panels where it has any, else Qt's.
+/// The desktop's own file panels where it has any that do, else Qt's.
 class DesktopPanels final : public Panels {
 public:
     [[nodiscard]] QStringList chooseToOpen(const OpenRequest &request) override;

@@ -1,0 +1,58 @@
+#include "workspace/FolderOpenPanel.h"
+
+#include <QDialogButtonBox>
+#include <QFileInfo>
+#include <QFileSystemModel>
+#include <QItemSelectionModel>
+#include <QLineEdit>
+#include <QListView>
+#include <QPushButton>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+FolderOpenPanel::FolderOpenPanel(QWidget *parent, const QString &title) : QFileDialog(parent, title)
+{
+    setOption(QFileDialog::DontUseNativeDialog);
+    m_fileName = findChild<QLineEdit *>(u"fileNameEdit"_s);
+    if (const auto *buttons = findChild<QDialogButtonBox *>())
+        m_acceptButton = buttons->button(QDialogButtonBox::Open);
+    if (const auto *list = findChild<QListView *>(u"listView"_s)) // whose selection is also that of the other view
+        m_selection = list->selectionModel();
+    if (m_selection)
+        connect(m_selection, &QItemSelectionModel::selectionChanged, this, &FolderOpenPanel::renderButton);
+}
+
+void FolderOpenPanel::accept()
+{
+    const bool isTyping = m_fileName && m_fileName->hasFocus();
+    if (!isTyping && hasSelectedFolder()) {
+        m_chosen = selectedPaths();
+        return QDialog::accept();
+    }
+    QFileDialog::accept();
+    if (result() == Accepted)
+        m_chosen = selectedFiles();
+}
+
+QStringList FolderOpenPanel::selectedPaths() const
+{
+    QModelIndexList rows = m_selection ? m_selection->selectedRows() : QModelIndexList();
+    std::sort(rows.begin(), rows.end());
+    QStringList paths;
+    for (const QModelIndex &row : std::as_const(rows))
+        paths.append(row.data(QFileSystemModel::FilePathRole).toString());
+    return paths;
+}
+
+bool FolderOpenPanel::hasSelectedFolder() const
+{
+    return std::ranges::any_of(selectedPaths(), [](const QString &path) { return QFileInfo(path).isDir(); });
+}
+
+void FolderOpenPanel::renderButton()
+{
+    if (m_acceptButton && hasSelectedFolder())
+        m_acceptButton->setEnabled(true); // Qt's panel counts files alone
+}
