@@ -152,6 +152,33 @@ TEST_F(MemoKeeping, AMemoThatComesFromElsewhereIsShownAndNotWrittenOver)
     EXPECT_EQ(codeMemo(u"One"_s), u"new"_s);
 }
 
+TEST_F(MemoKeeping, AWordInTheMakingMayReplaceTheWholeMemo)
+{
+    library.store.setDocumentMemo(library.document(u"First"_s), u"old"_s);
+    open();
+    QTextEdit &memo = documentEditor();
+    memo.selectAll();
+    QInputMethodEvent composing(u"n"_s, {});
+    QApplication::sendEvent(&memo, &composing);
+    EXPECT_TRUE(memo.isVisible() && memo.hasFocus());
+    commitTo(memo, u"你"_s);
+    EXPECT_EQ(memoOf(u"First"_s), u"你"_s);
+}
+
+TEST_F(MemoKeeping, TheWindowStaysOnceForAMemoThatWouldBeLost)
+{
+    open();
+    toggleWrites();
+    commitTo(documentEditor(), u"more than a page holds "_s.repeated(400));
+    library.store.lastError().set({});
+    EXPECT_FALSE(root().close());
+    EXPECT_TRUE(library.store.lastError()->value_or(QString()).contains(u"Close the window again"_s));
+    library.store.lastError().set({});
+    QApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(root().close());
+}
+
 TEST_F(MemoKeeping, WhatCouldNotBeStoredIsStoredWhenTheMemoIsLeft)
 {
     const QUuid project = library.store.project()->value().id;

@@ -22,6 +22,7 @@
 #include <QStyle>
 #include <QTextBlock>
 #include <QTextEdit>
+#include <QTextLayout>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -168,6 +169,13 @@ bool MemoBar::hasContent() const
     return !TextTrimming::trimmed(m_text).isEmpty();
 }
 
+/// A word in the making is no text yet, though it may have replaced all there was.
+bool MemoBar::isComposing() const
+{
+    const QTextLayout *layout = m_edit->textCursor().block().layout();
+    return layout != nullptr && !layout->preeditAreaText().isEmpty();
+}
+
 void MemoBar::setText(const QString &text)
 {
     m_text = text;
@@ -244,7 +252,7 @@ void MemoBar::expand()
 
 void MemoBar::showFitting(Pace pace)
 {
-    const bool showsEditor = m_isExpanded || hasContent();
+    const bool showsEditor = m_isExpanded || hasContent() || isComposing();
     const bool hadFocus = m_edit->hasFocus();
     m_button->setVisible(!showsEditor);
     if (pace == Pace::atOnce)

@@ -39,6 +39,7 @@ protected:
 private:
     [[nodiscard]] QWidget *makeEditor();
     [[nodiscard]] bool hasContent() const;
+    [[nodiscard]] bool isComposing() const;
     void expand();
     void commit();
     void takeText();
