@@ -10,13 +10,14 @@ using namespace Qt::StringLiterals;
 ErrorAlert::ErrorAlert(LibraryStore &store, QWidget &window) : QObject(&window), m_store(store), m_window(window)
 {
     connect(&m_store.lastError(), &Notifier::changed, this, &ErrorAlert::render);
+    connect(&m_store.isImporting(), &Notifier::changed, this, &ErrorAlert::render);
     render();
 }
 
 void ErrorAlert::render()
 {
     const std::optional<QString> error = m_store.lastError().get();
-    if (!error || m_alert)
+    if (!error || m_alert || m_store.isImporting().get()) // an alert would cover the button that stops an import
         return;
     const auto dismiss = [this, shown = *error] {
         m_alert.clear();

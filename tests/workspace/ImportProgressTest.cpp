@@ -46,6 +46,7 @@ TEST_F(ImportProgressTest, TellsTheFileAndTakesNoInputButItsOwn)
     EXPECT_FALSE(m_field->hasFocus());
     m_progress.finish();
     EXPECT_EQ(capsule(), nullptr);
+    EXPECT_TRUE(m_field->hasFocus());
     QTest::keyClicks(m_field, u"typed"_s);
     EXPECT_EQ(m_field->text(), u"typed"_s);
 }

@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTextEdit>
 
 using namespace Qt::StringLiterals;
@@ -67,6 +68,20 @@ TEST_F(WindowInterruptions, ErrorsStayOneAfterTheOtherAndOutliveTheSheetThatThey
     settle();
     EXPECT_EQ(library.store.lastError().get(), std::nullopt);
     EXPECT_EQ(root().findChild<Alert *>(), nullptr);
+}
+
+TEST_F(WindowInterruptions, ErrorsWaitForTheEndOfAnImport)
+{
+    open();
+    QUrl url[2];
+    const QTemporaryDir folder;
+    for (const int number : {0, 1}) {
+        QFile file(folder.filePath(u"%1.pdf"_s.arg(number)));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        url[number] = QUrl::fromLocalFile(file.fileName());
+    }
+    library.store.importURLs({url[0], url[1]});
+    EXPECT_EQ(find<Alert>().accessibleDescription(), u"1.pdf: Couldn't read 1.pdf."_s);
 }
 
 TEST_F(WindowInterruptions, TheSelectedTitleIsCopied)

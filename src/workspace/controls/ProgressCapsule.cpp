@@ -68,12 +68,14 @@ ProgressCapsule::ProgressCapsule(QWidget &window)
     window.installEventFilter(this);
     raise();
     show();
+    m_focusReturn.note();
     stop->setFocus(Qt::OtherFocusReason);
 }
 
 ProgressCapsule::~ProgressCapsule()
 {
     delete m_scrim;
+    m_focusReturn.giveBack();
 }
 
 void ProgressCapsule::setProgress(int number, int count, const QString &name)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "workspace/controls/Capsule.h"
+#include "workspace/controls/FocusReturn.h"
 
 #include <QPointer>
 
@@ -34,4 +35,5 @@ private:
     ElidedLabel *m_name;
     QWidget *m_bar;
     QPointer<Scrim> m_scrim;
+    FocusReturn m_focusReturn;
 };
