@@ -77,12 +77,14 @@ void ReaderView::buildLayout()
 
 void ReaderView::connectStore()
 {
-    const auto renderAll = [this] {
+    connect(&m_store.codingRevision(), &Notifier::changed, this, [this] {
+        readCodings();
+        renderText();
+    });
+    connect(&m_store.codes(), &Notifier::changed, this, [this] {
         renderCodings();
         renderText();
-    };
-    connect(&m_store.codingRevision(), &Notifier::changed, this, renderAll);
-    connect(&m_store.codes(), &Notifier::changed, this, renderAll);
+    });
     connect(&m_store.revealRequest(), &Notifier::changed, this, &ReaderView::renderText);
     for (const Notifier *notifier : {static_cast<const Notifier *>(&m_store.codingHintDismissed()),
              static_cast<const Notifier *>(&m_store.codeCounts()), static_cast<const Notifier *>(&m_store.documents())})
@@ -100,7 +102,7 @@ void ReaderView::showDocument(const Document &document)
     if (isAnother)
         return beginDocument();
     renderMemo();
-    renderCodings();
+    m_header->showDocument(*m_document, m_codings.size());
 }
 
 void ReaderView::showNothing()
@@ -118,7 +120,7 @@ void ReaderView::beginDocument()
     setSelection({});
     closePicker();
     m_memo->setText(m_store.documentMemo(m_document->id).value_or(QString()));
-    renderCodings();
+    readCodings();
     renderText(); // takes the new text
     ++m_resetToken;
     renderText(); // carries out a reveal that came with it
@@ -142,20 +144,25 @@ void ReaderView::renderMemo()
         m_memo->setText(memo);
 }
 
-void ReaderView::renderCodings()
+void ReaderView::readCodings()
 {
     if (!m_document)
         return;
+    m_codings = m_store.codings(*m_document);
+    m_header->showDocument(*m_document, m_codings.size());
+    renderCodings();
+}
+
+void ReaderView::renderCodings()
+{
     QHash<QUuid, const Code *> codes;
     for (const Code &code : m_store.codes().get())
         codes.insert(code.id, &code);
-    m_codings = m_store.codings(*m_document);
     m_highlights.clear();
     for (const Coding &coding : std::as_const(m_codings)) {
         if (const Code *code = codes.value(coding.codeID))
             m_highlights.append({coding.id, coding.range(), code->colorHex, code->name});
     }
-    m_header->showDocument(*m_document, m_codings.size());
 }
 
 void ReaderView::renderText()

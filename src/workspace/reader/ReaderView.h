@@ -44,6 +44,7 @@ private:
     void beginDocument();
     void saveMemo(const QString &memo);
     void renderMemo();
+    void readCodings();
     void renderCodings();
     void renderText();
     void renderHint();
