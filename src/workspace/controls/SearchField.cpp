@@ -11,6 +11,8 @@
 #include <QPainter>
 #include <QStyle>
 
+#include <limits>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -49,6 +51,7 @@ protected:
 SearchField::SearchField(const QString &placeholder, QWidget *parent) : QLineEdit(parent), m_cross(new Cross(this))
 {
     setSearchRole(*this);
+    setMaxLength(std::numeric_limits<int>::max()); // by itself it cuts what is pasted, silently
     setPlaceholderText(placeholder);
     setAccessibleName(placeholder);
     m_cross->setAccessibleName(tr("Clear search"));

@@ -1,6 +1,7 @@
 #include "workspace/picker/PickerDelegate.h"
 
 #include "platform/LocaleText.h"
+#include "workspace/lists/RowText.h"
 #include "workspace/picker/PickerModel.h"
 #include "workspace/theme/CodeColor.h"
 #include "workspace/theme/Fonts.h"
@@ -59,9 +60,9 @@ void PickerDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option
         textEnd - inner.left() - Metrics::dotDiameter - spacing, inner.height());
     painter->setFont(Fonts::body());
     painter->setPen(Theme::colors().text);
-    const QString name = index.data(Qt::DisplayRole).toString().simplified();
-    painter->drawText(nameRect, Qt::AlignLeft | Qt::AlignVCenter,
-        QFontMetrics(Fonts::body()).elidedText(name, Qt::ElideRight, nameRect.width()));
+    const QString name = RowText::oneLine(index.data(Qt::DisplayRole).toString()).simplified();
+    painter->drawText(
+        nameRect, Qt::AlignLeft | Qt::AlignVCenter, RowText::fitting(name, Fonts::body(), nameRect.width()));
 }
 
 QSize PickerDelegate::sizeHint(const QStyleOptionViewItem &, const QModelIndex &) const

@@ -163,7 +163,7 @@ void CodingTextView::mousePressEvent(QMouseEvent *event)
 void CodingTextView::selectWholeParagraph(const QTextCursor &before)
 {
     const QTextCursor cursor = textCursor();
-    if (!cursor.hasSelection() || cursor == before)
+    if (!cursor.hasSelection() || (cursor == before && cursor.anchor() == before.anchor()))
         return;
     const QTextBlock block = document()->findBlock(cursor.selectionStart());
     const int blockEnd = std::min(block.position() + block.length(), document()->characterCount() - 1);

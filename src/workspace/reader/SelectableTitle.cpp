@@ -38,8 +38,9 @@ SelectableTitle::SelectableTitle(const QFont &font, QWidget *parent) : QTextEdit
 
 void SelectableTitle::setTitle(const QString &title)
 {
-    if (title == toPlainText())
+    if (title == m_title)
         return;
+    m_title = title;
     clear(); // or what was there would be laid out once more
     setWordWrapMode(TextWrapping::modeFor(title));
     // At the edge where the facts below begin, whichever way the title reads.

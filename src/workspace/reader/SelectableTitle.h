@@ -20,4 +20,7 @@ public:
 
 protected:
     void focusOutEvent(QFocusEvent *event) override;
+
+private:
+    QString m_title; ///< which comes back from the editor with other blanks
 };
