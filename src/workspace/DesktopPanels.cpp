@@ -29,7 +29,7 @@ void prepare(QFileDialog &dialog, const Panels::OpenRequest &request)
 QStringList DesktopPanels::chooseToOpen(const OpenRequest &request)
 {
     if (request.allowsFolders) {
-        FolderOpenPanel panel(QApplication::activeWindow(), request.title);
+        FolderOpenPanel panel(QApplication::activeWindow(), request.title, request.prompt);
         prepare(panel, request);
         return panel.exec() == QDialog::Accepted ? panel.chosen() : QStringList();
     }

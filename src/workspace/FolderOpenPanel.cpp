@@ -12,12 +12,12 @@
 
 using namespace Qt::StringLiterals;
 
-FolderOpenPanel::FolderOpenPanel(QWidget *parent, const QString &title) : QFileDialog(parent, title)
+FolderOpenPanel::FolderOpenPanel(QWidget *parent, const QString &title, const QString &prompt)
+    : QFileDialog(parent, title),
+      m_prompt(prompt)
 {
     setOption(QFileDialog::DontUseNativeDialog);
     m_fileName = findChild<QLineEdit *>(u"fileNameEdit"_s);
-    if (const auto *buttons = findChild<QDialogButtonBox *>())
-        m_acceptButton = buttons->button(QDialogButtonBox::Open);
     if (const auto *list = findChild<QListView *>(u"listView"_s)) // whose selection is also that of the other view
         m_selection = list->selectionModel();
     if (m_selection)
@@ -29,7 +29,7 @@ void FolderOpenPanel::accept()
     const bool isTyping = m_fileName && m_fileName->hasFocus();
     if (!isTyping && hasSelectedFolder()) {
         m_chosen = selectedPaths();
-        return QDialog::accept();
+        return done(Accepted);
     }
     QFileDialog::accept();
     if (result() == Accepted)
@@ -53,6 +53,10 @@ bool FolderOpenPanel::hasSelectedFolder() const
 
 void FolderOpenPanel::renderButton()
 {
-    if (m_acceptButton && hasSelectedFolder())
-        m_acceptButton->setEnabled(true); // Qt's panel counts files alone
+    const auto *buttons = findChild<QDialogButtonBox *>();
+    auto *open = buttons ? buttons->button(QDialogButtonBox::Open) : nullptr; // made anew now and then
+    if (!open || !hasSelectedFolder())
+        return;
+    open->setEnabled(true); // Qt's panel counts files alone, and would open a folder
+    open->setText(m_prompt);
 }

@@ -4,7 +4,6 @@
 
 class QItemSelectionModel;
 class QLineEdit;
-class QPushButton;
 
 /// Qt's own file panel, in which folders can be chosen beside files. Those of the desktops offer one or the other, and
 /// Qt's by itself only enters a folder, as this one still does by a double click or a typed name.
@@ -12,7 +11,8 @@ class FolderOpenPanel final : public QFileDialog {
     Q_OBJECT
 
 public:
-    FolderOpenPanel(QWidget *parent, const QString &title);
+    /// `prompt` is what the button says that takes what is selected.
+    FolderOpenPanel(QWidget *parent, const QString &title, const QString &prompt);
 
     /// Absolute paths of the files and folders that were chosen, in the order of the list. Empty before.
     [[nodiscard]] QStringList chosen() const { return m_chosen; }
@@ -24,9 +24,9 @@ private:
     [[nodiscard]] bool hasSelectedFolder() const;
     void renderButton();
 
-    // Parts of Qt's panel; without them it behaves as Qt's does.
+    // Parts of Qt's panel that it keeps; without them it behaves as Qt's does.
     QItemSelectionModel *m_selection = nullptr;
     QLineEdit *m_fileName = nullptr;
-    QPushButton *m_acceptButton = nullptr;
+    QString m_prompt;
     QStringList m_chosen;
 };

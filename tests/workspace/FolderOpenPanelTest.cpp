@@ -24,6 +24,8 @@ protected:
         QDir(folder.path()).mkpath(u"interviews"_s);
         for (const QString &name : {u"notes.txt"_s, u"report.txt"_s})
             AtomicFile::write(folder.filePath(name), "text");
+        panel.setAcceptMode(QFileDialog::AcceptOpen);
+        panel.setLabelText(QFileDialog::Accept, u"Import"_s);
         panel.setFileMode(QFileDialog::ExistingFiles);
         panel.setDirectory(folder.path());
         panel.show();
@@ -50,6 +52,7 @@ protected:
             QTest::mouseClick(list().viewport(), Qt::LeftButton, modifiers, placeOf(name));
             modifiers = Qt::ControlModifier;
         }
+        EXPECT_EQ(button().text(), u"Import"_s);
         QTest::mouseClick(&button(), Qt::LeftButton);
     }
     [[nodiscard]] QStringList paths(const QStringList &names) const
@@ -61,7 +64,7 @@ protected:
     }
 
     const QTemporaryDir folder;
-    FolderOpenPanel panel{nullptr, u"Import Documents"_s};
+    FolderOpenPanel panel{nullptr, u"Import Documents"_s, u"Import"_s};
 };
 
 } // namespace
