@@ -9,12 +9,13 @@
 #include <QPushButton>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
-FolderOpenPanel::FolderOpenPanel(QWidget *parent, const QString &title, const QString &prompt)
+FolderOpenPanel::FolderOpenPanel(QWidget *parent, const QString &title, QString prompt)
     : QFileDialog(parent, title),
-      m_prompt(prompt)
+      m_prompt(std::move(prompt))
 {
     setOption(QFileDialog::DontUseNativeDialog);
     m_fileName = findChild<QLineEdit *>(u"fileNameEdit"_s);

@@ -12,7 +12,7 @@ class FolderOpenPanel final : public QFileDialog {
 
 public:
     /// `prompt` is what the button says that takes what is selected.
-    FolderOpenPanel(QWidget *parent, const QString &title, const QString &prompt);
+    FolderOpenPanel(QWidget *parent, const QString &title, QString prompt);
 
     /// Absolute paths of the files and folders that were chosen, in the order of the list. Empty before.
     [[nodiscard]] QStringList chosen() const { return m_chosen; }
