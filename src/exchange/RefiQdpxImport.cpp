@@ -28,7 +28,7 @@ namespace RefiQdpx {
 
 namespace {
 
-constexpr qint64 recordsBetweenQuestions = 1'000; // milliseconds, then
+constexpr qint64 recordsBetweenQuestions = 1'000; // written within some milliseconds
 constexpr qint64 mostRepeatedText = qint64(64) << 20; // UTF-16 units: many sources may name one file
 
 QDateTime now()

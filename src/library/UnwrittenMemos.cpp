@@ -6,6 +6,7 @@
 #include "records/database/DatabaseError.h"
 #include "records/database/DatabaseQueue.h"
 #include "records/database/Request.h"
+#include "records/database/Row.h"
 
 using namespace Qt::StringLiterals;
 
@@ -27,13 +28,17 @@ UnwrittenMemos::Attempt UnwrittenMemos::writeAll(DatabaseQueue &queue)
 template <typename R>
 void UnwrittenMemos::write(Database &database, const QUuid &id, const Memo &memo)
 {
-    std::optional<R> record = R::filter(Column("id") == id).fetchOne(database);
-    if (!record)
+    // The memo alone: a document would come with its text, and this may be tried at each letter of another memo.
+    const std::vector<Row> found = Row::fetchAll(
+        database, "SELECT memo FROM "_ba + R::databaseTable + " WHERE id = ?", {ValueEncoding::encoded(id)});
+    if (found.empty())
         return;
-    if (record->memo != memo.stored)
+    if (found.front().value<QString>("memo") != memo.stored)
         throw DatabaseError::misuse(u"Another program has written a memo there."_s);
-    record->memo = memo.text;
-    record->update(database, {"memo"});
+    R record;
+    record.id = id;
+    record.memo = memo.text;
+    record.update(database, {"memo"});
 }
 
 template void UnwrittenMemos::write<Document>(Database &, const QUuid &, const Memo &);

@@ -1,7 +1,6 @@
 #include "workspace/FolderOpenPanel.h"
 
 #include <QDialogButtonBox>
-#include <QFileInfo>
 #include <QFileSystemModel>
 #include <QItemSelectionModel>
 #include <QLineEdit>
@@ -49,7 +48,10 @@ QStringList FolderOpenPanel::selectedPaths() const
 
 bool FolderOpenPanel::hasSelectedFolder() const
 {
-    return std::ranges::any_of(selectedPaths(), [](const QString &path) { return QFileInfo(path).isDir(); });
+    const auto *files = m_selection ? qobject_cast<const QFileSystemModel *>(m_selection->model()) : nullptr;
+    return files && std::ranges::any_of(m_selection->selectedRows(), [files](const QModelIndex &row) {
+        return files->isDir(row);
+    });
 }
 
 void FolderOpenPanel::renderButton()

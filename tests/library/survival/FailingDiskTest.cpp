@@ -288,11 +288,26 @@ INSTANTIATE_TEST_SUITE_P(, UnstoredProject,
             }}),
     [](const auto &row) { return row.param.name; });
 
-TEST(UnstoredCode, TakesNoPassages)
-{
+namespace {
+
+/// What the store has and the file hasn't.
+class Unstored : public testing::Test {
+protected:
+    [[nodiscard]] std::unique_ptr<DatabaseQueue> restored()
+    {
+        place.restoreLibrary();
+        return AppDatabase::openQueue(place.libraryFile());
+    }
+
     Workplace place;
-    place.restoreLibrary();
-    TestLibrary library({}, AppDatabase::openQueue(place.libraryFile()));
+    TestLibrary library{{}, restored()};
+    LibraryStore &store = library.store;
+};
+
+} // namespace
+
+TEST_F(Unstored, CodeTakesNoPassages)
+{
     const Code unstored = [&] {
         const FileSizeLimit disk(0);
         return library.store.createCode(u"New"_s).value();
@@ -302,11 +317,8 @@ TEST(UnstoredCode, TakesNoPassages)
     EXPECT_FALSE(library.store.codeCounts()->contains(unstored.id));
 }
 
-TEST(UnstoredDocument, TakesNoPassages)
+TEST_F(Unstored, DocumentTakesNoPassages)
 {
-    Workplace place;
-    place.restoreLibrary();
-    TestLibrary library({}, AppDatabase::openQueue(place.libraryFile()));
     const Document gone = library.document(u"First"_s);
     DatabaseQueue(place.libraryFile()).write([&](Database &database) { Document::deleteOne(database, gone.id); });
     library.queue->write(
@@ -315,17 +327,13 @@ TEST(UnstoredDocument, TakesNoPassages)
     EXPECT_EQ(faultsOf(*library.queue), QString());
 }
 
-TEST(UnstoredMemo, OutlivesWhatElseFailsAndIsStoredWithTheNextOne)
+TEST_F(Unstored, MemoOutlivesWhatElseFailsAndIsStoredWithTheNextOne)
 {
-    Workplace place;
-    place.restoreLibrary();
-    TestLibrary library({}, AppDatabase::openQueue(place.libraryFile()));
-    LibraryStore &store = library.store;
     const Document first = library.document(u"First"_s);
     const Document second = library.document(u"Second"_s);
     const Code alpha = library.code(u"Alpha"_s);
     const Code gamma = library.code(u"Gamma"_s);
-    const auto memos = [&place] {
+    const auto memos = [this] {
         TestLibrary fresh({}, AppDatabase::openQueue(place.libraryFile()));
         return QStringList{
             fresh.code(u"Alpha"_s).memo.value_or(QString()), fresh.document(u"First"_s).memo.value_or(QString())};
@@ -350,12 +358,8 @@ TEST(UnstoredMemo, OutlivesWhatElseFailsAndIsStoredWithTheNextOne)
     EXPECT_EQ(memos().last(), u"both"_s);
 }
 
-TEST(UnstoredMemo, IsToldOnceAndStoredWhenItIsGivenAgain)
+TEST_F(Unstored, MemoIsToldOnceAndStoredWhenItIsGivenAgain)
 {
-    Workplace place;
-    place.restoreLibrary();
-    TestLibrary library({}, AppDatabase::openQueue(place.libraryFile()));
-    LibraryStore &store = library.store;
     const Document document = library.document(u"First"_s);
     {
         const Locked otherProgram(place.libraryFile());
