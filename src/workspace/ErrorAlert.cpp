@@ -4,20 +4,55 @@
 #include "workspace/controls/Alert.h"
 
 #include <QApplication>
+#include <QEvent>
+#include <QTextEdit>
+
+#include <chrono>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto pauseInWriting = 800ms;
+
+} // namespace
 
 ErrorAlert::ErrorAlert(LibraryStore &store, QWidget &window) : QObject(&window), m_store(store), m_window(window)
 {
-    connect(&m_store.lastError(), &Notifier::changed, this, &ErrorAlert::render);
+    m_pause.setSingleShot(true);
+    m_pause.setInterval(pauseInWriting);
+    connect(&m_pause, &QTimer::timeout, this, [this] {
+        qApp->removeEventFilter(this);
+        render();
+    });
+    connect(&m_store.lastError(), &Notifier::changed, this, &ErrorAlert::noticeError);
     connect(&m_store.isImporting(), &Notifier::changed, this, &ErrorAlert::render);
     render();
+}
+
+/// What is typed on would be lost in the alert, and the next blank would dismiss it unread.
+void ErrorAlert::noticeError()
+{
+    const auto *editor = qobject_cast<const QTextEdit *>(QApplication::focusWidget());
+    if (!m_store.lastError().get() || editor == nullptr || editor->isReadOnly())
+        return render();
+    qApp->installEventFilter(this);
+    m_pause.start();
+}
+
+bool ErrorAlert::eventFilter(QObject *, QEvent *event)
+{
+    if (event->type() == QEvent::KeyPress || event->type() == QEvent::InputMethod)
+        m_pause.start();
+    return false;
 }
 
 void ErrorAlert::render()
 {
     const std::optional<QString> error = m_store.lastError().get();
-    if (!error || m_alert || m_store.isImporting().get()) // an alert would cover the button that stops an import
+    // It would cover the button that stops an import.
+    if (!error || m_alert || m_pause.isActive() || m_store.isImporting().get())
         return;
     const auto dismiss = [this, shown = *error] {
         m_alert.clear();

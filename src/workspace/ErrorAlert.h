@@ -2,12 +2,14 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QTimer>
 
 class Alert;
 class LibraryStore;
 class QWidget;
 
-/// Shows the store's last error over the window until it is dismissed.
+/// Shows the store's last error over the window until it is dismissed. An alert takes the keys: it waits for the end of
+/// an import, and while somebody writes for a pause.
 class ErrorAlert final : public QObject {
     Q_OBJECT
 
@@ -15,10 +17,14 @@ public:
     /// `window` owns this.
     ErrorAlert(LibraryStore &store, QWidget &window);
 
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
+    void noticeError();
     void render();
 
     LibraryStore &m_store;
     QWidget &m_window;
     QPointer<Alert> m_alert;
+    QTimer m_pause; ///< runs while somebody writes
 };

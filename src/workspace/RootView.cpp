@@ -131,7 +131,8 @@ void RootView::closeEvent(QCloseEvent *event)
 {
     const std::optional<QString> complaint = m_store.saveUnwrittenMemos();
     const bool wasWarned = std::exchange(m_wasWarned, complaint.has_value());
-    if (!complaint || wasWarned)
+    const bool hasReadIt = wasWarned && !m_store.lastError().get();
+    if (!complaint || hasReadIt)
         return QMainWindow::closeEvent(event);
     event->ignore();
     m_store.lastError().set(

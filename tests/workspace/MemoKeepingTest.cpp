@@ -1,4 +1,5 @@
 #include "ShownWindow.h"
+#include "workspace/controls/Alert.h"
 #include "workspace/lists/ExcerptListView.h"
 #include "workspace/lists/MemoBar.h"
 #include "workspace/reader/ReaderView.h"
@@ -165,6 +166,18 @@ TEST_F(MemoKeeping, AWordInTheMakingMayReplaceTheWholeMemo)
     EXPECT_EQ(memoOf(u"First"_s), u"你"_s);
 }
 
+TEST_F(MemoKeeping, TheComplaintWaitsForAPauseInWriting)
+{
+    open();
+    toggleWrites();
+    QTextEdit &memo = documentEditor();
+    commitTo(memo, u"more than a page holds "_s.repeated(400));
+    QTest::keyClicks(&memo, u" and more "_s);
+    EXPECT_TRUE(memo.toPlainText().endsWith(u" and more "_s));
+    EXPECT_EQ(root().findChild<Alert *>(), nullptr);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return root().findChild<Alert *>() != nullptr; }));
+}
+
 TEST_F(MemoKeeping, TheWindowStaysOnceForAMemoThatWouldBeLost)
 {
     open();
@@ -172,6 +185,7 @@ TEST_F(MemoKeeping, TheWindowStaysOnceForAMemoThatWouldBeLost)
     commitTo(documentEditor(), u"more than a page holds "_s.repeated(400));
     library.store.lastError().set({});
     EXPECT_FALSE(root().close());
+    EXPECT_FALSE(root().close()) << "she hasn't read why yet";
     EXPECT_TRUE(library.store.lastError()->value_or(QString()).contains(u"Close the window again"_s));
     library.store.lastError().set({});
     QApplication::processEvents();
