@@ -2,9 +2,9 @@
 #include "Row.h"
 
 #include "exchange/UuidSource.h"
-#include "library/CodingTally.h"
+#include "library/CodeCountCache.h"
+#include "library/DocumentCache.h"
 #include "library/DocumentFilter.h"
-#include "library/DocumentShelf.h"
 #include "records/AppDatabase.h"
 #include "records/Coding.h"
 #include "records/Document.h"
@@ -52,7 +52,7 @@ BenchRow refreshRow(const std::string &name, std::function<std::shared_ptr<OpenL
 {
     return {name, [open = std::move(open)] {
                 const auto library = open();
-                const auto shelf = std::make_shared<DocumentShelf>(*library->queue);
+                const auto shelf = std::make_shared<DocumentCache>(*library->queue);
                 const QUuid projectID = library->library.projectID();
                 const QList<Document> known = shelf->documents(projectID);
                 return BenchRow::Jobs{
@@ -70,7 +70,7 @@ BenchRow firstLoadRow()
                     .straightforward = [=] { keep(library->plainDocuments().size()); },
                     .ours =
                         [=] {
-                            DocumentShelf shelf(*library->queue);
+                            DocumentCache shelf(*library->queue);
                             keep(shelf.documents(library->library.projectID()).size());
                         },
                     .megabytes = largeCorpus().megabytes(),
@@ -117,7 +117,7 @@ BenchRow codePassageRow()
     return {"6 counts after one coded passage", [] {
                 const auto library = largeLibrary();
                 const QUuid projectID = library->library.projectID();
-                const auto tally = std::make_shared<CodingTally>(*library->queue);
+                const auto tally = std::make_shared<CodeCountCache>(*library->queue);
                 static_cast<void>(tally->counts(projectID));
                 const auto coding = std::make_shared<Coding>(
                     library->queue->read([](Database &database) { return Coding::all().fetchOne(database); }).value());

@@ -29,7 +29,7 @@ set(icons ${CMAKE_INSTALL_DATADIR}/icons/hicolor)
 foreach(size IN ITEMS 16 22 24 32 48 64 128 256 512)
     install(FILES ${packaging}/icons/vorn-${size}.png DESTINATION ${icons}/${size}x${size}/apps RENAME vorn.png)
 endforeach()
-install(FILES ${PROJECT_SOURCE_DIR}/src/workspace/icons/vorn.svg DESTINATION ${icons}/scalable/apps)
+install(FILES ${PROJECT_SOURCE_DIR}/src/kit/icons/vorn.svg DESTINATION ${icons}/scalable/apps)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)

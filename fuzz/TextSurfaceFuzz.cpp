@@ -1,6 +1,6 @@
 #include "InputReader.h"
 #include "Require.h"
-#include "workspace/reader/CodingTextView.h"
+#include "surface/CodingTextView.h"
 
 #include <QApplication>
 #include <QKeyEvent>

@@ -1,8 +1,8 @@
 #include "Frames.h"
 
+#include "kit/lists/RowList.h"
+#include "kit/lists/SnippetRowDelegate.h"
 #include "support/TestLibrary.h"
-#include "workspace/lists/RowList.h"
-#include "workspace/lists/SnippetRowDelegate.h"
 #include "workspace/results/WordFreqResultsView.h"
 #include "workspace/sheets/PopUpList.h"
 

@@ -1,10 +1,10 @@
 #include "../Corpus.h"
 #include "Frames.h"
 
+#include "kit/lists/RowList.h"
+#include "kit/lists/SnippetRowDelegate.h"
 #include "records/AppDatabase.h"
 #include "support/TestLibrary.h"
-#include "workspace/lists/RowList.h"
-#include "workspace/lists/SnippetRowDelegate.h"
 #include "workspace/results/QueryResultsView.h"
 #include "workspace/sheets/PasteEditor.h"
 #include "workspace/sheets/QuerySheet.h"

@@ -1,4 +1,4 @@
-#include "workspace/reader/CodingTextView.h"
+#include "surface/CodingTextView.h"
 
 #include <QApplication>
 #include <QRandomGenerator>

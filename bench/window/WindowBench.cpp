@@ -1,15 +1,15 @@
 #include "../Corpus.h"
 #include "../screens/Frames.h"
 
+#include "kit/theme/Appearance.h"
+#include "kit/theme/DesktopSettings.h"
+#include "kit/theme/Theme.h"
 #include "records/AppDatabase.h"
 #include "support/TestLibrary.h"
+#include "surface/CodingTextView.h"
 #include "workspace/RootView.h"
 #include "workspace/picker/CodePickerPopover.h"
-#include "workspace/reader/CodingTextView.h"
 #include "workspace/reader/SelectionBar.h"
-#include "workspace/theme/Appearance.h"
-#include "workspace/theme/DesktopSettings.h"
-#include "workspace/theme/Theme.h"
 
 #include <QApplication>
 #include <QLineEdit>

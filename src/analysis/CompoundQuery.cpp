@@ -1,7 +1,7 @@
 #include "analysis/CompoundQuery.h"
 
 #include "analysis/ListIdentity.h"
-#include "analysis/Saturated.h"
+#include "analysis/SaturatingArithmetic.h"
 #include "analysis/TextSearch.h"
 #include "records/TextTrimming.h"
 
@@ -22,14 +22,14 @@ struct Stretch {
     qint64 lower = 0;
     qint64 upper = 0; ///< behind the last unit
 
-    [[nodiscard]] TextRange range() const { return {lower, Saturated::distance(lower, upper)}; }
+    [[nodiscard]] TextRange range() const { return {lower, saturatingDistance(lower, upper)}; }
 };
 using Stretches = std::vector<Stretch>;
 using StretchesByCode = QHash<QUuid, Stretches>;
 
 Stretch stretchOf(const Coding &coding)
 {
-    return {coding.start, Saturated::sum(coding.start, std::max<qint64>(coding.length, 1))};
+    return {coding.start, saturatingAdd(coding.start, std::max<qint64>(coding.length, 1))};
 }
 
 // Sorted, and with what overlaps or touches united.

@@ -1,6 +1,6 @@
 #include "analysis/PassageCursor.h"
 
-#include "analysis/Saturated.h"
+#include "analysis/SaturatingArithmetic.h"
 
 #include <algorithm>
 
@@ -12,7 +12,7 @@ PassageCursor::PassageCursor(std::span<const TextRange> passages, qsizetype text
 {
     for (const TextRange &passage : passages) {
         const qint64 start = std::max<qint64>(passage.location, 0);
-        const qint64 end = std::min<qint64>(Saturated::sum(passage.location, passage.length), textLength);
+        const qint64 end = std::min<qint64>(saturatingAdd(passage.location, passage.length), textLength);
         if (start >= end)
             continue;
         if (!m_covered.empty() && start <= m_covered.back().end)

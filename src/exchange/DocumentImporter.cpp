@@ -42,7 +42,7 @@ QString decoded(QByteArrayView bytes)
 
 QString readRichText(const QString &path)
 {
-    const std::optional<QString> text = RtfText::plainText(AtomicFile::read(path));
+    const std::optional<QString> text = RtfText::plainText(AtomicFile::readFile(path));
     if (!text || text->isEmpty())
         throw failure(ImportError::Kind::unreadable, path);
     return *text;
@@ -66,7 +66,7 @@ std::optional<QString> mainPartOfDocx(const QString &path, const DocumentImporte
 QStringList pagesOfPDF(const QString &path, const DocumentImporter::MayGoOn &mayGoOn)
 {
     try {
-        if (std::optional<QStringList> pages = PdfText::pages(AtomicFile::read(path), mayGoOn))
+        if (std::optional<QStringList> pages = PdfText::pages(AtomicFile::readFile(path), mayGoOn))
             return *std::move(pages);
     } catch (const FileError &) {
         // A PDF that can't be read is told like one that can't be understood.
@@ -98,7 +98,7 @@ DocumentImporter::Extracted DocumentImporter::extract(const QString &path, const
         return {readDocx(path, mayGoOn), kind};
     if (kind == u"pdf")
         return {readPDF(path, mayGoOn), kind};
-    return {decoded(AtomicFile::read(path)), kind.isEmpty() ? u"txt"_s : kind};
+    return {decoded(AtomicFile::readFile(path)), kind.isEmpty() ? u"txt"_s : kind};
 }
 
 QString DocumentImporter::readDocx(const QString &path, const MayGoOn &mayGoOn)

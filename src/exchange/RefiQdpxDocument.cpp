@@ -21,9 +21,9 @@ namespace {
 constexpr size_t codeLevels = 8;
 
 // What the largest of projects doesn't come near. An archive of a few kilobytes can hold any number of elements.
-constexpr size_t mostCodes = 200'000;
-constexpr size_t mostSources = 500'000;
-constexpr size_t mostCodedRanges = 10'000'000;
+constexpr size_t maxCodes = 200'000;
+constexpr size_t maxSources = 500'000;
+constexpr size_t maxCodedRanges = 10'000'000;
 
 void refuseBeyond(bool isBeyond)
 {
@@ -196,7 +196,7 @@ private:
             return {};
         const std::optional<QString> color = stringValue(attributes, "color");
         const size_t index = m_document.codes.size();
-        refuseBeyond(index == mostCodes);
+        refuseBeyond(index == maxCodes);
         m_document.codes.push_back({.name = nameOr(u"Unnamed Code"_s, attributes),
             .colorHex = color ? normalizedColor(*color) : QString(fallbackColor),
             .memo = {},
@@ -218,7 +218,7 @@ private:
 
     Entered enteredSource(const XmlAttributes &attributes)
     {
-        refuseBeyond(m_document.sources.size() == mostSources);
+        refuseBeyond(m_document.sources.size() == maxSources);
         m_document.sources.push_back({.title = nameOr(u"Imported Source"_s, attributes),
             .plainTextPath = stringValue(attributes, "plainTextPath"),
             .content = {},
@@ -268,7 +268,7 @@ private:
         const auto target = attributes.value("targetGUID");
         if (std::exchange(m_hasReference, true) || !target)
             return;
-        refuseBeyond(++m_codedRangeCount > mostCodedRanges);
+        refuseBeyond(++m_codedRangeCount > maxCodedRanges);
         m_document.sources.back().codedRanges.push_back({m_range, targetOf(*target)});
     }
 

@@ -4,7 +4,7 @@
 #include "platform/AtomicFile.h"
 #include "platform/FileError.h"
 #include "platform/StagingFolder.h"
-#include "records/HalfPairs.h"
+#include "records/UnpairedSurrogates.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -25,7 +25,7 @@ void writePlainly(const QString &path, QByteArrayView bytes)
 QByteArray textFile(const QString &text)
 {
     constexpr QByteArrayView byteOrderMark("\xEF\xBB\xBF");
-    QByteArray bytes = withoutHalfPairs(text).toUtf8();
+    QByteArray bytes = replaceUnpairedSurrogates(text).toUtf8();
     // Readers take a leading U+FEFF for a mark that isn't text, and would move every passage by one.
     if (text.startsWith(u'\uFEFF'))
         bytes.prepend(byteOrderMark);

@@ -29,7 +29,7 @@ namespace RefiQdpx {
 namespace {
 
 constexpr qint64 recordsBetweenQuestions = 1'000; // written within some milliseconds
-constexpr qint64 mostRepeatedText = qint64(64) << 20; // UTF-16 units: many sources may name one file
+constexpr qint64 maxRepeatedText = qint64(64) << 20; // UTF-16 units: many sources may name one file
 
 QDateTime now()
 {
@@ -201,7 +201,7 @@ private:
         if (m_usedFiles.contains(member.path))
             m_repeatedText += member.text.size();
         m_usedFiles.insert(member.path);
-        if (m_repeatedText > mostRepeatedText)
+        if (m_repeatedText > maxRepeatedText)
             throw RefiError(RefiError::Kind::notAQdpx, u"it repeats more text than a project can hold"_s);
     }
 

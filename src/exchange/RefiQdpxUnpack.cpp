@@ -53,10 +53,10 @@ bool forEachEntry(const fs::path &root, Visit visit)
 /// Keeps an eye on a folder that is being filled.
 class FolderWatch {
 public:
-    FolderWatch(const QString &folder, qint64 mostBytes, qint64 mostEntries)
+    FolderWatch(const QString &folder, qint64 maxBytes, qint64 maxEntries)
         : m_folder(filePath(folder)),
-          m_mostBytes(mostBytes),
-          m_mostEntries(mostEntries)
+          m_mostBytes(maxBytes),
+          m_mostEntries(maxEntries)
     {
         m_clock.start();
     }

@@ -21,8 +21,8 @@ namespace {
 constexpr qsizetype chunkSize = 1 << 16; // bytes
 
 // The parser compares each attribute of a tag with all others, and each prefix with all that are declared around it.
-constexpr int mostAttributes = 256; ///< in one tag
-constexpr int mostNamespaces = 256; ///< declared by all elements that are open at a time
+constexpr int maxAttributes = 256; ///< in one tag
+constexpr int maxNamespaces = 256; ///< declared by all elements that are open at a time
 /// Bytes in UTF-8; a comment counts as well. Has room for the longest name, were all of it escaped.
 constexpr qsizetype longestTag = 1 << 21;
 static_assert(longestTag > longestName * 6 + (1 << 16));
@@ -196,9 +196,9 @@ void Parser::enterElement(int attributeCount, int namespaceCount)
         m_namespaceScopes.push_back({m_depth, namespaceCount});
         m_namespaceCount += namespaceCount;
     }
-    if (attributeCount > mostAttributes)
+    if (attributeCount > maxAttributes)
         throw XmlError(u"A tag has too many attributes"_s);
-    if (m_namespaceCount > mostNamespaces)
+    if (m_namespaceCount > maxNamespaces)
         throw XmlError(u"Too many namespaces are declared"_s);
 }
 

@@ -52,7 +52,7 @@ template <Context context>
 class Encoder {
 public:
     /// No unit makes more bytes than "&quot;".
-    static constexpr qsizetype mostBytesPerUnit = 6;
+    static constexpr qsizetype maxBytesPerUnit = 6;
 
     explicit Encoder(char *output) : m_output(output) { }
 
@@ -139,7 +139,7 @@ void appendEncoded(QByteArray &output, Value value)
     while (!value.isEmpty()) {
         const qsizetype stride = strideIn(value);
         const qsizetype used = output.size();
-        output.resize(used + stride * Encoder<context>::mostBytesPerUnit);
+        output.resize(used + stride * Encoder<context>::maxBytesPerUnit);
         Encoder<context> encoder(output.data() + used);
         encoder.encode(value.first(stride));
         output.truncate(encoder.end() - output.constData());

@@ -1,6 +1,6 @@
 #include "library/FileNames.h"
 
-#include "records/HalfPairs.h"
+#include "records/UnpairedSurrogates.h"
 
 namespace {
 
@@ -26,5 +26,5 @@ QString FileNames::cleaned(const QString &name)
     }
     while (result.startsWith(u'.'))
         result.remove(0, 1);
-    return withoutHalfPairs(result);
+    return replaceUnpairedSurrogates(result);
 }

@@ -9,13 +9,13 @@
 
 class DatabaseQueue;
 class FileViewer;
-class Panels;
+class FileDialogs;
 class Terminator;
 
 /// What the store works with. Everything referred to must outlive it.
 struct LibraryServices {
     DatabaseQueue &queue;
-    Panels &panels;
+    FileDialogs &fileDialogs;
     FileViewer &fileViewer;
     Terminator &terminator;
     QStringList arguments; ///< of the command line, without the program's name

@@ -1,7 +1,7 @@
 #include "library/LibraryStore.h"
 
-#include "library/LibraryStore+Access.h"
-#include "records/HalfPairs.h"
+#include "library/LibraryStoreAccess.h"
+#include "records/UnpairedSurrogates.h"
 #include "records/TextStats.h"
 
 using namespace Qt::StringLiterals;
@@ -108,7 +108,7 @@ Document LibraryStore::newDocument(const QString &title, const QString &text, co
     document.id = QUuid::createUuid();
     document.projectID = m_project->value().id;
     document.title = title;
-    document.text = withoutHalfPairs(text);
+    document.text = replaceUnpairedSurrogates(text);
     document.addedAt = m_services.now();
     document.sourceKind = sourceKind;
     document.wordCount = TextStats::wordCount(document.text);

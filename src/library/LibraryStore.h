@@ -6,14 +6,14 @@
 #include "analysis/WordFrequency.h"
 #include "exchange/ExportCodeGroup.h"
 #include "exchange/ExportFormat.h"
-#include "library/CodingTally.h"
+#include "library/CodeCountCache.h"
+#include "library/DocumentCache.h"
 #include "library/DocumentFilter.h"
-#include "library/DocumentShelf.h"
 #include "library/LibraryServices.h"
 #include "library/Observable.h"
-#include "library/ProjectTerms.h"
 #include "library/RevealRequest.h"
 #include "library/SidebarSelection.h"
+#include "library/TermCountCache.h"
 #include "library/UnwrittenMemos.h"
 #include "records/Code.h"
 #include "records/Coding.h"
@@ -179,7 +179,7 @@ public:
     /// Replaces the file at `path` by the report, or leaves it as it was. Throws FileError.
     void writeExport(const QList<ExportCodeGroup> &groups, ExportFormat format, const QString &path) const;
     /// For the sheet that asks by itself where its report is to go, and shows it afterwards.
-    [[nodiscard]] Panels &panels() const { return m_services.panels; }
+    [[nodiscard]] FileDialogs &fileDialogs() const { return m_services.fileDialogs; }
     [[nodiscard]] FileViewer &fileViewer() const { return m_services.fileViewer; }
     /// Throws LocalizedError, as `exportReport`.
     void exportQdpx(const QString &path);
@@ -255,9 +255,9 @@ private:
 
     LibraryServices m_services;
     DatabaseQueue &m_queue;
-    DocumentShelf m_shelf;
-    CodingTally m_tally;
-    ProjectTerms m_terms;
+    DocumentCache m_shelf;
+    CodeCountCache m_tally;
+    TermCountCache m_terms;
     mutable DocumentFilter m_filter;
     QHash<QUuid, qsizetype> m_documentPositions;
     UnwrittenMemos m_unwrittenMemos;

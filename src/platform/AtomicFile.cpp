@@ -14,7 +14,7 @@ constexpr qint64 largestFile = qint64(1) << 30; // bytes
 
 } // namespace
 
-QByteArray AtomicFile::read(const QString &path)
+QByteArray AtomicFile::readFile(const QString &path)
 {
     // A pipe or a device would keep its reader waiting.
     if (const QFileInfo info(path); info.exists() && !info.isFile())

@@ -50,7 +50,7 @@ std::optional<QString> decodedStrictly(const char *name, QByteArrayView bytes)
     return text;
 }
 
-void replaceHalfPairs(QString &text)
+void replaceUnpairedSurrogates(QString &text)
 {
     for (qsizetype index = 0; index < text.size(); ++index) {
         const QChar unit = text.at(index);
@@ -85,7 +85,7 @@ std::optional<QString> TextDecoder::utf16(QByteArrayView bytes)
     else
         qFromBigEndian<char16_t>(units.data(), text.size(), text.data());
     if (!text.isValidUtf16())
-        replaceHalfPairs(text);
+        replaceUnpairedSurrogates(text);
     return text;
 }
 

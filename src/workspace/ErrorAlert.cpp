@@ -1,7 +1,7 @@
 #include "workspace/ErrorAlert.h"
 
+#include "kit/controls/Alert.h"
 #include "library/LibraryStore.h"
-#include "workspace/controls/Alert.h"
 
 #include <QApplication>
 #include <QEvent>

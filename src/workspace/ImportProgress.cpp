@@ -1,7 +1,7 @@
 #include "workspace/ImportProgress.h"
 
+#include "kit/controls/ProgressCapsule.h"
 #include "library/LibraryServices.h"
-#include "workspace/controls/ProgressCapsule.h"
 
 #include <QApplication>
 #include <QEvent>

@@ -1,9 +1,9 @@
 #include "workspace/Menus.h"
 
+#include "kit/controls/Alert.h"
 #include "library/LibraryStore.h"
 #include "workspace/EditCommands.h"
 #include "workspace/RootView.h"
-#include "workspace/controls/Alert.h"
 
 #include <QAction>
 #include <QApplication>

@@ -1,22 +1,22 @@
 #include "workspace/RootView.h"
 
+#include "kit/controls/ColumnSplitter.h"
+#include "kit/lists/ListMetrics.h"
+#include "kit/theme/Metrics.h"
+#include "kit/theme/Roles.h"
+#include "kit/theme/Symbols.h"
 #include "library/LibraryStore.h"
 #include "workspace/ErrorAlert.h"
 #include "workspace/Menus.h"
 #include "workspace/StatusBanner.h"
-#include "workspace/controls/ColumnSplitter.h"
 #include "workspace/lists/DocumentListView.h"
 #include "workspace/lists/ExcerptListView.h"
-#include "workspace/lists/ListMetrics.h"
 #include "workspace/reader/ReaderPane.h"
 #include "workspace/reader/ReaderView.h"
 #include "workspace/results/QueryResultsView.h"
 #include "workspace/results/WordFreqResultsView.h"
 #include "workspace/sheets/SheetPresenter.h"
 #include "workspace/sidebar/SidebarView.h"
-#include "workspace/theme/Metrics.h"
-#include "workspace/theme/Roles.h"
-#include "workspace/theme/Symbols.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
@@ -50,8 +50,8 @@ RootView::RootView(LibraryStore &store)
     for (QWidget *list : std::initializer_list<QWidget *>{m_documents, m_excerpts, m_queryResults, m_wordFreqResults})
         m_lists->addWidget(list);
     // A stack takes its least width from its pages, but not its greatest.
-    m_lists->setMinimumWidth(ListMetrics::leastColumnWidth);
-    m_lists->setMaximumWidth(ListMetrics::greatestColumnWidth);
+    m_lists->setMinimumWidth(ListMetrics::minColumnWidth);
+    m_lists->setMaximumWidth(ListMetrics::maxColumnWidth);
 
     auto *columns = new ColumnSplitter;
     columns->addWidget(new SidebarView(store));
@@ -67,8 +67,8 @@ RootView::RootView(LibraryStore &store)
     new SheetPresenter(store, *this);
 
     resize(defaultSize);
-    columns->setSizes({sidebarWidth, ListMetrics::usualColumnWidth,
-        defaultSize.width() - sidebarWidth - ListMetrics::usualColumnWidth});
+    columns->setSizes({sidebarWidth, ListMetrics::defaultColumnWidth,
+        defaultSize.width() - sidebarWidth - ListMetrics::defaultColumnWidth});
     connect(&m_store.sidebarSelection(), &Notifier::changed, this, &RootView::renderSelection);
     renderSelection();
 }

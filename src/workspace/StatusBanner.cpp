@@ -1,9 +1,9 @@
 #include "workspace/StatusBanner.h"
 
+#include "kit/controls/ElidedLabel.h"
+#include "kit/controls/Transition.h"
+#include "kit/theme/Fonts.h"
 #include "library/LibraryStore.h"
-#include "workspace/controls/ElidedLabel.h"
-#include "workspace/controls/Transition.h"
-#include "workspace/theme/Fonts.h"
 
 #include <QHBoxLayout>
 #include <QTimer>

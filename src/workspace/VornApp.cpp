@@ -1,13 +1,13 @@
 #include "workspace/VornApp.h"
 
+#include "kit/theme/Appearance.h"
+#include "kit/theme/PortalSettings.h"
+#include "kit/theme/Symbols.h"
+#include "kit/theme/Theme.h"
 #include "library/CommandLine.h"
 #include "library/LibraryStore.h"
 #include "workspace/ImportProgress.h"
 #include "workspace/RootView.h"
-#include "workspace/theme/Appearance.h"
-#include "workspace/theme/PortalSettings.h"
-#include "workspace/theme/Symbols.h"
-#include "workspace/theme/Theme.h"
 
 #include <QApplication>
 #include <QTimer>
@@ -44,7 +44,7 @@ VornApp::VornApp(DatabaseQueue &queue, const QStringList &arguments)
     QApplication::setWindowIcon(QIcon(u":/icons/vorn.png"_s));
     m_store = std::make_unique<LibraryStore>(LibraryServices{
         .queue = queue,
-        .panels = m_panels,
+        .fileDialogs = m_fileDialogs,
         .fileViewer = m_fileViewer,
         .terminator = *this,
         .arguments = arguments,

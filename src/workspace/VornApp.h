@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/Terminator.h"
+#include "workspace/DesktopFileDialogs.h"
 #include "workspace/DesktopFileViewer.h"
-#include "workspace/DesktopPanels.h"
 
 #include <QStringList>
 
@@ -32,7 +32,7 @@ private:
     void terminate() override;
 
     const bool m_quits; ///< without waiting for a user
-    DesktopPanels m_panels;
+    DesktopFileDialogs m_fileDialogs;
     DesktopFileViewer m_fileViewer;
     std::unique_ptr<PortalSettings> m_settings;
     std::unique_ptr<Appearance> m_appearance;

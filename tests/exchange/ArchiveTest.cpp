@@ -67,7 +67,7 @@ TEST_P(ArchiveNames, AreTakenLiterally)
     const QString archive = made(GetParam().archive, archiveHolding("right"));
     const QString folder = emptyFolder();
     ASSERT_EQ(refusal(archive, folder), QString());
-    EXPECT_EQ(AtomicFile::read(folder + u"/member.txt"_s), "right");
+    EXPECT_EQ(AtomicFile::readFile(folder + u"/member.txt"_s), "right");
     QFile::remove(archive);
     EXPECT_EQ(refusal(archive, emptyFolder()), noArchive);
 }
@@ -113,7 +113,7 @@ TEST_F(Archives, ThatWarnAreUsable)
         TestArchive().add("/absolute.txt", "a").add("../../escaped.txt", "b").add("member.txt", "c").bytes());
     const QString folder = emptyFolder();
     EXPECT_EQ(refusal(archive, folder), QString());
-    EXPECT_EQ(AtomicFile::read(folder + u"/member.txt"_s), "c");
+    EXPECT_EQ(AtomicFile::readFile(folder + u"/member.txt"_s), "c");
     EXPECT_FALSE(QFile::exists(path(u"escaped.txt"_s)));
     EXPECT_FALSE(QFile::exists(u"/absolute.txt"_s));
 }

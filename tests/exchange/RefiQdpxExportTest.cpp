@@ -319,9 +319,9 @@ TEST(ExportedArchive, ReplacesAFileUnderAnyName)
         AtomicFile::write(folder.path(name), TestArchive().add("old.txt", "old").bytes());
         AtomicFile::write(folder.path(name) + u".zip"_s, "another's");
         EXPECT_EQ(complaint(project(), folder.path(name)), QString()) << name.toStdString();
-        AtomicFile::write(folder.path(u"copy.zip"_s), AtomicFile::read(folder.path(name)));
+        AtomicFile::write(folder.path(u"copy.zip"_s), AtomicFile::readFile(folder.path(name)));
         EXPECT_EQ(unzipped(folder.path(u"copy.zip"_s), {u"-Z1"_s}), "project.qde\nsources/\n") << name.toStdString();
-        EXPECT_EQ(AtomicFile::read(folder.path(name) + u".zip"_s), "another's");
+        EXPECT_EQ(AtomicFile::readFile(folder.path(name) + u".zip"_s), "another's");
     }
     EXPECT_EQ(QDir(folder.path({})).entryList(QDir::Files | QDir::Hidden).size(), 5 * 2 + 1);
     EXPECT_FALSE(folder.hasLeftovers());
@@ -336,7 +336,7 @@ TEST(ExportedArchive, LeavesNothingBehindWhenItFails)
         QDir(folder.path({})).mkpath(name);
         AtomicFile::write(folder.path(name + u"/file"_s), "text");
         EXPECT_NE(complaint(project(), folder.path(name)), QString());
-        EXPECT_EQ(AtomicFile::read(folder.path(name + u"/file"_s)), "text");
+        EXPECT_EQ(AtomicFile::readFile(folder.path(name + u"/file"_s)), "text");
     }
     EXPECT_EQ(QDir(folder.path({})).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(), 2);
     EXPECT_FALSE(folder.hasLeftovers());

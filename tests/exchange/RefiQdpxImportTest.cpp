@@ -301,7 +301,7 @@ TEST_F(QdpxImport, FollowsNoLinkOfTheArchive)
     EXPECT_EQ(import(archive), ImportSummary());
     EXPECT_EQ(complaint(TestArchive().add("project.qde", outside + "secret.txt", TestArchive::symbolicLink)),
         u"Not a usable REFI-QDA file: project.qde was not found in the archive"_s);
-    EXPECT_EQ(AtomicFile::read(m_folder.path(u"secret.txt"_s)), "secret");
+    EXPECT_EQ(AtomicFile::readFile(m_folder.path(u"secret.txt"_s)), "secret");
 }
 
 struct FailureCase {

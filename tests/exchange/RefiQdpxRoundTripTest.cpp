@@ -2,8 +2,8 @@
 #include "exchange/RefiQdpxExport.h"
 #include "exchange/RefiQdpxImport.h"
 #include "records/AppDatabase.h"
-#include "records/HalfPairs.h"
 #include "records/LongestName.h"
+#include "records/UnpairedSurrogates.h"
 #include "records/database/Request.h"
 #include "support/NastyText.h"
 #include "support/Printing.h"
@@ -26,7 +26,7 @@ struct Content {
 /// What XML has no way to say becomes U+FFFD.
 QString expressible(QString text)
 {
-    text = withoutHalfPairs(text);
+    text = replaceUnpairedSurrogates(text);
     for (QChar &unit : text)
         if ((unit < u' ' && !u"\t\n\r"_s.contains(unit)) || unit >= QChar(0xFFFE))
             unit = QChar::ReplacementCharacter;
@@ -50,7 +50,7 @@ Content contentOf(const QList<Code> &codes, const QList<Document> &documents, co
     }
     QHash<QUuid, QString> texts;
     for (const Document &document : documents) {
-        texts.insert(document.id, expressible(document.title) + u' ' + withoutHalfPairs(document.text));
+        texts.insert(document.id, expressible(document.title) + u' ' + replaceUnpairedSurrogates(document.text));
         if (!document.text.isEmpty())
             content.documents.append(texts.value(document.id) + memoOf(document.memo));
     }

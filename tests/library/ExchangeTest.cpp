@@ -49,12 +49,12 @@ TEST(Reports, ReplaceAFileOrLeaveItAsItWas)
     AtomicFile::write(path, "old");
     EXPECT_THROW(library.store.writeExport({}, ExportFormat::csv, folder.filePath(u"no/report"_s)), LocalizedError);
     library.store.writeExport(library.store.exportGroups({}), ExportFormat::csv, path);
-    EXPECT_EQ(AtomicFile::read(path),
+    EXPECT_EQ(AtomicFile::readFile(path),
         "\xEF\xBB\xBF"
         "Code,Excerpt,Document,Start,Length\nOne,😀 text,A,5,7\n");
     for (const ExportFormat format : {ExportFormat::markdown, ExportFormat::html}) {
         library.store.writeExport(library.store.exportGroups({}), format, path);
-        EXPECT_TRUE(AtomicFile::read(path).contains("Untitled Study — Coded Excerpts"));
+        EXPECT_TRUE(AtomicFile::readFile(path).contains("Untitled Study — Coded Excerpts"));
     }
 }
 
@@ -65,10 +65,10 @@ TEST(Exchange, ArchiveComesBackThroughThePanels)
     const QString path = folder.filePath(u"study.qdpx"_s);
     library.store.renameProject(library.store.project()->value(), u"../a/b"_s);
     library.store.presentExportQdpxPanel(); // cancelled
-    EXPECT_EQ(library.panels.saveRequest->proposedName, u"-a-b-REFI-QDA.qdpx"_s);
-    EXPECT_EQ(library.panels.saveRequest->title, u"Export REFI-QDA Project"_s);
+    EXPECT_EQ(library.fileDialogs.saveRequest->proposedName, u"-a-b-REFI-QDA.qdpx"_s);
+    EXPECT_EQ(library.fileDialogs.saveRequest->title, u"Export REFI-QDA Project"_s);
     EXPECT_EQ(library.store.statusMessage().get(), std::nullopt);
-    library.panels.pathToSave = path;
+    library.fileDialogs.pathToSave = path;
     library.store.presentExportQdpxPanel();
     EXPECT_EQ(library.store.statusMessage().get(), u"Exported REFI-QDA project ✓"_s);
     EXPECT_EQ(library.fileViewer.revealed, QStringList{path});
@@ -76,9 +76,9 @@ TEST(Exchange, ArchiveComesBackThroughThePanels)
     const QList<Coding> coded = library.store.codings(library.document(u"A"_s));
     library.store.createProject(u"Second"_s);
     const qint64 revision = library.store.codingRevision().get();
-    library.panels.pathsToOpen = {path};
+    library.fileDialogs.pathsToOpen = {path};
     library.store.presentImportQdpxPanel();
-    EXPECT_EQ(library.panels.openRequest->extension, u"qdpx"_s);
+    EXPECT_EQ(library.fileDialogs.openRequest->extension, u"qdpx"_s);
     EXPECT_EQ(library.store.statusMessage().get(), u"Imported 2 codes · 1 documents · 1 excerpts"_s);
     EXPECT_EQ(library.store.codingRevision().get(), revision + 1);
     EXPECT_EQ(library.document(u"A"_s).text, u"some \U0001F600 text\r\nhere"_s);
@@ -91,12 +91,12 @@ TEST(Exchange, CodebookGoesOutAlone)
 {
     CodedLibrary library;
     const QTemporaryDir folder;
-    library.panels.pathToSave = folder.filePath(u"book.qdc"_s);
+    library.fileDialogs.pathToSave = folder.filePath(u"book.qdc"_s);
     library.store.presentExportQdcPanel();
-    EXPECT_EQ(library.panels.saveRequest->title, u"Export Codebook (REFI-QDA)"_s);
-    EXPECT_EQ(library.panels.saveRequest->proposedName, u"Untitled Study-Codebook.qdc"_s);
+    EXPECT_EQ(library.fileDialogs.saveRequest->title, u"Export Codebook (REFI-QDA)"_s);
+    EXPECT_EQ(library.fileDialogs.saveRequest->proposedName, u"Untitled Study-Codebook.qdc"_s);
     EXPECT_EQ(library.store.statusMessage().get(), u"Exported codebook ✓"_s);
-    EXPECT_TRUE(AtomicFile::read(*library.panels.pathToSave).contains("urn:QDA-XML:codebook:1.0"));
+    EXPECT_TRUE(AtomicFile::readFile(*library.fileDialogs.pathToSave).contains("urn:QDA-XML:codebook:1.0"));
 }
 
 TEST(Exchange, AnArchiveThatIsStoppedAddsNothing)
@@ -130,7 +130,7 @@ TEST(Exchange, FailuresAreToldAndChangeNothing)
     CodedLibrary library;
     const QTemporaryDir folder;
     const QStringList staging = stagingFolders();
-    library.panels.pathToSave = folder.filePath(u"no/study.qdpx"_s);
+    library.fileDialogs.pathToSave = folder.filePath(u"no/study.qdpx"_s);
     library.store.presentExportQdpxPanel();
     EXPECT_EQ(library.store.lastError().get(), u"Export failed: /usr/bin/zip failed with status 15"_s);
     EXPECT_TRUE(library.fileViewer.revealed.isEmpty());
@@ -139,7 +139,7 @@ TEST(Exchange, FailuresAreToldAndChangeNothing)
     library.store.importQdpx(folder.filePath(u"broken.qdpx"_s));
     EXPECT_EQ(library.store.lastError().get(), u"Import failed: /usr/bin/unzip failed with status 9"_s);
 
-    library.panels.pathToSave = folder.filePath(u"good.qdpx"_s);
+    library.fileDialogs.pathToSave = folder.filePath(u"good.qdpx"_s);
     library.store.presentExportQdpxPanel();
     library.queue->write([](Database &database) {
         database.execute("UPDATE coding SET createdAt = '2000-01-01 00:00:00.000'"); // others are refused from now on
@@ -147,7 +147,7 @@ TEST(Exchange, FailuresAreToldAndChangeNothing)
                          "1, 4) = '2000')");
     });
     library.store.statusMessage().set({});
-    library.store.importQdpx(*library.panels.pathToSave);
+    library.store.importQdpx(*library.fileDialogs.pathToSave);
     EXPECT_TRUE(library.store.lastError()->value_or(QString()).startsWith(
         u"Import failed: CHECK constraint failed: disk_is_full - while "_s));
     EXPECT_EQ(library.store.statusMessage().get(), std::nullopt);
@@ -168,7 +168,7 @@ TEST(Exchange, ALibraryThatCannotBeReadWholeIsNotExportedInPart)
         library.store.refresh();
         const QString report = folder.filePath(u"report.csv"_s);
         EXPECT_THROW(library.store.exportReport({}, ExportFormat::csv, report), LocalizedError);
-        library.panels.pathToSave = folder.filePath(u"study.qdpx"_s);
+        library.fileDialogs.pathToSave = folder.filePath(u"study.qdpx"_s);
         library.store.presentExportQdpxPanel();
         EXPECT_TRUE(library.store.lastError()->value_or(QString()).startsWith(u"Export failed: "_s));
         EXPECT_EQ(library.store.statusMessage().get(), std::nullopt);

@@ -132,11 +132,11 @@ TEST(Import, ThroughThePanelBeginsWhenThePanelHasClosed)
     folder.add(u"a #1 %41?.txt"_s, "text");
     TestLibrary library;
     library.store.presentImportPanel();
-    EXPECT_EQ(library.panels.openRequest->title, u"Import Documents"_s);
-    EXPECT_EQ(library.panels.openRequest->prompt, u"Import"_s);
-    EXPECT_TRUE(library.panels.openRequest->allowsFolders && library.panels.openRequest->allowsSeveral);
+    EXPECT_EQ(library.fileDialogs.openRequest->title, u"Import Documents"_s);
+    EXPECT_EQ(library.fileDialogs.openRequest->prompt, u"Import"_s);
+    EXPECT_TRUE(library.fileDialogs.openRequest->allowsFolders && library.fileDialogs.openRequest->allowsSeveral);
 
-    library.panels.pathsToOpen = {folder.path(u"a #1 %41?.txt"_s)};
+    library.fileDialogs.pathsToOpen = {folder.path(u"a #1 %41?.txt"_s)};
     library.store.presentImportPanel();
     EXPECT_TRUE(library.store.documents()->isEmpty());
     QCoreApplication::processEvents();

@@ -97,7 +97,7 @@ TEST(MainJob, KeepsEveryPassageFromTheFilesToTheSecondProject)
     for (const ExportFormat format : ExportFormats::formats()) {
         const QString path = folder.filePath(u"report."_s + ExportFormats::fileExtension(format));
         store.writeExport(store.exportGroups({}), format, path);
-        EXPECT_TRUE(AtomicFile::read(path).contains("信任。 👩‍🔬")) << path.toStdString();
+        EXPECT_TRUE(AtomicFile::readFile(path).contains("信任。 👩‍🔬")) << path.toStdString();
     }
 
     const QList<Document> documents = store.documents().get();

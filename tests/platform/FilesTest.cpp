@@ -27,7 +27,7 @@ TEST(AtomicFile, ReplacesAFileOrLeavesItAsItWas)
     const QString path = folder.filePath(u"report.md"_s);
     AtomicFile::write(path, "first");
     AtomicFile::write(path, "second");
-    EXPECT_EQ(AtomicFile::read(path), "second");
+    EXPECT_EQ(AtomicFile::readFile(path), "second");
 
     QDir(folder.path()).mkdir(u"taken"_s);
     EXPECT_THROW(AtomicFile::write(folder.filePath(u"taken"_s), "text"), FileError);
@@ -50,9 +50,9 @@ TEST(AtomicFile, IsReplacedOnlyWhenItsLastPieceIsThere)
         };
     };
     EXPECT_THROW(AtomicFile::writeInPieces(path, fill(true)), std::runtime_error);
-    EXPECT_EQ(AtomicFile::read(path), "first");
+    EXPECT_EQ(AtomicFile::readFile(path), "first");
     AtomicFile::writeInPieces(path, fill(false));
-    EXPECT_EQ(AtomicFile::read(path), "second");
+    EXPECT_EQ(AtomicFile::readFile(path), "second");
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{u"report.md"_s});
 }
 
@@ -70,7 +70,7 @@ TEST(AtomicFile, TellsWhyAFileWasWrittenOnlyInPart)
             complaint = error.description();
         }
         EXPECT_EQ(complaint, u"“report.md”: "_s + QString::fromLocal8Bit(std::strerror(EFBIG)));
-        EXPECT_EQ(AtomicFile::read(path), "first");
+        EXPECT_EQ(AtomicFile::readFile(path), "first");
     }
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
         QStringList{u"report.md"_s});
@@ -81,9 +81,9 @@ TEST(AtomicFile, ReadsOnlyRealFiles)
     const QTemporaryDir folder;
     const QString pipe = folder.filePath(u"pipe.txt"_s);
     ASSERT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
-    EXPECT_THROW(static_cast<void>(AtomicFile::read(pipe)), FileError); // opening it would wait for ever
-    EXPECT_THROW(static_cast<void>(AtomicFile::read(folder.path())), FileError);
-    EXPECT_THROW(static_cast<void>(AtomicFile::read(folder.filePath(u"none"_s))), FileError);
+    EXPECT_THROW(static_cast<void>(AtomicFile::readFile(pipe)), FileError); // opening it would wait for ever
+    EXPECT_THROW(static_cast<void>(AtomicFile::readFile(folder.path())), FileError);
+    EXPECT_THROW(static_cast<void>(AtomicFile::readFile(folder.filePath(u"none"_s))), FileError);
 }
 
 TEST(StagingFolder, IsPrivateAndGoesWithWhateverIsInIt)

@@ -1,15 +1,15 @@
 #pragma once
 
+#include "platform/FileDialogs.h"
 #include "platform/FileViewer.h"
-#include "platform/Panels.h"
 #include "platform/Terminator.h"
 
 #include <QStringList>
 
 #include <optional>
 
-/// Panels that answer at once with what the test has prepared, and remember what they were asked.
-struct FakePanels final : Panels {
+/// File dialogs that answer at once with what the test has prepared, and remember what they were asked.
+struct FakeFileDialogs final : FileDialogs {
     QStringList pathsToOpen;
     std::optional<QString> pathToSave;
     std::optional<OpenRequest> openRequest;

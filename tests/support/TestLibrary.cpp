@@ -8,7 +8,7 @@
 TestLibrary::TestLibrary(const QStringList &arguments, std::unique_ptr<DatabaseQueue> existing)
     : queue(existing ? std::move(existing) : AppDatabase::makeFreshQueue()),
       store({.queue = *queue,
-          .panels = panels,
+          .fileDialogs = fileDialogs,
           .fileViewer = fileViewer,
           .terminator = terminator,
           .arguments = arguments,

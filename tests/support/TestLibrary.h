@@ -12,7 +12,7 @@ class TestLibrary {
 public:
     explicit TestLibrary(const QStringList &arguments = {}, std::unique_ptr<DatabaseQueue> existing = nullptr);
 
-    FakePanels panels;
+    FakeFileDialogs fileDialogs;
     FakeFileViewer fileViewer;
     FakeTerminator terminator;
     QStringList printed;

@@ -1,7 +1,7 @@
 #include "workspace/lists/DocumentListView.h"
 
 #include "ShownView.h"
-#include "workspace/controls/Alert.h"
+#include "kit/controls/Alert.h"
 
 #include <QLineEdit>
 
@@ -38,7 +38,7 @@ TEST_F(DocumentList, SearchesAsItIsTypedAndNamesWhatIsNotThere)
     EXPECT_TRUE(showsPage(u"noDocuments"_s)) << "whatever is searched";
     EXPECT_EQ(search().text(), u"needle"_s);
     pressButton(u"Import Documents…"_s);
-    EXPECT_TRUE(library.panels.openRequest.has_value());
+    EXPECT_TRUE(library.fileDialogs.openRequest.has_value());
     search().clear();
     library.paste(u"Apples"_s, u"a tree"_s);
     library.paste(u"Pears"_s, u"another tree"_s);

@@ -1,7 +1,7 @@
 #include "workspace/lists/ExcerptListView.h"
 
 #include "ShownView.h"
-#include "workspace/controls/ElidedLabel.h"
+#include "kit/controls/ElidedLabel.h"
 
 #include <QSignalSpy>
 #include <QTextEdit>

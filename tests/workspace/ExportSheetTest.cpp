@@ -1,10 +1,10 @@
 #include "workspace/sheets/ExportSheet.h"
 
 #include "ShownSheets.h"
+#include "kit/controls/Alert.h"
+#include "kit/controls/Paragraph.h"
+#include "kit/controls/SegmentedControl.h"
 #include "workspace/ErrorAlert.h"
-#include "workspace/controls/Alert.h"
-#include "workspace/controls/Paragraph.h"
-#include "workspace/controls/SegmentedControl.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -56,11 +56,11 @@ TEST_F(ExportSheetTest, WithoutASelectedCodeAllAreExportedInEachFormat)
         EXPECT_EQ(scope().labels(), QStringList{u"All codes"_s});
         EXPECT_EQ(summary(), u"2 codes · 3 excerpts"_s) << "the code without passages doesn't count";
         choose(format(), index);
-        library.panels.pathToSave = pathOf(extension);
+        library.fileDialogs.pathToSave = pathOf(extension);
         click(u"export"_s);
-        ASSERT_TRUE(library.panels.saveRequest.has_value());
-        EXPECT_EQ(library.panels.saveRequest->proposedName, u"Vorn-Excerpts."_s + extension);
-        EXPECT_EQ(library.panels.saveRequest->extension, extension);
+        ASSERT_TRUE(library.fileDialogs.saveRequest.has_value());
+        EXPECT_EQ(library.fileDialogs.saveRequest->proposedName, u"Vorn-Excerpts."_s + extension);
+        EXPECT_EQ(library.fileDialogs.saveRequest->extension, extension);
         EXPECT_TRUE(contentOf(extension).startsWith(beginning)) << index;
         EXPECT_EQ(library.fileViewer.revealed.last(), pathOf(extension));
         EXPECT_EQ(sheet(), nullptr);
@@ -78,7 +78,7 @@ TEST_F(ExportSheetTest, OpensOnTheSelectedCodeAndExportsItAlone)
         EXPECT_EQ(summary(), text);
         choose(scope(), 1 - index);
     }
-    library.panels.pathToSave = pathOf(u"a.md"_s);
+    library.fileDialogs.pathToSave = pathOf(u"a.md"_s);
     press(Qt::Key_Return);
     EXPECT_TRUE(contentOf(u"a.md"_s).contains(u"three"_s));
     EXPECT_FALSE(contentOf(u"a.md"_s).contains(u"Trust"_s));
@@ -95,7 +95,7 @@ TEST_F(ExportSheetTest, FollowsWhatHappensBehindIt)
     EXPECT_EQ(summary(), u"2 codes · 4 excerpts"_s);
     library.store.deleteDocument(notes);
     EXPECT_EQ(summary(), u"0 codes · 0 excerpts"_s);
-    library.panels.pathToSave = pathOf(u"a.md"_s);
+    library.fileDialogs.pathToSave = pathOf(u"a.md"_s);
     click(u"export"_s);
     EXPECT_TRUE(contentOf(u"a.md"_s).startsWith(u"# "_s)); // a report of nothing is one, too
 }
@@ -118,7 +118,7 @@ TEST_F(ExportSheetTest, AFailureIsShownOverTheSheetWhichStays)
     const ErrorAlert errors(library.store, m_window);
     open();
     const QPointer<Sheet> opened = sheet();
-    library.panels.pathToSave = pathOf(u"missing/a.md"_s);
+    library.fileDialogs.pathToSave = pathOf(u"missing/a.md"_s);
     click(u"export"_s);
     EXPECT_TRUE(library.store.lastError()->value_or(QString()).startsWith(u"Export failed: "_s));
     auto *alert = m_window.findChild<Alert *>();
@@ -129,7 +129,7 @@ TEST_F(ExportSheetTest, AFailureIsShownOverTheSheetWhichStays)
     ASSERT_TRUE(opened != nullptr && opened->isVisible());
     EXPECT_TRUE(library.store.showExportSheet().get());
 
-    library.panels.pathToSave = pathOf(u"a.md"_s);
+    library.fileDialogs.pathToSave = pathOf(u"a.md"_s);
     QTest::mouseClick(opened->findChild<QPushButton *>(u"export"_s), Qt::LeftButton);
     QApplication::processEvents();
     EXPECT_EQ(library.fileViewer.revealed, QStringList{pathOf(u"a.md"_s)});

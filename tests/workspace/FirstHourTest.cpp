@@ -170,14 +170,14 @@ TEST_F(FirstHour, EverythingThatWasDoneIsInTheDatabase)
     EXPECT_EQ(text().text(), voices);
 
     const QString archive = folder.filePath(u"study.qdpx"_s);
-    library.panels.pathToSave = archive;
+    library.fileDialogs.pathToSave = archive;
     chooseInMenuBar(u"Documents"_s, u"Export REFI-QDA Project…"_s);
 
     clickRow(u"sidebarList"_s, u"New Project…"_s);
     type(u"Second"_s);
     press(Qt::Key_Return);
     ASSERT_EQ(library.store.documents()->size(), 0);
-    library.panels.pathsToOpen = {archive};
+    library.fileDialogs.pathsToOpen = {archive};
     chooseInMenuBar(u"Documents"_s, u"Import REFI-QDA Project…"_s);
     ASSERT_EQ(library.store.documents()->size(), 5);
 

@@ -1,8 +1,8 @@
 #include "workspace/ImportProgress.h"
 
+#include "kit/controls/ProgressCapsule.h"
+#include "kit/theme/ThemedTest.h"
 #include "library/LibraryServices.h"
-#include "workspace/controls/ProgressCapsule.h"
-#include "workspace/theme/ThemedTest.h"
 
 #include <QInputMethodEvent>
 #include <QLineEdit>

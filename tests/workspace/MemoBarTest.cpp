@@ -1,6 +1,6 @@
 #include "workspace/lists/MemoBar.h"
 
-#include "workspace/theme/ThemedTest.h"
+#include "kit/theme/ThemedTest.h"
 
 #include <QPushButton>
 #include <QTextEdit>

@@ -1,5 +1,5 @@
 #include "ShownWindow.h"
-#include "workspace/controls/Alert.h"
+#include "kit/controls/Alert.h"
 #include "workspace/lists/ExcerptListView.h"
 #include "workspace/lists/MemoBar.h"
 #include "workspace/reader/ReaderView.h"

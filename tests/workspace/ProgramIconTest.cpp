@@ -11,7 +11,7 @@ namespace {
 
 QImage drawn(const QSize &size)
 {
-    QImageReader reader(QStringLiteral(VORN_SOURCE "/src/workspace/icons/vorn.svg"));
+    QImageReader reader(QStringLiteral(VORN_SOURCE "/src/kit/icons/vorn.svg"));
     reader.setScaledSize(size);
     return reader.read().convertToFormat(QImage::Format_ARGB32_Premultiplied);
 }

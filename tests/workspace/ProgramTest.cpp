@@ -77,12 +77,12 @@ TEST(Program, SaysWhyItCantOpenItsLibraryAndLeavesTheFileAlone)
     Program program;
     QDir().mkpath(program.path(u"data/Vorn"_s));
     const auto expectRefusal = [&program](const QString &reason) {
-        const QByteArray foreign = AtomicFile::read(program.libraryFile());
+        const QByteArray foreign = AtomicFile::readFile(program.libraryFile());
         const Ending ending = program.run({u"--freq-test"_s});
         EXPECT_EQ(ending.status, 1);
         EXPECT_EQ(ending.output, QString());
         EXPECT_TRUE(ending.errors.contains(reason)) << ending.errors.toStdString();
-        EXPECT_EQ(AtomicFile::read(program.libraryFile()), foreign);
+        EXPECT_EQ(AtomicFile::readFile(program.libraryFile()), foreign);
     };
     AtomicFile::write(program.libraryFile(), "These are no pages of a database but a shopping list of some length.");
     expectRefusal(u"Vorn can't open its library.\n\nfile is not a database"_s);
@@ -136,7 +136,7 @@ TEST(Program, IsHelpfulInLinesThatFitATerminalAndTellTheSameAsTheManual)
     const QString help = Program().run({u"--help"_s}).output;
     for (const QString &line : help.split(u'\n'))
         EXPECT_LE(line.size(), 80) << line.toStdString();
-    QString manual = QString::fromUtf8(AtomicFile::read(QStringLiteral(VORN_SOURCE "/packaging/vorn.1.in")));
+    QString manual = QString::fromUtf8(AtomicFile::readFile(QStringLiteral(VORN_SOURCE "/packaging/vorn.1.in")));
     EXPECT_EQ(switchesIn(help), switchesIn(manual.remove(u'\\')));
     EXPECT_TRUE(switchesIn(help).contains(u"--freq-demo-term"_s));
 }

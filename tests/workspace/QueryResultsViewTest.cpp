@@ -1,10 +1,10 @@
 #include "workspace/results/QueryResultsView.h"
 
 #include "ShownView.h"
-#include "workspace/controls/ElidedLabel.h"
-#include "workspace/lists/SnippetRowDelegate.h"
+#include "kit/controls/ElidedLabel.h"
+#include "kit/lists/SnippetRowDelegate.h"
+#include "kit/theme/CodeColor.h"
 #include "workspace/results/QuerySummary.h"
-#include "workspace/theme/CodeColor.h"
 
 using namespace Qt::StringLiterals;
 

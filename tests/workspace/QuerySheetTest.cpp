@@ -1,9 +1,9 @@
 #include "workspace/sheets/QuerySheet.h"
 
 #include "ShownSheets.h"
-#include "workspace/controls/Paragraph.h"
-#include "workspace/controls/SegmentedControl.h"
-#include "workspace/lists/RowList.h"
+#include "kit/controls/Paragraph.h"
+#include "kit/controls/SegmentedControl.h"
+#include "kit/lists/RowList.h"
 
 #include <QAccessible>
 #include <QLineEdit>

@@ -62,6 +62,6 @@ TEST_F(Presenter, EscapeAndCancelDoNothingAndGiveTheFocusBack)
     }
     EXPECT_FALSE(store.activeQuery().get().has_value());
     EXPECT_TRUE(store.wordFreqItems()->isEmpty());
-    EXPECT_FALSE(library.panels.saveRequest.has_value());
+    EXPECT_FALSE(library.fileDialogs.saveRequest.has_value());
     EXPECT_EQ(store.documents()->size(), 1);
 }

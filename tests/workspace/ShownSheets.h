@@ -1,10 +1,10 @@
 #pragma once
 
+#include "kit/controls/SegmentedControl.h"
+#include "kit/controls/Sheet.h"
+#include "kit/theme/ThemedTest.h"
 #include "support/TestLibrary.h"
-#include "workspace/controls/SegmentedControl.h"
-#include "workspace/controls/Sheet.h"
 #include "workspace/sheets/SheetPresenter.h"
-#include "workspace/theme/ThemedTest.h"
 
 #include <QPushButton>
 

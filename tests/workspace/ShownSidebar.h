@@ -1,9 +1,9 @@
 #pragma once
 
+#include "kit/controls/Alert.h"
+#include "kit/theme/ThemedTest.h"
 #include "support/Printing.h"
 #include "support/TestLibrary.h"
-#include "theme/ThemedTest.h"
-#include "workspace/controls/Alert.h"
 #include "workspace/sidebar/InlineField.h"
 #include "workspace/sidebar/SidebarList.h"
 #include "workspace/sidebar/SidebarModel.h"

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "kit/controls/Paragraph.h"
+#include "kit/lists/RowList.h"
+#include "kit/theme/ThemedTest.h"
 #include "support/Printing.h"
 #include "support/TestLibrary.h"
-#include "workspace/controls/Paragraph.h"
-#include "workspace/lists/RowList.h"
-#include "workspace/theme/ThemedTest.h"
 
 #include <QScrollBar>
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "kit/theme/ThemedTest.h"
 #include "support/TestLibrary.h"
+#include "surface/CodingTextView.h"
 #include "workspace/RootView.h"
-#include "workspace/reader/CodingTextView.h"
-#include "workspace/theme/ThemedTest.h"
 
 #include <memory>
 

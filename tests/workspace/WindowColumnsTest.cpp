@@ -1,6 +1,6 @@
 #include "ShownWindow.h"
+#include "kit/lists/ListMetrics.h"
 #include "workspace/lists/DocumentListView.h"
-#include "workspace/lists/ListMetrics.h"
 #include "workspace/sidebar/SidebarView.h"
 
 #include <QTextEdit>
@@ -25,7 +25,7 @@ TEST_F(Window, ColumnsKeepTheirLimitsAtEverySizeAndWhateverTheNames)
             const int sidebar = find<SidebarView>().width();
             EXPECT_TRUE(sidebar >= 185 && sidebar <= 280) << sidebar;
             const int list = find<DocumentListView>().width();
-            EXPECT_TRUE(list >= ListMetrics::leastColumnWidth && list <= ListMetrics::greatestColumnWidth) << list;
+            EXPECT_TRUE(list >= ListMetrics::minColumnWidth && list <= ListMetrics::maxColumnWidth) << list;
         }
         EXPECT_GE(text().height(), 200) << title.size();
     }

@@ -1,5 +1,5 @@
 #include "ShownWindow.h"
-#include "workspace/controls/Alert.h"
+#include "kit/controls/Alert.h"
 #include "workspace/picker/CodePickerPopover.h"
 #include "workspace/reader/SelectionBar.h"
 

@@ -6,7 +6,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Malice {
+struct TamperCase {
     const char *name;
     QByteArrayList statements;
 };
@@ -27,7 +27,7 @@ QByteArray passages(const QByteArray &start, const QByteArray &length)
 }
 
 /// A library that no Vorn has written, shown in the real window.
-class WindowOnHostileLibrary : public ShownWindow, public testing::WithParamInterface<Malice> {
+class WindowOnHostileLibrary : public ShownWindow, public testing::WithParamInterface<TamperCase> {
 protected:
     void prepare()
     {
@@ -97,21 +97,21 @@ TEST_P(WindowOnHostileLibrary, ShowsWhatItCanAndGoesOnWorking)
 
 INSTANTIATE_TEST_SUITE_P(, WindowOnHostileLibrary,
     testing::Values(
-        Malice{"TenThousandLevels", {manyCodes("CASE WHEN i > 1 THEN CAST(printf('%016d', i - 1) AS BLOB) END")}},
-        Malice{"TenThousandCodesOnACycle", {manyCodes("CAST(printf('%016d', i % 10000 + 1) AS BLOB)")}},
-        Malice{"AbsurdPassages",
+        TamperCase{"TenThousandLevels", {manyCodes("CASE WHEN i > 1 THEN CAST(printf('%016d', i - 1) AS BLOB) END")}},
+        TamperCase{"TenThousandCodesOnACycle", {manyCodes("CAST(printf('%016d', i % 10000 + 1) AS BLOB)")}},
+        TamperCase{"AbsurdPassages",
             {passages("-5", "9"), passages("9223372036854775807", "9223372036854775807"),
                 passages("3", "9223372036854775807"), passages("-9223372036854775807 - 1", "-1"),
                 passages("1849", "99"), passages("1850", "1"), passages("4", "0")}},
-        Malice{"ThousandsOfPassagesOnOneWord",
+        TamperCase{"ThousandsOfPassagesOnOneWord",
             {"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 5000) INSERT INTO coding SELECT "
              "randomblob(16), documentID, codeID, start, length, createdAt FROM coding, n"}},
-        Malice{"EndlessNamesAndMemos",
+        TamperCase{"EndlessNamesAndMemos",
             {"UPDATE code SET name = replace(hex(zeroblob(10000)), '00', 'x ' || char(0, 10)), colorHex = name",
                 "UPDATE document SET title = hex(zeroblob(10000)), memo = hex(zeroblob(500000))",
                 "UPDATE project SET name = char(0x202E) || hex(zeroblob(10000))",
                 "UPDATE code SET memo = hex(zeroblob(500000))"}},
-        Malice{"AbsurdCountsAndDates",
+        TamperCase{"AbsurdCountsAndDates",
             {"UPDATE document SET addedAt = '0001-01-01', wordCount = -9223372036854775807 - 1, charCount = "
              "9223372036854775807",
                 "UPDATE code SET createdAt = '9999-12-31 23:59:59.999'",

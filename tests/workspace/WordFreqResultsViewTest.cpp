@@ -1,8 +1,8 @@
 #include "workspace/results/WordFreqResultsView.h"
 
 #include "ShownView.h"
-#include "workspace/controls/ElidedLabel.h"
-#include "workspace/lists/SnippetRowDelegate.h"
+#include "kit/controls/ElidedLabel.h"
+#include "kit/lists/SnippetRowDelegate.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,10 +1,10 @@
 #include "workspace/sheets/WordFrequencySheet.h"
 
 #include "ShownSheets.h"
-#include "workspace/controls/ElidedLabel.h"
-#include "workspace/controls/SegmentedControl.h"
-#include "workspace/controls/Stepper.h"
-#include "workspace/controls/ToggleSwitch.h"
+#include "kit/controls/ElidedLabel.h"
+#include "kit/controls/SegmentedControl.h"
+#include "kit/controls/Stepper.h"
+#include "kit/controls/ToggleSwitch.h"
 #include "workspace/sheets/PopUpList.h"
 
 #include <QAbstractItemView>

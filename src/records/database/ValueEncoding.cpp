@@ -1,7 +1,7 @@
 #include "records/database/ValueEncoding.h"
 
 #include "platform/TextDecoder.h"
-#include "records/HalfPairs.h"
+#include "records/UnpairedSurrogates.h"
 #include "records/database/DatabaseError.h"
 
 #include <QTimeZone>
@@ -173,7 +173,7 @@ DatabaseValue encoded(const QDateTime &value)
 
 DatabaseValue encoded(const QString &value)
 {
-    return TextValue{withoutHalfPairs(value).toUtf8()};
+    return TextValue{replaceUnpairedSurrogates(value).toUtf8()};
 }
 
 std::optional<QUuid> identifier(const ValueView &view)

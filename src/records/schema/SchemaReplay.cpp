@@ -23,8 +23,8 @@ constexpr auto definitions = R"(
     ORDER BY type = 'index')";
 
 /// A file may hold whatever its maker liked, and its check is to end soon: much less than this is needed.
-constexpr int mostDefinitions = 500;
-constexpr int mostMigrations = 1'000;
+constexpr int maxDefinitions = 500;
+constexpr int maxMigrations = 1'000;
 constexpr int longestValue = 50'000; // bytes
 constexpr int longestPattern = 1'000; // bytes
 
@@ -58,7 +58,7 @@ void makeTables(Database &source, Database &replayed)
         const QByteArray sql = row.column(1).bytes.toByteArray();
         if (!makesPlainTableOrIndex(sql))
             SchemaRefusal::refuse(table, u"is missing or no plain table"_s);
-        if (++count > mostDefinitions)
+        if (++count > maxDefinitions)
             SchemaRefusal::refuse(table, u"is one of too many tables and indexes"_s);
         try {
             replayed.execute(sql);
@@ -73,7 +73,7 @@ void copyMigrations(Database &source, Database &replayed)
     if (source.integer("SELECT COUNT(*) FROM sqlite_master WHERE name = ?", {TextValue{migrations}}) == 0)
         return;
     source.forEachRow(
-        "SELECT identifier FROM grdb_migrations LIMIT ?", {qint64(mostMigrations)}, [&](const Statement &row) {
+        "SELECT identifier FROM grdb_migrations LIMIT ?", {qint64(maxMigrations)}, [&](const Statement &row) {
             replayed.execute("INSERT INTO grdb_migrations (identifier) VALUES (?)", {ownedValue(row.column(0))});
         });
 }

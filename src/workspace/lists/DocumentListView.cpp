@@ -1,15 +1,15 @@
 #include "workspace/lists/DocumentListView.h"
 
+#include "kit/controls/Alert.h"
+#include "kit/controls/ElidedLabel.h"
+#include "kit/controls/EmptyState.h"
+#include "kit/controls/SearchField.h"
+#include "kit/controls/Shortened.h"
+#include "kit/lists/RowList.h"
+#include "kit/theme/Roles.h"
 #include "library/LibraryStore.h"
-#include "workspace/controls/Alert.h"
-#include "workspace/controls/ElidedLabel.h"
-#include "workspace/controls/EmptyState.h"
-#include "workspace/controls/SearchField.h"
-#include "workspace/controls/Shortened.h"
 #include "workspace/lists/DocumentListModel.h"
 #include "workspace/lists/DocumentRowDelegate.h"
-#include "workspace/lists/RowList.h"
-#include "workspace/theme/Roles.h"
 
 #include <QHBoxLayout>
 #include <QMenu>
@@ -40,7 +40,7 @@ DocumentListView::DocumentListView(LibraryStore &store, QWidget *parent)
       m_store(store),
       m_model(new DocumentListModel(this))
 {
-    ElidedLabel *title = addTitle(tr("Documents"));
+    ElidedLabel *title = addTitle(u"Documents"_s);
     title->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     addSearchField();
     addPages();
@@ -53,7 +53,7 @@ DocumentListView::DocumentListView(LibraryStore &store, QWidget *parent)
 
 void DocumentListView::addSearchField()
 {
-    m_search = new SearchField(tr("Search documents"), this);
+    m_search = new SearchField(u"Search documents"_s, this);
     m_search->setObjectName(u"documentSearch"_s);
     head().addWidget(m_search, 1);
     connect(m_search, &QLineEdit::textChanged, this, [this](const QString &text) { m_store.searchText().set(text); });
@@ -64,14 +64,14 @@ void DocumentListView::addSearchField()
 void DocumentListView::addPages()
 {
     m_pages = new QStackedWidget(this);
-    m_list = new RowList(tr("Documents"), m_pages);
+    m_list = new RowList(u"Documents"_s, m_pages);
     m_list->setObjectName(u"documentList"_s);
     m_list->setUniformItemSizes(true);
     m_list->setModel(m_model);
     m_list->setItemDelegate(new DocumentRowDelegate(m_list));
     m_welcome = makeWelcome();
     m_noResults =
-        new EmptyState(u"magnifyingglass"_s, iconSize, {}, tr("Check the spelling or try a new search."), m_pages);
+        new EmptyState(u"magnifyingglass"_s, iconSize, {}, u"Check the spelling or try a new search."_s, m_pages);
     m_noResults->setObjectName(u"noResults"_s);
     for (QWidget *page : std::initializer_list<QWidget *>{m_list, m_welcome, m_noResults})
         m_pages->addWidget(page);
@@ -80,14 +80,14 @@ void DocumentListView::addPages()
 
 EmptyState *DocumentListView::makeWelcome()
 {
-    auto *welcome = new EmptyState(u"text.book.closed"_s, iconSize, tr("No Documents Yet"),
-        tr("Import interviews, field notes, or articles\n(txt · md · docx · pdf) to begin."), m_pages);
+    auto *welcome = new EmptyState(u"text.book.closed"_s, iconSize, u"No Documents Yet"_s,
+        u"Import interviews, field notes, or articles\n(txt · md · docx · pdf) to begin."_s, m_pages);
     welcome->setObjectName(u"noDocuments"_s);
-    auto *import = new QPushButton(tr("Import Documents…"), welcome);
+    auto *import = new QPushButton(u"Import Documents…"_s, welcome);
     setRole(*import, ButtonRole::prominent);
     connect(import, &QPushButton::clicked, this, [this] { m_store.presentImportPanel(); });
     welcome->addButton(import);
-    auto *sample = new QPushButton(tr("Load Sample Content"), welcome);
+    auto *sample = new QPushButton(u"Load Sample Content"_s, welcome);
     connect(sample, &QPushButton::clicked, this, [this] { m_store.loadSampleContent(); });
     welcome->addButton(sample);
     return welcome;
@@ -97,7 +97,7 @@ void DocumentListView::render()
 {
     const QScopedValueRollback guard(m_isRendering, true);
     m_model->setDocuments(m_store.documents()->isEmpty() ? QList<Document>() : m_store.visibleDocuments());
-    m_noResults->setTitle(tr("No Results for “%1”").arg(shortened(m_store.searchText().get(), longestInTitle)));
+    m_noResults->setTitle(u"No Results for “%1”"_s.arg(shortened(m_store.searchText().get(), longestInTitle)));
     m_pages->setCurrentWidget(pageToShow());
     const QModelIndex selected = m_model->indexOf(m_store.selectedDocumentID()->value_or(QUuid()));
     m_list->setCurrentInPlace(selected, QItemSelectionModel::ClearAndSelect);
@@ -145,10 +145,10 @@ void DocumentListView::showMenu(const QModelIndex &index, const QPoint &globalPo
     };
     auto *menu = new QMenu(this);
     menu->setObjectName(u"documentMenu"_s);
-    menu->addAction(tr("Rename…"), this, withDocument([this](const Document &document) { askForName(document); }));
+    menu->addAction(u"Rename…"_s, this, withDocument([this](const Document &document) { askForName(document); }));
     menu->addSeparator();
     QAction *remove = menu->addAction(
-        tr("Delete"), this, withDocument([this](const Document &document) { m_store.deleteDocument(document); }));
+        u"Delete"_s, this, withDocument([this](const Document &document) { m_store.deleteDocument(document); }));
     setDestructive(*remove);
     m_list->showMenu(menu, index, globalPosition);
 }
@@ -156,10 +156,10 @@ void DocumentListView::showMenu(const QModelIndex &index, const QPoint &globalPo
 void DocumentListView::askForName(const Document &document)
 {
     Alert::Content content;
-    content.title = tr("Rename Document");
-    content.field = Alert::Field{.text = document.title, .placeholder = tr("Title"), .accessibleName = {}};
-    content.action = tr("Rename");
-    content.cancel = tr("Cancel");
+    content.title = u"Rename Document"_s;
+    content.field = Alert::Field{.text = document.title, .placeholder = u"Title"_s, .accessibleName = {}};
+    content.action = u"Rename"_s;
+    content.cancel = u"Cancel"_s;
     content.onAction = [&store = m_store, id = document.id](const QString &title) {
         if (const auto renamed = currentState(store, id))
             store.renameDocument(*renamed, title);

@@ -1,12 +1,13 @@
 #pragma once
 
-#include "workspace/lists/ListColumn.h"
+#include "kit/lists/ListColumn.h"
 
 class DocumentListModel;
 class EmptyState;
-class QStackedWidget;
+class LibraryStore;
 class RowList;
 class SearchField;
+class QStackedWidget;
 struct Document;
 
 /// The documents of the current project, a search over them, and the welcome of an empty project.

@@ -1,15 +1,15 @@
 #include "workspace/lists/DocumentRowDelegate.h"
 
-#include "workspace/controls/TextToolTip.h"
+#include "kit/controls/TextToolTip.h"
+#include "kit/lists/ListMetrics.h"
+#include "kit/lists/RowList.h"
+#include "kit/lists/RowText.h"
+#include "kit/theme/Fonts.h"
+#include "kit/theme/Metrics.h"
+#include "kit/theme/Symbols.h"
+#include "kit/theme/Theme.h"
+#include "kit/theme/ThemeColors.h"
 #include "workspace/lists/DocumentListModel.h"
-#include "workspace/lists/ListMetrics.h"
-#include "workspace/lists/RowList.h"
-#include "workspace/lists/RowText.h"
-#include "workspace/theme/Fonts.h"
-#include "workspace/theme/Metrics.h"
-#include "workspace/theme/Symbols.h"
-#include "workspace/theme/Theme.h"
-#include "workspace/theme/ThemeColors.h"
 
 #include <QFontMetrics>
 #include <QHelpEvent>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workspace/theme/RowPainter.h"
+#include "kit/theme/RowPainter.h"
 
 #include <QFont>
 #include <QStyledItemDelegate>

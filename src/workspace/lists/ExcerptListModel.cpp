@@ -1,6 +1,6 @@
 #include "workspace/lists/ExcerptListModel.h"
 
-#include "workspace/lists/SnippetRowDelegate.h"
+#include "kit/lists/SnippetRowDelegate.h"
 
 using namespace Qt::StringLiterals;
 
@@ -16,7 +16,7 @@ QVariant ExcerptListModel::data(const QModelIndex &index, int role) const
     const ExcerptHit &shown = hit(index);
     switch (role) {
     case Qt::DisplayRole:
-        return shown.snippet.beginning(SnippetRowDelegate::mostUnits);
+        return shown.snippet.beginning(SnippetRowDelegate::maxUnits);
     case Qt::AccessibleTextRole:
         return u"%1, %2"_s.arg(shown.snippet.toString(), shown.documentTitle);
     case SnippetRowDelegate::documentTitleRole:

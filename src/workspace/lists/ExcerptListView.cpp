@@ -1,16 +1,16 @@
 #include "workspace/lists/ExcerptListView.h"
 
+#include "kit/controls/ElidedLabel.h"
+#include "kit/controls/EmptyState.h"
+#include "kit/controls/Hairline.h"
+#include "kit/controls/Shortened.h"
+#include "kit/lists/ListMetrics.h"
+#include "kit/lists/SnippetList.h"
+#include "kit/lists/SnippetRowDelegate.h"
+#include "kit/theme/CodeColor.h"
 #include "library/LibraryStore.h"
-#include "workspace/controls/ElidedLabel.h"
-#include "workspace/controls/EmptyState.h"
-#include "workspace/controls/Hairline.h"
-#include "workspace/controls/Shortened.h"
 #include "workspace/lists/ExcerptListModel.h"
-#include "workspace/lists/ListMetrics.h"
 #include "workspace/lists/MemoBar.h"
-#include "workspace/lists/SnippetList.h"
-#include "workspace/lists/SnippetRowDelegate.h"
-#include "workspace/theme/CodeColor.h"
 
 #include <QHBoxLayout>
 #include <QStackedWidget>
@@ -24,7 +24,7 @@ namespace {
 constexpr int iconSize = 34;
 constexpr int memoGapAbove = 1;
 constexpr int memoGapBelow = 5;
-constexpr int usualLineCount = 2;
+constexpr int defaultLineCount = 2;
 
 /// Whether the passages in both lists of documents are the same. Texts never change.
 bool holdSamePassages(const QList<Document> &one, const QList<Document> &other)
@@ -43,7 +43,7 @@ ExcerptListView::ExcerptListView(LibraryStore &store, QWidget *parent)
 {
     m_pages = new QStackedWidget(this);
     m_content = makeContent();
-    m_notFound = new EmptyState(u"questionmark.circle"_s, iconSize, tr("Code Not Found"), {}, m_pages);
+    m_notFound = new EmptyState(u"questionmark.circle"_s, iconSize, u"Code Not Found"_s, {}, m_pages);
     m_notFound->setObjectName(u"codeNotFound"_s);
     m_pages->addWidget(m_content);
     m_pages->addWidget(m_notFound);
@@ -62,22 +62,22 @@ QWidget *ExcerptListView::makeContent()
     auto *column = new QVBoxLayout(content);
     column->setContentsMargins({});
     column->setSpacing(0);
-    addBackRow(m_store, *column);
+    addBackRow([this] { m_store.goToDocuments(); }, *column);
 
     auto *memoRow = new QHBoxLayout;
     memoRow->setContentsMargins(ListMetrics::rowInset, memoGapAbove, ListMetrics::rowInset, memoGapBelow);
-    m_memo = new MemoBar(tr("Code memo…"), content);
+    m_memo = new MemoBar(u"Code memo…"_s, content);
     memoRow->addWidget(m_memo);
     column->addLayout(memoRow);
     column->addWidget(new Hairline(Hairline::Place::surface, Qt::Horizontal, content));
 
     m_excerptPages = new QStackedWidget(content);
     auto *delegate = new SnippetRowDelegate(this);
-    m_list = new SnippetList(tr("Excerpts"), delegate->heightFor(usualLineCount), m_excerptPages);
+    m_list = new SnippetList(u"Excerpts"_s, delegate->heightFor(defaultLineCount), m_excerptPages);
     m_list->setObjectName(u"excerptList"_s);
     m_list->setItemDelegate(delegate);
     m_list->setModel(m_model);
-    m_noExcerpts = new EmptyState(u"doc.text.magnifyingglass"_s, iconSize, tr("No Excerpts Yet"), {}, m_excerptPages);
+    m_noExcerpts = new EmptyState(u"doc.text.magnifyingglass"_s, iconSize, u"No Excerpts Yet"_s, {}, m_excerptPages);
     m_noExcerpts->setObjectName(u"noExcerpts"_s);
     m_excerptPages->addWidget(m_list);
     m_excerptPages->addWidget(m_noExcerpts);
@@ -145,7 +145,7 @@ void ExcerptListView::renderExcerpts(const Code &code)
     m_model->setColor(CodeColor::orAccent(code.colorHex));
     m_list->viewport()->update();
     m_noExcerpts->setDescription(
-        tr("Select text in a document and add “%1”\nto see its excerpts here.").arg(shortened(code.name)));
+        u"Select text in a document and add “%1”\nto see its excerpts here."_s.arg(shortened(code.name)));
     if (!std::exchange(m_excerptsAreStale, false))
         return;
     m_documents = m_store.documents().get();

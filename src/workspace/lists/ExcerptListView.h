@@ -1,15 +1,16 @@
 #pragma once
 
+#include "kit/lists/ListColumn.h"
 #include "records/Document.h"
-#include "workspace/lists/ListColumn.h"
 
 #include <QUuid>
 
 class EmptyState;
 class ExcerptListModel;
+class LibraryStore;
 class MemoBar;
-class QStackedWidget;
 class SnippetList;
+class QStackedWidget;
 struct Code;
 
 /// A code's memo and every passage coded with it.

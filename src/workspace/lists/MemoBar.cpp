@@ -1,14 +1,14 @@
 #include "workspace/lists/MemoBar.h"
 
-#include "records/HalfPairs.h"
+#include "kit/controls/PlainButton.h"
+#include "kit/controls/TextWrapping.h"
+#include "kit/controls/Transition.h"
+#include "kit/theme/Fonts.h"
+#include "kit/theme/Symbols.h"
+#include "kit/theme/Theme.h"
+#include "kit/theme/ThemeColors.h"
+#include "records/UnpairedSurrogates.h"
 #include "records/TextTrimming.h"
-#include "workspace/controls/PlainButton.h"
-#include "workspace/controls/TextWrapping.h"
-#include "workspace/controls/Transition.h"
-#include "workspace/theme/Fonts.h"
-#include "workspace/theme/Symbols.h"
-#include "workspace/theme/Theme.h"
-#include "workspace/theme/ThemeColors.h"
 
 #include <QFontMetrics>
 #include <QGuiApplication>
@@ -76,7 +76,7 @@ QString asStored(QString units)
 {
     for (const QChar::SpecialCharacter separator : {QChar::ParagraphSeparator, QChar::LineSeparator})
         units.replace(separator, u'\n');
-    return withoutHalfPairs(units);
+    return replaceUnpairedSurrogates(units);
 }
 
 class MemoEditor final : public QTextEdit {
@@ -147,11 +147,11 @@ QWidget *MemoBar::makeEditor()
     auto *editor = new QWidget(this);
     m_edit = new MemoEditor(editor);
     m_edit->setObjectName(u"memo"_s);
-    m_edit->setAccessibleName(tr("Memo"));
+    m_edit->setAccessibleName(u"Memo"_s);
     auto *column = new QVBoxLayout(editor);
     column->setContentsMargins(0, paddingAbove, 0, paddingBelow);
     column->setSpacing(labelGap);
-    column->addWidget(new MemoLabel(tr("Memo"), editor));
+    column->addWidget(new MemoLabel(u"Memo"_s, editor));
     auto *row = new QHBoxLayout;
     row->addWidget(m_edit);
     column->addLayout(row);

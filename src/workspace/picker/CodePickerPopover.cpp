@@ -1,14 +1,14 @@
 #include "workspace/picker/CodePickerPopover.h"
 
+#include "kit/controls/Capsule.h"
+#include "kit/controls/Hairline.h"
+#include "kit/controls/Paragraph.h"
+#include "kit/theme/Fonts.h"
+#include "kit/theme/Metrics.h"
 #include "library/LibraryStore.h"
 #include "records/LongestName.h"
-#include "workspace/controls/Capsule.h"
-#include "workspace/controls/Hairline.h"
-#include "workspace/controls/Paragraph.h"
 #include "workspace/picker/PickerDelegate.h"
 #include "workspace/picker/PickerModel.h"
-#include "workspace/theme/Fonts.h"
-#include "workspace/theme/Metrics.h"
 
 #include <QLineEdit>
 #include <QListView>

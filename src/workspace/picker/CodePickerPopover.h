@@ -1,8 +1,8 @@
 #pragma once
 
+#include "kit/controls/Popover.h"
 #include "records/Document.h"
 #include "records/TextRange.h"
-#include "workspace/controls/Popover.h"
 
 class Capsule;
 class LibraryStore;

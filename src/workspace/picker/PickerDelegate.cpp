@@ -1,16 +1,16 @@
 #include "workspace/picker/PickerDelegate.h"
 
+#include "kit/lists/RowText.h"
+#include "kit/theme/CodeColor.h"
+#include "kit/theme/Fonts.h"
+#include "kit/theme/Metrics.h"
+#include "kit/theme/Painting.h"
+#include "kit/theme/RowPainter.h"
+#include "kit/theme/Symbols.h"
+#include "kit/theme/Theme.h"
+#include "kit/theme/ThemeColors.h"
 #include "platform/LocaleText.h"
-#include "workspace/lists/RowText.h"
 #include "workspace/picker/PickerModel.h"
-#include "workspace/theme/CodeColor.h"
-#include "workspace/theme/Fonts.h"
-#include "workspace/theme/Metrics.h"
-#include "workspace/theme/Painting.h"
-#include "workspace/theme/RowPainter.h"
-#include "workspace/theme/Symbols.h"
-#include "workspace/theme/Theme.h"
-#include "workspace/theme/ThemeColors.h"
 
 #include <QPainter>
 

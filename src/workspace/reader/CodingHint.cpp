@@ -1,10 +1,10 @@
 #include "workspace/reader/CodingHint.h"
 
-#include "workspace/controls/ElidedLabel.h"
-#include "workspace/controls/PlainButton.h"
-#include "workspace/controls/Transition.h"
-#include "workspace/theme/Fonts.h"
-#include "workspace/theme/Symbols.h"
+#include "kit/controls/ElidedLabel.h"
+#include "kit/controls/PlainButton.h"
+#include "kit/controls/Transition.h"
+#include "kit/theme/Fonts.h"
+#include "kit/theme/Symbols.h"
 
 #include <QHBoxLayout>
 #include <QPainter>

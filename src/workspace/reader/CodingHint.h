@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workspace/controls/Capsule.h"
+#include "kit/controls/Capsule.h"
 
 /// The tip that teaches selecting a passage, until it is closed or the first passage is coded.
 class CodingHint final : public Capsule {

@@ -1,11 +1,11 @@
 #include "workspace/reader/DocumentHeader.h"
 
+#include "kit/controls/ElidedLabel.h"
+#include "kit/controls/Pill.h"
+#include "kit/theme/Fonts.h"
 #include "platform/LocaleText.h"
 #include "records/Document.h"
-#include "workspace/controls/ElidedLabel.h"
-#include "workspace/controls/Pill.h"
 #include "workspace/reader/SelectableTitle.h"
-#include "workspace/theme/Fonts.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>

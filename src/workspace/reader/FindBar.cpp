@@ -1,16 +1,16 @@
 #include "workspace/reader/FindBar.h"
 
+#include "kit/controls/ElidedLabel.h"
+#include "kit/controls/SearchField.h"
+#include "kit/theme/Fonts.h"
+#include "kit/theme/Metrics.h"
+#include "kit/theme/Roles.h"
+#include "kit/theme/Theme.h"
+#include "kit/theme/ThemeColors.h"
 #include "platform/LocaleText.h"
-#include "workspace/controls/ElidedLabel.h"
-#include "workspace/controls/SearchField.h"
-#include "workspace/reader/CodingTextView.h"
+#include "surface/CodingTextView.h"
 #include "workspace/reader/FindMatches.h"
 #include "workspace/reader/ReadingColumn.h"
-#include "workspace/theme/Fonts.h"
-#include "workspace/theme/Metrics.h"
-#include "workspace/theme/Roles.h"
-#include "workspace/theme/Theme.h"
-#include "workspace/theme/ThemeColors.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>

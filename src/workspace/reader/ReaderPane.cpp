@@ -1,10 +1,10 @@
 #include "workspace/reader/ReaderPane.h"
 
+#include "kit/controls/EmptyState.h"
+#include "kit/theme/Theme.h"
+#include "kit/theme/ThemeColors.h"
 #include "library/LibraryStore.h"
-#include "workspace/controls/EmptyState.h"
 #include "workspace/reader/ReaderView.h"
-#include "workspace/theme/Theme.h"
-#include "workspace/theme/ThemeColors.h"
 
 #include <QPainter>
 #include <QStackedLayout>

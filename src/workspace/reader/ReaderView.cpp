@@ -1,17 +1,17 @@
 #include "workspace/reader/ReaderView.h"
 
+#include "kit/controls/Hairline.h"
+#include "kit/theme/Theme.h"
+#include "kit/theme/ThemeColors.h"
 #include "library/LibraryStore.h"
-#include "workspace/controls/Hairline.h"
+#include "surface/CodingTextView.h"
 #include "workspace/lists/MemoBar.h"
 #include "workspace/picker/CodePickerPopover.h"
 #include "workspace/reader/CodingHint.h"
-#include "workspace/reader/CodingTextView.h"
 #include "workspace/reader/DocumentHeader.h"
 #include "workspace/reader/FindBar.h"
 #include "workspace/reader/ReadingColumn.h"
 #include "workspace/reader/SelectionBar.h"
-#include "workspace/theme/Theme.h"
-#include "workspace/theme/ThemeColors.h"
 
 #include <QApplication>
 #include <QHash>

@@ -2,7 +2,7 @@
 
 #include "records/Coding.h"
 #include "records/Document.h"
-#include "workspace/reader/TextHighlight.h"
+#include "surface/TextHighlight.h"
 
 #include <QPointer>
 #include <QWidget>

@@ -1,6 +1,6 @@
 #include "workspace/reader/SelectableTitle.h"
 
-#include "workspace/controls/TextWrapping.h"
+#include "kit/controls/TextWrapping.h"
 
 #include <QFocusEvent>
 #include <QStyle>
@@ -13,10 +13,10 @@
 
 namespace {
 
-constexpr int mostLines = 6;
-constexpr qsizetype mostUnits = 4'000; // more than fit into so many lines
-constexpr int usualWidth = 400;
-constexpr int leastWidth = 40;
+constexpr int maxLines = 6;
+constexpr qsizetype maxUnits = 4'000; // more than fit into so many lines
+constexpr int defaultWidth = 400;
+constexpr int minWidth = 40;
 
 } // namespace
 
@@ -55,11 +55,11 @@ int SelectableTitle::heightForWidth(int width) const
 {
     int lines = 0;
     double height = 0;
-    for (QTextBlock block = document()->begin(); block.isValid() && lines < mostLines; block = block.next()) {
-        QTextLayout layout(block.text().left(mostUnits), font());
+    for (QTextBlock block = document()->begin(); block.isValid() && lines < maxLines; block = block.next()) {
+        QTextLayout layout(block.text().left(maxUnits), font());
         layout.setTextOption(document()->defaultTextOption());
         layout.beginLayout();
-        for (QTextLine line = layout.createLine(); line.isValid() && lines < mostLines; line = layout.createLine()) {
+        for (QTextLine line = layout.createLine(); line.isValid() && lines < maxLines; line = layout.createLine()) {
             line.setLineWidth(width);
             height += line.height();
             ++lines;
@@ -71,12 +71,12 @@ int SelectableTitle::heightForWidth(int width) const
 
 QSize SelectableTitle::sizeHint() const
 {
-    return {usualWidth, heightForWidth(usualWidth)};
+    return {defaultWidth, heightForWidth(defaultWidth)};
 }
 
 QSize SelectableTitle::minimumSizeHint() const
 {
-    return {leastWidth, fontMetrics().height()};
+    return {minWidth, fontMetrics().height()};
 }
 
 /// What is selected goes with the focus, or it would look as if it were about to be coded. A menu only borrows it.

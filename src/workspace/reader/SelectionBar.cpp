@@ -1,11 +1,11 @@
 #include "workspace/reader/SelectionBar.h"
 
+#include "kit/controls/ElidedLabel.h"
+#include "kit/controls/Transition.h"
+#include "kit/theme/Fonts.h"
+#include "kit/theme/Roles.h"
+#include "kit/theme/Symbols.h"
 #include "platform/LocaleText.h"
-#include "workspace/controls/ElidedLabel.h"
-#include "workspace/controls/Transition.h"
-#include "workspace/theme/Fonts.h"
-#include "workspace/theme/Roles.h"
-#include "workspace/theme/Symbols.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>

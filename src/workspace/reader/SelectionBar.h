@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workspace/controls/Capsule.h"
+#include "kit/controls/Capsule.h"
 
 class ElidedLabel;
 class QPushButton;

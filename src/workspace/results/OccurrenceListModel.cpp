@@ -1,7 +1,7 @@
 #include "workspace/results/OccurrenceListModel.h"
 
 #include "analysis/TermMatch.h"
-#include "workspace/lists/SnippetRowDelegate.h"
+#include "kit/lists/SnippetRowDelegate.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,7 +1,7 @@
 #include "workspace/results/QueryResultsModel.h"
 
-#include "workspace/lists/SnippetRowDelegate.h"
-#include "workspace/theme/CodeColor.h"
+#include "kit/lists/SnippetRowDelegate.h"
+#include "kit/theme/CodeColor.h"
 
 #include <QColor>
 
@@ -19,7 +19,7 @@ QVariant QueryResultsModel::data(const QModelIndex &index, int role) const
     const QueryResult &shown = result(index);
     switch (role) {
     case Qt::DisplayRole:
-        return shown.snippet.beginning(SnippetRowDelegate::mostUnits);
+        return shown.snippet.beginning(SnippetRowDelegate::maxUnits);
     case Qt::AccessibleTextRole:
         return spoken(shown);
     case SnippetRowDelegate::documentTitleRole:
@@ -34,7 +34,7 @@ QVariant QueryResultsModel::data(const QModelIndex &index, int role) const
 QList<QColor> QueryResultsModel::dotsOf(const QueryResult &result) const
 {
     QList<QColor> colors;
-    for (const QUuid &codeID : result.codeIDs.first(std::min(result.codeIDs.size(), SnippetRowDelegate::mostDots)))
+    for (const QUuid &codeID : result.codeIDs.first(std::min(result.codeIDs.size(), SnippetRowDelegate::maxDots)))
         colors.append(CodeColor::orAccent(m_codes.value(codeID).colorHex));
     return colors;
 }

@@ -1,17 +1,17 @@
 #include "workspace/results/QueryResultsView.h"
 
+#include "kit/controls/ElidedLabel.h"
+#include "kit/controls/EmptyState.h"
+#include "kit/controls/Hairline.h"
+#include "kit/controls/PlainButton.h"
+#include "kit/lists/ListMetrics.h"
+#include "kit/lists/SnippetList.h"
+#include "kit/lists/SnippetRowDelegate.h"
+#include "kit/theme/Fonts.h"
 #include "library/LibraryStore.h"
 #include "platform/LocaleText.h"
-#include "workspace/controls/ElidedLabel.h"
-#include "workspace/controls/EmptyState.h"
-#include "workspace/controls/Hairline.h"
-#include "workspace/controls/PlainButton.h"
-#include "workspace/lists/ListMetrics.h"
-#include "workspace/lists/SnippetList.h"
-#include "workspace/lists/SnippetRowDelegate.h"
 #include "workspace/results/QueryResultsModel.h"
 #include "workspace/results/QuerySummary.h"
-#include "workspace/theme/Fonts.h"
 
 #include <QHBoxLayout>
 #include <QStackedWidget>
@@ -21,7 +21,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int iconSize = 34;
-constexpr int usualLineCount = 2;
+constexpr int defaultLineCount = 2;
 constexpr int headerSpacing = 4;
 constexpr int headerBottom = 10;
 
@@ -35,7 +35,7 @@ QueryResultsView::QueryResultsView(LibraryStore &store, QWidget *parent)
       m_count(new ElidedLabel({}, Fonts::caption(), Symbols::Tint::secondary, this)),
       m_pages(new QStackedWidget(this))
 {
-    addBackButton(m_store);
+    addBackButton([this] { m_store.goToDocuments(); });
     addHeader();
     addPages();
     connect(&m_store.queryResults(), &Notifier::changed, this, &QueryResultsView::invalidate);
@@ -60,12 +60,12 @@ void QueryResultsView::addHeader()
 void QueryResultsView::addPages()
 {
     auto *delegate = new SnippetRowDelegate(this);
-    m_list = new SnippetList(tr("Passages"), delegate->heightFor(usualLineCount), m_pages);
+    m_list = new SnippetList(u"Passages"_s, delegate->heightFor(defaultLineCount), m_pages);
     m_list->setObjectName(u"resultList"_s);
     m_list->setItemDelegate(delegate);
     m_list->setModel(m_model);
-    m_noMatches = new EmptyState(u"text.magnifyingglass"_s, iconSize, tr("No Matches"),
-        tr("No passages match this query.\nTry “Any of the codes”, fewer codes, or a different filter."), m_pages);
+    m_noMatches = new EmptyState(u"text.magnifyingglass"_s, iconSize, u"No Matches"_s,
+        u"No passages match this query.\nTry “Any of the codes”, fewer codes, or a different filter."_s, m_pages);
     m_noMatches->setObjectName(u"noMatches"_s);
     m_pages->addWidget(m_list);
     m_pages->addWidget(m_noMatches);
@@ -83,7 +83,7 @@ void QueryResultsView::render()
 void QueryResultsView::renderResults()
 {
     const QList<QueryResult> &results = m_store.queryResults().get();
-    m_count->setText(LocaleText::number(results.size()) + (results.size() == 1 ? tr(" passage") : tr(" passages")));
+    m_count->setText(LocaleText::number(results.size()) + (results.size() == 1 ? u" passage"_s : u" passages"_s));
     m_pages->setCurrentWidget(results.isEmpty() ? static_cast<QWidget *>(m_noMatches) : m_list);
     if (!m_model->setResults(results))
         return;

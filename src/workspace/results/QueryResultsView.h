@@ -1,12 +1,13 @@
 #pragma once
 
-#include "workspace/lists/ListColumn.h"
+#include "kit/lists/ListColumn.h"
 
 class EmptyState;
-class QStackedWidget;
+class LibraryStore;
 class QueryResultsModel;
 class QuerySummary;
 class SnippetList;
+class QStackedWidget;
 
 /// The last query in words, and every passage that it found.
 class QueryResultsView final : public ListColumn {

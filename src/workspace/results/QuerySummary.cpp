@@ -1,17 +1,17 @@
 #include "workspace/results/QuerySummary.h"
 
-#include "workspace/lists/ListMetrics.h"
-#include "workspace/lists/SnippetLayout.h"
-#include "workspace/theme/Fonts.h"
-#include "workspace/theme/Theme.h"
-#include "workspace/theme/ThemeColors.h"
+#include "kit/lists/ListMetrics.h"
+#include "kit/lists/SnippetLayout.h"
+#include "kit/theme/Fonts.h"
+#include "kit/theme/Theme.h"
+#include "kit/theme/ThemeColors.h"
 
 #include <QPainter>
 
 namespace {
 
 constexpr int lineHeight = 17;
-constexpr int greatestLineCount = 2;
+constexpr int maxLineCount = 2;
 
 } // namespace
 
@@ -39,7 +39,7 @@ SnippetLayout QuerySummary::layOut(int width) const
         {.font = font(),
             .width = width,
             .lineHeight = lineHeight,
-            .greatestLineCount = greatestLineCount,
+            .maxLineCount = maxLineCount,
             .direction = layoutDirection()}};
 }
 
@@ -50,7 +50,7 @@ int QuerySummary::heightForWidth(int width) const
 
 QSize QuerySummary::sizeHint() const
 {
-    return {ListMetrics::usualColumnWidth, heightForWidth(ListMetrics::usualColumnWidth)};
+    return {ListMetrics::defaultColumnWidth, heightForWidth(ListMetrics::defaultColumnWidth)};
 }
 
 QSize QuerySummary::minimumSizeHint() const

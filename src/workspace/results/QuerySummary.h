@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workspace/controls/Accessible.h"
+#include "kit/controls/Accessible.h"
 
 #include <QWidget>
 

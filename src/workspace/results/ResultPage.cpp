@@ -1,11 +1,11 @@
 #include "workspace/results/ResultPage.h"
 
-#include "workspace/controls/ElidedLabel.h"
-#include "workspace/controls/EmptyState.h"
-#include "workspace/controls/Hairline.h"
-#include "workspace/lists/ListMetrics.h"
-#include "workspace/lists/RowList.h"
-#include "workspace/theme/Fonts.h"
+#include "kit/controls/ElidedLabel.h"
+#include "kit/controls/EmptyState.h"
+#include "kit/controls/Hairline.h"
+#include "kit/lists/ListMetrics.h"
+#include "kit/lists/RowList.h"
+#include "kit/theme/Fonts.h"
 
 #include <QPushButton>
 #include <QStackedWidget>

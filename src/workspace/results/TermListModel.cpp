@@ -20,7 +20,7 @@ QVariant TermListModel::data(const QModelIndex &index, int role) const
         return shown.term;
     case Qt::AccessibleTextRole:
         return shown.term + u", "_s + LocaleText::number(shown.count)
-            + (shown.count == 1 ? tr(" occurrence") : tr(" occurrences"));
+            + (shown.count == 1 ? u" occurrence"_s : u" occurrences"_s);
     case TermRowDelegate::countRole:
         return shown.count;
     case TermRowDelegate::topCountRole:

@@ -1,15 +1,15 @@
 #include "workspace/results/TermRowDelegate.h"
 
+#include "kit/controls/TextToolTip.h"
+#include "kit/lists/ListMetrics.h"
+#include "kit/lists/RowList.h"
+#include "kit/lists/RowText.h"
+#include "kit/theme/Fonts.h"
+#include "kit/theme/Metrics.h"
+#include "kit/theme/Painting.h"
+#include "kit/theme/Theme.h"
+#include "kit/theme/ThemeColors.h"
 #include "platform/LocaleText.h"
-#include "workspace/controls/TextToolTip.h"
-#include "workspace/lists/ListMetrics.h"
-#include "workspace/lists/RowList.h"
-#include "workspace/lists/RowText.h"
-#include "workspace/theme/Fonts.h"
-#include "workspace/theme/Metrics.h"
-#include "workspace/theme/Painting.h"
-#include "workspace/theme/Theme.h"
-#include "workspace/theme/ThemeColors.h"
 
 #include <QHelpEvent>
 #include <QPainter>
@@ -19,8 +19,8 @@
 
 namespace {
 
-constexpr double greatestBar = 90;
-constexpr double leastBar = 4;
+constexpr double maxBar = 90;
+constexpr double minBar = 4;
 constexpr int barHeight = 6;
 constexpr int countWidth = 34; // more for counts that need it, in all rows alike
 constexpr int spacing = 8;
@@ -49,7 +49,7 @@ TermRowDelegate::TermRowDelegate(QObject *parent)
 
 double TermRowDelegate::barWidth(qint64 count, qint64 topCount)
 {
-    return std::max(double(count) * greatestBar / double(std::max<qint64>(topCount, 1)), leastBar);
+    return std::max(double(count) * maxBar / double(std::max<qint64>(topCount, 1)), minBar);
 }
 
 QSize TermRowDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const

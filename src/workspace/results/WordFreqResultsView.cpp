@@ -1,16 +1,16 @@
 #include "workspace/results/WordFreqResultsView.h"
 
+#include "kit/controls/EmptyState.h"
+#include "kit/controls/PlainButton.h"
+#include "kit/lists/SnippetList.h"
+#include "kit/lists/SnippetRowDelegate.h"
+#include "kit/theme/FocusRing.h"
 #include "library/LibraryStore.h"
 #include "platform/LocaleText.h"
-#include "workspace/controls/EmptyState.h"
-#include "workspace/controls/PlainButton.h"
-#include "workspace/lists/SnippetList.h"
-#include "workspace/lists/SnippetRowDelegate.h"
 #include "workspace/results/OccurrenceListModel.h"
 #include "workspace/results/ResultPage.h"
 #include "workspace/results/TermListModel.h"
 #include "workspace/results/TermRowDelegate.h"
-#include "workspace/theme/FocusRing.h"
 
 #include <QHBoxLayout>
 #include <QStackedWidget>
@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int iconSize = 34;
-constexpr int usualLineCount = 3;
+constexpr int defaultLineCount = 3;
 /// So that the way back to the terms is close to the way back to the documents.
 constexpr int takenFromHead = 8;
 constexpr int gapBelowTopTerms = 3;
@@ -47,7 +47,7 @@ WordFreqResultsView::WordFreqResultsView(LibraryStore &store, QWidget *parent)
       m_occurrences(new OccurrenceListModel(this)),
       m_pages(new QStackedWidget(this))
 {
-    addBackButton(m_store);
+    addBackButton([this] { m_store.goToDocuments(); });
     shortenHead(takenFromHead);
     addTermPage();
     addOccurrencePage();
@@ -60,13 +60,13 @@ WordFreqResultsView::WordFreqResultsView(LibraryStore &store, QWidget *parent)
 
 void WordFreqResultsView::addTermPage()
 {
-    auto *list = new RowList(tr("Terms"));
+    auto *list = new RowList(u"Terms"_s);
     list->setObjectName(u"termList"_s);
     list->setSelectionMode(QAbstractItemView::NoSelection);
     list->setItemDelegate(new TermRowDelegate(list));
     list->setModel(m_terms);
     auto *empty =
-        new EmptyState(u"textformat.abc"_s, iconSize, tr("No Terms"), tr("Nothing countable found in this scope."));
+        new EmptyState(u"textformat.abc"_s, iconSize, u"No Terms"_s, u"Nothing countable found in this scope."_s);
     empty->setObjectName(u"noTerms"_s);
     m_termPage = new ResultPage(list, empty, m_pages);
     m_termPage->setTopPadding(takenFromHead);
@@ -77,14 +77,14 @@ void WordFreqResultsView::addTermPage()
 void WordFreqResultsView::addOccurrencePage()
 {
     auto *delegate = new SnippetRowDelegate(this);
-    auto *list = new SnippetList(tr("Occurrences"), delegate->heightFor(usualLineCount));
+    auto *list = new SnippetList(u"Occurrences"_s, delegate->heightFor(defaultLineCount));
     list->setObjectName(u"occurrenceList"_s);
     list->setItemDelegate(delegate);
     list->setModel(m_occurrences);
-    auto *empty = new EmptyState(u"text.magnifyingglass"_s, iconSize, tr("No Occurrences"));
+    auto *empty = new EmptyState(u"text.magnifyingglass"_s, iconSize, u"No Occurrences"_s);
     empty->setObjectName(u"noOccurrences"_s);
     m_occurrencePage = new ResultPage(list, empty, m_pages);
-    auto *topTerms = new PlainButton(u"chevron.left"_s, tr("Top terms"), m_occurrencePage);
+    auto *topTerms = new PlainButton(u"chevron.left"_s, u"Top terms"_s, m_occurrencePage);
     topTerms->setObjectName(u"topTerms"_s);
     m_occurrencePage->addTopRow(makeBackRow(*topTerms), gapBelowTopTerms);
     QWidget::setTabOrder(topTerms, list);
@@ -109,7 +109,7 @@ void WordFreqResultsView::renderTerms()
     const QList<WordFrequency::Item> &items = m_store.wordFreqItems().get();
     if (m_terms->setItems(items))
         startAnew(m_termPage->list());
-    m_termPage->render(m_store.wordFreqScopeLabel().get(), LocaleText::number(items.size()) + tr(" terms"));
+    m_termPage->render(m_store.wordFreqScopeLabel().get(), LocaleText::number(items.size()) + u" terms"_s);
 }
 
 void WordFreqResultsView::renderOccurrences(const QString &term)
@@ -118,7 +118,7 @@ void WordFreqResultsView::renderOccurrences(const QString &term)
     if (m_occurrences->setOccurrences(term, occurrences))
         startAnew(m_occurrencePage->list());
     m_occurrencePage->render(u"“"_s + term + u"”"_s,
-        LocaleText::number(occurrences.size()) + (occurrences.size() == 1 ? tr(" occurrence") : tr(" occurrences")));
+        LocaleText::number(occurrences.size()) + (occurrences.size() == 1 ? u" occurrence"_s : u" occurrences"_s));
 }
 
 void WordFreqResultsView::chooseTerm(const QModelIndex &index)

@@ -1,12 +1,13 @@
 #pragma once
 
-#include "workspace/lists/ListColumn.h"
+#include "kit/lists/ListColumn.h"
 
+class LibraryStore;
 class OccurrenceListModel;
-class QModelIndex;
-class QStackedWidget;
 class ResultPage;
 class TermListModel;
+class QModelIndex;
+class QStackedWidget;
 
 /// The most frequent terms of the last count, or once a term is chosen, the places where it stands. Which of the two is
 /// shown follows the store's chosen term alone.

@@ -8,14 +8,16 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-constexpr qint64 greatestHeight = 260;
+constexpr qint64 maxHeight = 260;
 
 } // namespace
 
 CodeChoiceList::CodeChoiceList(CodeChoiceModel &model, QWidget *parent)
-    : RowList(tr("Codes"), parent),
+    : RowList(u"Codes"_s, parent),
       m_model(model),
       m_delegate(new CodeChoiceDelegate(this))
 {
@@ -30,7 +32,7 @@ CodeChoiceList::CodeChoiceList(CodeChoiceModel &model, QWidget *parent)
 
 void CodeChoiceList::fit()
 {
-    setFixedHeight(int(std::min(m_delegate->heightOf(m_model.rowCount()), greatestHeight)));
+    setFixedHeight(int(std::min(m_delegate->heightOf(m_model.rowCount()), maxHeight)));
 }
 
 void CodeChoiceList::toggle(const QModelIndex &index)

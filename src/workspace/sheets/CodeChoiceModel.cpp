@@ -2,6 +2,8 @@
 
 #include "platform/LocaleText.h"
 
+using namespace Qt::StringLiterals;
+
 QList<QUuid> CodeChoiceModel::chosenIDs() const
 {
     QList<QUuid> ids;
@@ -28,7 +30,7 @@ QVariant CodeChoiceModel::data(const QModelIndex &index, int role) const
     case Qt::CheckStateRole:
         return m_chosen.contains(line.id()) ? Qt::Checked : Qt::Unchecked;
     case Qt::AccessibleTextRole:
-        return tr("%1, %2 coded passages").arg(line.code.name, LocaleText::number(m_counts.value(line.id())));
+        return u"%1, %2 coded passages"_s.arg(line.code.name, LocaleText::number(m_counts.value(line.id())));
     case depthRole:
         return line.depth;
     case countRole:

@@ -1,15 +1,15 @@
 #include "workspace/sheets/ExportSheet.h"
 
+#include "kit/controls/Paragraph.h"
+#include "kit/controls/SegmentedControl.h"
+#include "kit/theme/Fonts.h"
+#include "kit/theme/Metrics.h"
+#include "kit/theme/Roles.h"
 #include "library/LibraryStore.h"
+#include "platform/FileDialogs.h"
 #include "platform/FileViewer.h"
 #include "platform/LocaleText.h"
 #include "platform/LocalizedError.h"
-#include "platform/Panels.h"
-#include "workspace/controls/Paragraph.h"
-#include "workspace/controls/SegmentedControl.h"
-#include "workspace/theme/Fonts.h"
-#include "workspace/theme/Metrics.h"
-#include "workspace/theme/Roles.h"
 
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -41,9 +41,9 @@ QString ExportSheet::label(Scope scope)
 {
     switch (scope) {
     case Scope::all:
-        return tr("All codes");
+        return u"All codes"_s;
     case Scope::selected:
-        return tr("Selected code");
+        return u"Selected code"_s;
     }
     Q_UNREACHABLE();
 }
@@ -55,7 +55,7 @@ ExportSheet::ExportSheet(LibraryStore &store, QWidget &window)
       m_format(new SegmentedControl(labelsOf(ExportFormats::formats(), ExportFormats::label), this)),
       m_summary(new Paragraph({}, Fonts::callout(), Symbols::Tint::secondary, calloutHeight, this))
 {
-    setWindowTitle(tr("Export Coded Excerpts"));
+    setWindowTitle(u"Export Coded Excerpts"_s);
     m_scope->setObjectName(u"exportScope"_s);
     m_format->setObjectName(u"exportFormat"_s);
     m_summary->setObjectName(u"exportSummary"_s);
@@ -63,9 +63,9 @@ ExportSheet::ExportSheet(LibraryStore &store, QWidget &window)
     column->setContentsMargins(padding, padding, padding, padding);
     column->setSpacing(spacing);
     column->addWidget(
-        new Paragraph(tr("Export Coded Excerpts"), Fonts::headline(), Symbols::Tint::text, titleHeight, this));
-    addChoice(*column, tr("Scope"), m_scope);
-    addChoice(*column, tr("Format"), m_format);
+        new Paragraph(u"Export Coded Excerpts"_s, Fonts::headline(), Symbols::Tint::text, titleHeight, this));
+    addChoice(*column, u"Scope"_s, m_scope);
+    addChoice(*column, u"Format"_s, m_format);
     column->addWidget(m_summary);
     addButtons(*column);
     m_scope->setCurrentIndex(int(availableScopes().size()) - 1);
@@ -91,11 +91,11 @@ void ExportSheet::addChoice(QVBoxLayout &column, const QString &caption, Segment
 
 void ExportSheet::addButtons(QVBoxLayout &column)
 {
-    auto *cancel = new QPushButton(tr("Cancel"), this);
+    auto *cancel = new QPushButton(u"Cancel"_s, this);
     cancel->setObjectName(u"cancel"_s);
     cancel->setAutoDefault(false); // Return always means the other one
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-    auto *run = new QPushButton(tr("Export"), this);
+    auto *run = new QPushButton(u"Export"_s, this);
     run->setObjectName(u"export"_s);
     run->setDefault(true);
     setRole(*run, ButtonRole::prominent);
@@ -147,7 +147,7 @@ QString ExportSheet::summary()
         codeCount += group.hits.isEmpty() ? 0 : 1;
         excerptCount += group.hits.size();
     }
-    return LocaleText::number(codeCount) + tr(" codes · ") + LocaleText::number(excerptCount) + tr(" excerpts");
+    return LocaleText::number(codeCount) + u" codes · "_s + LocaleText::number(excerptCount) + u" excerpts"_s;
 }
 
 void ExportSheet::renderScopes()
@@ -169,8 +169,8 @@ void ExportSheet::forgetGroups()
 
 void ExportSheet::runExport()
 {
-    const std::optional<QString> path = m_store.panels().chooseToSave({.title = tr("Export Coded Excerpts"),
-        .prompt = tr("Export"),
+    const std::optional<QString> path = m_store.fileDialogs().chooseToSave({.title = u"Export Coded Excerpts"_s,
+        .prompt = u"Export"_s,
         .proposedName = u"Vorn-Excerpts."_s + ExportFormats::fileExtension(format()),
         .extension = ExportFormats::fileExtension(format())});
     if (!path)

@@ -2,7 +2,7 @@
 
 #include "exchange/ExportCodeGroup.h"
 #include "exchange/ExportFormat.h"
-#include "workspace/controls/Sheet.h"
+#include "kit/controls/Sheet.h"
 
 #include <optional>
 

@@ -1,8 +1,8 @@
 #include "workspace/sheets/PasteEditor.h"
 
+#include "kit/theme/Fonts.h"
+#include "kit/theme/Metrics.h"
 #include "records/TextTrimming.h"
-#include "workspace/theme/Fonts.h"
-#include "workspace/theme/Metrics.h"
 
 #include <QPlainTextDocumentLayout>
 #include <QTextBlock>
@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr int leastHeight = 232;
+constexpr int minHeight = 232;
 constexpr int verticalPadding = 5;
 constexpr int sidePadding = 6;
 constexpr int documentMargin = 2;
@@ -60,7 +60,7 @@ PasteEditor::PasteEditor(QWidget *parent) : QPlainTextEdit(parent)
     setTabChangesFocus(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    setMinimumHeight(leastHeight);
+    setMinimumHeight(minHeight);
 }
 
 QString PasteEditor::text() const

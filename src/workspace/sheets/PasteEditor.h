@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workspace/theme/FocusRing.h"
+#include "kit/theme/FocusRing.h"
 
 #include <QPlainTextEdit>
 

@@ -1,12 +1,12 @@
 #include "workspace/sheets/PasteSheet.h"
 
+#include "kit/controls/Paragraph.h"
+#include "kit/theme/Fonts.h"
+#include "kit/theme/Metrics.h"
+#include "kit/theme/Roles.h"
 #include "library/LibraryStore.h"
 #include "records/LongestName.h"
-#include "workspace/controls/Paragraph.h"
 #include "workspace/sheets/PasteEditor.h"
-#include "workspace/theme/Fonts.h"
-#include "workspace/theme/Metrics.h"
-#include "workspace/theme/Roles.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -30,11 +30,11 @@ PasteSheet::PasteSheet(LibraryStore &store, QWidget &window)
       m_title(new QLineEdit(this)),
       m_text(new PasteEditor(this))
 {
-    setWindowTitle(tr("Paste a Document"));
+    setWindowTitle(u"Paste a Document"_s);
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(padding, padding, padding, padding);
     column->setSpacing(spacing);
-    column->addWidget(new Paragraph(tr("Paste a Document"), Fonts::headline(), Symbols::Tint::text, titleHeight, this));
+    column->addWidget(new Paragraph(u"Paste a Document"_s, Fonts::headline(), Symbols::Tint::text, titleHeight, this));
     addFields(*column);
     addButtons(*column);
     m_text->setFocus();
@@ -48,10 +48,10 @@ void PasteSheet::addFields(QVBoxLayout &column)
 {
     m_title->setObjectName(u"pasteTitle"_s);
     m_title->setMaxLength(longestName); // a field by itself cuts what is pasted much earlier, silently
-    m_title->setPlaceholderText(tr("Title (optional)"));
-    m_title->setAccessibleName(tr("Title"));
+    m_title->setPlaceholderText(u"Title (optional)"_s);
+    m_title->setAccessibleName(u"Title"_s);
     m_text->setObjectName(u"pasteText"_s);
-    m_text->setAccessibleName(tr("Text"));
+    m_text->setAccessibleName(u"Text"_s);
     auto *fields = new QVBoxLayout;
     fields->setSpacing(fieldSpacing);
     fields->addWidget(m_title);
@@ -61,11 +61,11 @@ void PasteSheet::addFields(QVBoxLayout &column)
 
 void PasteSheet::addButtons(QVBoxLayout &column)
 {
-    auto *cancel = new QPushButton(tr("Cancel"), this);
+    auto *cancel = new QPushButton(u"Cancel"_s, this);
     cancel->setObjectName(u"cancel"_s);
     cancel->setAutoDefault(false); // Return always means the other one
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-    m_add = new QPushButton(tr("Add"), this);
+    m_add = new QPushButton(u"Add"_s, this);
     m_add->setObjectName(u"add"_s);
     m_add->setDefault(true);
     setRole(*m_add, ButtonRole::prominent);

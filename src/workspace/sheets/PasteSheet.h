@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workspace/controls/Sheet.h"
+#include "kit/controls/Sheet.h"
 
 class LibraryStore;
 class PasteEditor;

@@ -1,12 +1,14 @@
 #include "workspace/sheets/PopUpList.h"
 
-#include "workspace/lists/RowText.h"
+#include "kit/lists/RowText.h"
 
 #include <QAbstractListModel>
 #include <QListView>
 #include <QSignalBlocker>
 
 #include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -27,7 +29,7 @@ public:
         if (role == Qt::DisplayRole && m_hidesNames)
             return QString();
         if (role == Qt::DisplayRole)
-            return index.row() == 0 ? PopUpList::tr("Choose…") : RowText::oneLine(m_entries.at(index.row() - 1).second);
+            return index.row() == 0 ? u"Choose…"_s : RowText::oneLine(m_entries.at(index.row() - 1).second);
         if (role == Qt::UserRole && index.row() > 0)
             return m_entries.at(index.row() - 1).first;
         return {};

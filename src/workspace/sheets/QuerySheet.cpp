@@ -1,15 +1,15 @@
 #include "workspace/sheets/QuerySheet.h"
 
+#include "kit/controls/Hairline.h"
+#include "kit/controls/Paragraph.h"
+#include "kit/controls/SegmentedControl.h"
+#include "kit/theme/Fonts.h"
+#include "kit/theme/Metrics.h"
+#include "kit/theme/Roles.h"
 #include "library/LibraryStore.h"
 #include "platform/LocaleText.h"
-#include "workspace/controls/Hairline.h"
-#include "workspace/controls/Paragraph.h"
-#include "workspace/controls/SegmentedControl.h"
 #include "workspace/sheets/CodeChoiceList.h"
 #include "workspace/sheets/CodeChoiceModel.h"
-#include "workspace/theme/Fonts.h"
-#include "workspace/theme/Metrics.h"
-#include "workspace/theme/Roles.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -45,7 +45,7 @@ QStringList modeLabels()
     return labels;
 }
 
-qsizetype leastCodeCount(QuerySpec::Mode mode)
+qsizetype minCodeCount(QuerySpec::Mode mode)
 {
     return mode == QuerySpec::Mode::all ? 2 : 1;
 }
@@ -57,7 +57,7 @@ QuerySheet::QuerySheet(LibraryStore &store, QWidget &window)
       m_store(store),
       m_codes(new CodeChoiceModel(this))
 {
-    setWindowTitle(tr("Compound Query"));
+    setWindowTitle(u"Compound Query"_s);
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(edge, edge, edge, edge);
     column->setSpacing(0);
@@ -80,9 +80,9 @@ void QuerySheet::addHeader(QVBoxLayout &column)
 {
     constexpr int spacing = 2;
     constexpr int above = 14;
-    auto *title = new Paragraph(tr("Compound Query"), Fonts::headline(), Symbols::Tint::text, titleHeight, this);
+    auto *title = new Paragraph(u"Compound Query"_s, Fonts::headline(), Symbols::Tint::text, titleHeight, this);
     addPadded(column, title, above);
-    auto *purpose = new Paragraph(tr("Find passages across your codes — together or one by one."), Fonts::callout(),
+    auto *purpose = new Paragraph(u"Find passages across your codes — together or one by one."_s, Fonts::callout(),
         Symbols::Tint::secondary, calloutHeight, this);
     addPadded(column, purpose, spacing);
 }
@@ -93,13 +93,13 @@ void QuerySheet::addConditions(QVBoxLayout &column)
     constexpr int aboveFilter = 10;
     m_mode = new SegmentedControl(modeLabels(), this);
     m_mode->setObjectName(u"queryMode"_s);
-    m_mode->setAccessibleName(tr("Passages coded with"));
+    m_mode->setAccessibleName(u"Passages coded with"_s);
     addPadded(column, m_mode, aboveMode);
     m_textFilter = new QLineEdit(this);
     m_textFilter->setObjectName(u"textFilter"_s);
     m_textFilter->setMaxLength(std::numeric_limits<int>::max()); // a field by itself cuts what is pasted, silently
-    m_textFilter->setPlaceholderText(tr("Only passages containing… (optional)"));
-    m_textFilter->setAccessibleName(tr("Only passages containing"));
+    m_textFilter->setPlaceholderText(u"Only passages containing… (optional)"_s);
+    m_textFilter->setAccessibleName(u"Only passages containing"_s);
     addPadded(column, m_textFilter, aboveFilter);
 }
 
@@ -107,12 +107,12 @@ void QuerySheet::addCodes(QVBoxLayout &column)
 {
     constexpr int above = 12;
     addPadded(
-        column, new Paragraph(tr("Codes"), Fonts::sectionHead(), Symbols::Tint::secondary, captionHeight, this), above);
+        column, new Paragraph(u"Codes"_s, Fonts::sectionHead(), Symbols::Tint::secondary, captionHeight, this), above);
     m_list = new CodeChoiceList(*m_codes, this);
     m_list->setObjectName(u"codeChoices"_s);
     column.addWidget(m_list);
-    m_noCodes = new Paragraph(tr("No codes yet — code some passages first."), Fonts::callout(),
-        Symbols::Tint::secondary, calloutHeight, this);
+    m_noCodes = new Paragraph(
+        u"No codes yet — code some passages first."_s, Fonts::callout(), Symbols::Tint::secondary, calloutHeight, this);
     m_noCodes->setObjectName(u"noCodes"_s);
     m_noCodes->setContentsMargins(side, side, side, side);
     column.addWidget(m_noCodes);
@@ -122,11 +122,11 @@ void QuerySheet::addFooter(QVBoxLayout &column)
 {
     m_hint = new Paragraph({}, Fonts::caption(), Symbols::Tint::secondary, captionHeight, this);
     m_hint->setObjectName(u"choiceHint"_s);
-    auto *cancel = new QPushButton(tr("Cancel"), this);
+    auto *cancel = new QPushButton(u"Cancel"_s, this);
     cancel->setObjectName(u"cancel"_s);
     cancel->setAutoDefault(false); // Return always means the other one
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-    m_run = new QPushButton(tr("Run Query"), this);
+    m_run = new QPushButton(u"Run Query"_s, this);
     m_run->setObjectName(u"runQuery"_s);
     m_run->setDefault(true);
     setRole(*m_run, ButtonRole::prominent);
@@ -156,12 +156,12 @@ void QuerySheet::renderCodes()
 void QuerySheet::renderChoice()
 {
     const qsizetype count = m_codes->chosenCount();
-    const bool isEnough = count >= leastCodeCount(mode());
+    const bool isEnough = count >= minCodeCount(mode());
     if (isEnough)
-        m_hint->setText(tr("%1 selected").arg(LocaleText::number(count)));
+        m_hint->setText(u"%1 selected"_s.arg(LocaleText::number(count)));
     else
         m_hint->setText(
-            mode() == QuerySpec::Mode::all ? tr("Pick at least 2 codes to intersect.") : tr("Pick at least 1 code."));
+            mode() == QuerySpec::Mode::all ? u"Pick at least 2 codes to intersect."_s : u"Pick at least 1 code."_s);
     m_run->setEnabled(isEnough);
 }
 

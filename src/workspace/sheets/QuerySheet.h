@@ -1,7 +1,7 @@
 #pragma once
 
 #include "analysis/QuerySpec.h"
-#include "workspace/controls/Sheet.h"
+#include "kit/controls/Sheet.h"
 
 class CodeChoiceList;
 class CodeChoiceModel;

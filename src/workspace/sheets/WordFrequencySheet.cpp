@@ -1,16 +1,16 @@
 #include "workspace/sheets/WordFrequencySheet.h"
 
+#include "kit/controls/ElidedLabel.h"
+#include "kit/controls/Paragraph.h"
+#include "kit/controls/SegmentedControl.h"
+#include "kit/controls/Stepper.h"
+#include "kit/controls/ToggleSwitch.h"
+#include "kit/theme/Fonts.h"
+#include "kit/theme/Metrics.h"
+#include "kit/theme/Roles.h"
 #include "library/LibraryStore.h"
 #include "platform/LocaleText.h"
-#include "workspace/controls/ElidedLabel.h"
-#include "workspace/controls/Paragraph.h"
-#include "workspace/controls/SegmentedControl.h"
-#include "workspace/controls/Stepper.h"
-#include "workspace/controls/ToggleSwitch.h"
 #include "workspace/sheets/PopUpList.h"
-#include "workspace/theme/Fonts.h"
-#include "workspace/theme/Metrics.h"
-#include "workspace/theme/Roles.h"
 
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -28,7 +28,7 @@ constexpr int spacing = 16;
 constexpr int headerSpacing = 2;
 constexpr int titleHeight = 17;
 constexpr int calloutHeight = 16;
-constexpr int leastLabelWidth = 74;
+constexpr int minLabelWidth = 74;
 constexpr int besideSmallControls = 9;
 constexpr int shadowRoom = 2; // of the stepper, above and below, which adds to the spacing there
 
@@ -36,10 +36,10 @@ enum ScopeKind { allDocuments, oneDocument, oneCode };
 
 constexpr int shortestMinLength = 2;
 constexpr int longestMinLength = 8;
-constexpr int usualMinLength = 3;
+constexpr int defaultMinLength = 3;
 
 constexpr std::array limits{25, 50, 100};
-constexpr int usualLimit = 1; // its index
+constexpr int defaultLimit = 1; // its index
 
 QStringList limitLabels()
 {
@@ -53,7 +53,7 @@ QStringList limitLabels()
 
 WordFrequencySheet::WordFrequencySheet(LibraryStore &store, QWidget &window) : Sheet(window, sheetWidth), m_store(store)
 {
-    setWindowTitle(tr("Word Frequency"));
+    setWindowTitle(u"Word Frequency"_s);
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(padding, padding, padding, padding);
     column->setSpacing(spacing);
@@ -84,8 +84,8 @@ ElidedLabel *WordFrequencySheet::makeLabel(const QString &text)
 {
     auto *label = new ElidedLabel(text, Fonts::body(), Symbols::Tint::text, this);
     const QFontMetrics metrics(Fonts::body());
-    int widest = leastLabelWidth;
-    for (const QString &each : {tr("Document"), tr("Code"), tr("Show top")})
+    int widest = minLabelWidth;
+    for (const QString &each : {u"Document"_s, u"Code"_s, u"Show top"_s})
         widest = std::max(widest, metrics.horizontalAdvance(each) + 1);
     label->setFixedWidth(widest);
     return label;
@@ -95,17 +95,17 @@ void WordFrequencySheet::addHeader(QVBoxLayout &column)
 {
     auto *header = new QVBoxLayout;
     header->setSpacing(headerSpacing);
-    header->addWidget(new Paragraph(tr("Word Frequency"), Fonts::headline(), Symbols::Tint::text, titleHeight, this));
-    header->addWidget(new Paragraph(tr("Count the most frequent terms — a quick map of what the text is about."),
+    header->addWidget(new Paragraph(u"Word Frequency"_s, Fonts::headline(), Symbols::Tint::text, titleHeight, this));
+    header->addWidget(new Paragraph(u"Count the most frequent terms — a quick map of what the text is about."_s,
         Fonts::callout(), Symbols::Tint::secondary, calloutHeight, this));
     column.addLayout(header);
 }
 
 void WordFrequencySheet::addScope(QVBoxLayout &column)
 {
-    m_scopeKind = new SegmentedControl({tr("All documents"), tr("Document"), tr("Code")}, this);
+    m_scopeKind = new SegmentedControl({u"All documents"_s, u"Document"_s, u"Code"_s}, this);
     m_scopeKind->setObjectName(u"scopeKind"_s);
-    m_scopeKind->setAccessibleName(tr("Scope"));
+    m_scopeKind->setAccessibleName(u"Scope"_s);
     column.addWidget(m_scopeKind);
     const auto addRow = [&](PopUpList *list, const QString &name, const QString &label) {
         list->setObjectName(name);
@@ -120,9 +120,9 @@ void WordFrequencySheet::addScope(QVBoxLayout &column)
         return row;
     };
     m_document = new PopUpList(this);
-    m_documentRow = addRow(m_document, u"scopeDocument"_s, tr("Document"));
+    m_documentRow = addRow(m_document, u"scopeDocument"_s, u"Document"_s);
     m_code = new PopUpList(this);
-    m_codeRow = addRow(m_code, u"scopeCode"_s, tr("Code"));
+    m_codeRow = addRow(m_code, u"scopeCode"_s, u"Code"_s);
 }
 
 void WordFrequencySheet::addConditions(QVBoxLayout &column)
@@ -131,11 +131,11 @@ void WordFrequencySheet::addConditions(QVBoxLayout &column)
     m_minLengthLabel->setObjectName(u"minLengthLabel"_s);
     m_minLength = new Stepper(shortestMinLength, longestMinLength, this);
     m_minLength->setObjectName(u"minLength"_s);
-    m_minLength->setAccessibleName(tr("Min length"));
-    m_minLength->setValue(usualMinLength);
+    m_minLength->setAccessibleName(u"Min length"_s);
+    m_minLength->setValue(defaultMinLength);
     m_ignoreStopwords = new ToggleSwitch(this);
     m_ignoreStopwords->setObjectName(u"ignoreStopwords"_s);
-    m_ignoreStopwords->setAccessibleName(tr("Ignore common words"));
+    m_ignoreStopwords->setAccessibleName(u"Ignore common words"_s);
     m_ignoreStopwords->setChecked(true);
 
     auto *row = new QHBoxLayout;
@@ -143,7 +143,7 @@ void WordFrequencySheet::addConditions(QVBoxLayout &column)
     row->addWidget(m_minLengthLabel);
     row->addWidget(m_minLength);
     row->addStretch();
-    row->addWidget(new ElidedLabel(tr("Ignore common words"), Fonts::body(), Symbols::Tint::text, this));
+    row->addWidget(new ElidedLabel(u"Ignore common words"_s, Fonts::body(), Symbols::Tint::text, this));
     row->addWidget(m_ignoreStopwords);
     column.addLayout(row);
 }
@@ -152,22 +152,22 @@ void WordFrequencySheet::addLimit(QVBoxLayout &column)
 {
     m_limit = new SegmentedControl(limitLabels(), this);
     m_limit->setObjectName(u"limit"_s);
-    m_limit->setAccessibleName(tr("Show top"));
-    m_limit->setCurrentIndex(usualLimit);
+    m_limit->setAccessibleName(u"Show top"_s);
+    m_limit->setCurrentIndex(defaultLimit);
     auto *row = new QHBoxLayout;
     row->setSpacing(Metrics::controlSpacing);
-    row->addWidget(makeLabel(tr("Show top")));
+    row->addWidget(makeLabel(u"Show top"_s));
     row->addWidget(m_limit, 1);
     column.addLayout(row);
 }
 
 void WordFrequencySheet::addButtons(QVBoxLayout &column)
 {
-    auto *cancel = new QPushButton(tr("Cancel"), this);
+    auto *cancel = new QPushButton(u"Cancel"_s, this);
     cancel->setObjectName(u"cancel"_s);
     cancel->setAutoDefault(false); // Return always means the other one
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-    m_count = new QPushButton(tr("Count"), this);
+    m_count = new QPushButton(u"Count"_s, this);
     m_count->setObjectName(u"count"_s);
     m_count->setDefault(true);
     setRole(*m_count, ButtonRole::prominent);
@@ -223,7 +223,7 @@ void WordFrequencySheet::renderScope()
 
 void WordFrequencySheet::renderMinLength()
 {
-    m_minLengthLabel->setText(tr("Min length: ") + LocaleText::number(m_minLength->value()));
+    m_minLengthLabel->setText(u"Min length: "_s + LocaleText::number(m_minLength->value()));
 }
 
 /// When the sheet has closed and the focus is back in the window, so that it follows what the count shows there.

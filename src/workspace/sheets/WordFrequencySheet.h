@@ -1,7 +1,7 @@
 #pragma once
 
 #include "analysis/WordFrequency.h"
-#include "workspace/controls/Sheet.h"
+#include "kit/controls/Sheet.h"
 
 #include <optional>
 

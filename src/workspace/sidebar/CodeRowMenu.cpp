@@ -1,12 +1,14 @@
 #include "workspace/sidebar/CodeRowMenu.h"
 
+#include "kit/lists/RowText.h"
+#include "kit/theme/CodeColor.h"
+#include "kit/theme/Roles.h"
+#include "kit/theme/Symbols.h"
 #include "records/CodePalette.h"
-#include "workspace/lists/RowText.h"
-#include "workspace/theme/CodeColor.h"
-#include "workspace/theme/Roles.h"
-#include "workspace/theme/Symbols.h"
 
 #include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -21,20 +23,20 @@ QList<Code> withoutCode(QList<Code> codes, const QUuid &id)
 CodeRowMenu::CodeRowMenu(const Code &code, const QList<Code> &codes, QWidget *parent) : QMenu(parent)
 {
     const QList<Code> others = withoutCode(codes, code.id);
-    addAction(tr("Rename"), this, &CodeRowMenu::renamePicked);
+    addAction(u"Rename"_s, this, &CodeRowMenu::renamePicked);
     addColors();
     addSeparator();
     if (code.parentID)
-        addAction(tr("Move to Top Level"), this, &CodeRowMenu::topLevelPicked);
-    addCodes(tr("Nest Under"), others, &CodeRowMenu::parentPicked);
-    addCodes(tr("Merge Into"), others, &CodeRowMenu::mergeTargetPicked);
+        addAction(u"Move to Top Level"_s, this, &CodeRowMenu::topLevelPicked);
+    addCodes(u"Nest Under"_s, others, &CodeRowMenu::parentPicked);
+    addCodes(u"Merge Into"_s, others, &CodeRowMenu::mergeTargetPicked);
     addSeparator();
-    setDestructive(*addAction(tr("Delete…"), this, &CodeRowMenu::deletePicked));
+    setDestructive(*addAction(u"Delete…"_s, this, &CodeRowMenu::deletePicked));
 }
 
 void CodeRowMenu::addColors()
 {
-    QMenu *menu = addMenu(tr("Color"));
+    QMenu *menu = addMenu(u"Color"_s);
     for (const PaletteColor &color : CodePalette::colors()) {
         const QIcon dot = Symbols::dot(CodeColor::orAccent(color.hex));
         menu->addAction(dot, color.name, this, [this, hex = color.hex] { Q_EMIT colorPicked(hex); });

@@ -1,14 +1,14 @@
 #include "workspace/sidebar/DragPicture.h"
 
+#include "kit/theme/Compositing.h"
+#include "kit/theme/Painting.h"
+#include "kit/theme/Shadow.h"
+#include "kit/theme/Theme.h"
+#include "kit/theme/ThemeColors.h"
 #include "workspace/sidebar/SidebarDelegate.h"
 #include "workspace/sidebar/SidebarList.h"
 #include "workspace/sidebar/SidebarMetrics.h"
 #include "workspace/sidebar/SidebarModel.h"
-#include "workspace/theme/Compositing.h"
-#include "workspace/theme/Painting.h"
-#include "workspace/theme/Shadow.h"
-#include "workspace/theme/Theme.h"
-#include "workspace/theme/ThemeColors.h"
 
 #include <QPainter>
 

@@ -1,7 +1,7 @@
 #include "workspace/sidebar/InlineField.h"
 
+#include "kit/theme/FocusRing.h"
 #include "records/LongestName.h"
-#include "workspace/theme/FocusRing.h"
 
 #include <QKeyEvent>
 #include <QStyleOptionFrame>

@@ -1,18 +1,18 @@
 #include "workspace/sidebar/SidebarDelegate.h"
 
+#include "kit/controls/TextToolTip.h"
+#include "kit/lists/RowList.h"
+#include "kit/lists/RowText.h"
+#include "kit/theme/CodeColor.h"
+#include "kit/theme/Fonts.h"
+#include "kit/theme/Painting.h"
+#include "kit/theme/Symbols.h"
+#include "kit/theme/Theme.h"
+#include "kit/theme/ThemeColors.h"
 #include "platform/LocaleText.h"
-#include "workspace/controls/TextToolTip.h"
-#include "workspace/lists/RowList.h"
-#include "workspace/lists/RowText.h"
 #include "workspace/sidebar/SidebarList.h"
 #include "workspace/sidebar/SidebarMetrics.h"
 #include "workspace/sidebar/SidebarModel.h"
-#include "workspace/theme/CodeColor.h"
-#include "workspace/theme/Fonts.h"
-#include "workspace/theme/Painting.h"
-#include "workspace/theme/Symbols.h"
-#include "workspace/theme/Theme.h"
-#include "workspace/theme/ThemeColors.h"
 
 #include <QHelpEvent>
 #include <QPainter>
@@ -165,11 +165,11 @@ void SidebarDelegate::paintHint(QPainter &painter, const QRect &rect, const Side
     painter.drawText(hintRect(rect), Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, row.text);
 }
 
-void SidebarDelegate::paintContent(
-    QPainter &painter, const QRect &rect, const SidebarRow &row, Qt::LayoutDirection direction, bool isAwake) const
+void SidebarDelegate::paintContent(QPainter &painter, const QRect &rect, const SidebarRow &row,
+    Qt::LayoutDirection direction, bool isHighlighted) const
 {
     const ThemeColors &colors = Theme::colors();
-    const QColor buttonColor = isAwake ? colors.text : colors.secondary;
+    const QColor buttonColor = isHighlighted ? colors.text : colors.secondary;
     paintMark(painter, rect, row, buttonColor, direction);
     if (row.isEdited)
         return;

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "kit/theme/RowPainter.h"
 #include "workspace/sidebar/SidebarRow.h"
-#include "workspace/theme/RowPainter.h"
 
 #include <QFont>
 #include <QStyledItemDelegate>
@@ -20,8 +20,8 @@ public:
         const QModelIndex &index) override;
 
     /// The line's mark and texts in `rect`, without any ground.
-    void paintContent(
-        QPainter &painter, const QRect &rect, const SidebarRow &row, Qt::LayoutDirection direction, bool isAwake) const;
+    void paintContent(QPainter &painter, const QRect &rect, const SidebarRow &row, Qt::LayoutDirection direction,
+        bool isHighlighted) const;
 
 private:
     void paintGround(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index) const;

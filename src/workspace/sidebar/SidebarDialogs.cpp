@@ -1,15 +1,17 @@
 #include "workspace/sidebar/SidebarDialogs.h"
 
-#include "workspace/controls/Shortened.h"
+#include "kit/controls/Shortened.h"
 #include "workspace/sidebar/StoreLookup.h"
+
+using namespace Qt::StringLiterals;
 
 void SidebarDialogs::askToDelete(const Code &code)
 {
     Alert::Content content;
-    content.title = tr("Delete “%1”?").arg(shortened(code.name));
+    content.title = u"Delete “%1”?"_s.arg(shortened(code.name));
     content.message =
-        tr("“%1” and all its coded excerpts will be removed. This can't be undone.").arg(shortened(code.name));
-    content.action = tr("Delete");
+        u"“%1” and all its coded excerpts will be removed. This can't be undone."_s.arg(shortened(code.name));
+    content.action = u"Delete"_s;
     content.actionRole = ButtonRole::destructive;
     content.onAction = [&store = m_store, id = code.id](const QString &) {
         if (const auto deleted = StoreLookup::code(store, id))
@@ -22,10 +24,10 @@ void SidebarDialogs::askToMerge(const Code &source, const Code &target)
 {
     const QString count = QString::number(m_store.codeCounts()->value(source.id));
     Alert::Content content;
-    content.title = tr("Merge Codes?");
-    content.message = tr("“%1” will be merged into “%2”: %3 coded excerpts move over, then “%1” is removed.")
-                          .arg(shortened(source.name), shortened(target.name), count);
-    content.action = tr("Merge");
+    content.title = u"Merge Codes?"_s;
+    content.message = u"“%1” will be merged into “%2”: %3 coded excerpts move over, then “%1” is removed."_s.arg(
+        shortened(source.name), shortened(target.name), count);
+    content.action = u"Merge"_s;
     content.onAction = [&store = m_store, sourceID = source.id, targetID = target.id](const QString &) {
         const auto merged = StoreLookup::code(store, sourceID);
         const auto into = StoreLookup::code(store, targetID);
@@ -38,9 +40,9 @@ void SidebarDialogs::askToMerge(const Code &source, const Code &target)
 void SidebarDialogs::askForName(const Project &project)
 {
     Alert::Content content;
-    content.title = tr("Rename “%1”").arg(shortened(project.name));
-    content.field = Alert::Field{.text = project.name, .placeholder = tr("Project name"), .accessibleName = {}};
-    content.action = tr("Rename");
+    content.title = u"Rename “%1”"_s.arg(shortened(project.name));
+    content.field = Alert::Field{.text = project.name, .placeholder = u"Project name"_s, .accessibleName = {}};
+    content.action = u"Rename"_s;
     content.onAction = [&store = m_store, id = project.id](const QString &name) {
         if (const auto renamed = StoreLookup::project(store, id))
             store.renameProject(*renamed, name);
@@ -51,10 +53,10 @@ void SidebarDialogs::askForName(const Project &project)
 void SidebarDialogs::askForNewProject()
 {
     Alert::Content content;
-    content.title = tr("New Project");
-    content.message = tr("Projects keep their own documents, codes, and memos.");
-    content.field = Alert::Field{.text = {}, .placeholder = tr("Project name"), .accessibleName = {}};
-    content.action = tr("Create");
+    content.title = u"New Project"_s;
+    content.message = u"Projects keep their own documents, codes, and memos."_s;
+    content.field = Alert::Field{.text = {}, .placeholder = u"Project name"_s, .accessibleName = {}};
+    content.action = u"Create"_s;
     content.onAction = [&store = m_store](const QString &name) { store.createProject(name); };
     show(content);
 }
@@ -64,6 +66,6 @@ void SidebarDialogs::show(const Alert::Content &content)
     if (m_pending != nullptr)
         m_pending->reject();
     Alert::Content cancellable = content;
-    cancellable.cancel = tr("Cancel");
+    cancellable.cancel = u"Cancel"_s;
     m_pending = Alert::show(m_parent, cancellable);
 }

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "kit/controls/Alert.h"
 #include "records/Code.h"
 #include "records/Project.h"
-#include "workspace/controls/Alert.h"
 
 #include <QCoreApplication>
 #include <QPointer>

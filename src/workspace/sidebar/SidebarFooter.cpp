@@ -1,9 +1,9 @@
 #include "workspace/sidebar/SidebarFooter.h"
 
-#include "workspace/theme/Fonts.h"
-#include "workspace/theme/Symbols.h"
-#include "workspace/theme/Theme.h"
-#include "workspace/theme/ThemeColors.h"
+#include "kit/theme/Fonts.h"
+#include "kit/theme/Symbols.h"
+#include "kit/theme/Theme.h"
+#include "kit/theme/ThemeColors.h"
 
 #include <QPainter>
 #include <QStyle>
@@ -24,7 +24,7 @@ constexpr int spacing = 6;
 SidebarFooter::SidebarFooter(QWidget *parent) : QWidget(parent)
 {
     setFont(Fonts::caption());
-    setAccessibleName(tr("Offline · stored on this Mac"));
+    setAccessibleName(u"Offline · stored on this Mac"_s);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
 

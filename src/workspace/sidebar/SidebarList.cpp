@@ -1,8 +1,8 @@
 #include "workspace/sidebar/SidebarList.h"
 
+#include "kit/theme/Theme.h"
+#include "kit/theme/ThemeColors.h"
 #include "workspace/sidebar/DragPicture.h"
-#include "workspace/theme/Theme.h"
-#include "workspace/theme/ThemeColors.h"
 
 #include <QApplication>
 #include <QDrag>

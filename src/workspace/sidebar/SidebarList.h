@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workspace/lists/RowList.h"
+#include "kit/lists/RowList.h"
 
 #include <functional>
 

@@ -1,15 +1,15 @@
 #pragma once
 
-#include "workspace/theme/Metrics.h"
+#include "kit/theme/Metrics.h"
 
 #include <QRect>
 
 /// Distances in the sidebar, in logical pixels. Rectangles are for a layout from left to right.
 namespace SidebarMetrics {
 
-inline constexpr int leastWidth = 185;
-inline constexpr int usualWidth = 210;
-inline constexpr int greatestWidth = 280;
+inline constexpr int minWidth = 185;
+inline constexpr int defaultWidth = 210;
+inline constexpr int maxWidth = 280;
 
 inline constexpr int rowInset = 8; ///< of a row's fill from the column's edges
 inline constexpr int contentLine = 16; ///< where heads, hint and icons begin

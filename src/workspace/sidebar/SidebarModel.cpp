@@ -95,9 +95,9 @@ QVariant SidebarModel::data(const QModelIndex &index, int role) const
         return {};
     switch (row.kind) {
     case SidebarRow::Kind::project:
-        return counted(row, tr("document"), tr("documents"));
+        return counted(row, u"document"_s, u"documents"_s);
     case SidebarRow::Kind::code:
-        return counted(row, tr("coded passage"), tr("coded passages"));
+        return counted(row, u"coded passage"_s, u"coded passages"_s);
     case SidebarRow::Kind::head:
     case SidebarRow::Kind::newProject:
     case SidebarRow::Kind::hint:

@@ -4,6 +4,8 @@
 
 #include <QCoreApplication>
 
+using namespace Qt::StringLiterals;
+
 using Kind = SidebarRow::Kind;
 
 namespace {
@@ -46,19 +48,19 @@ SidebarRow codeRow(const FlatCode &line, const QHash<QUuid, qint64> &counts)
 
 SidebarRows sidebarRows(const LibraryStore &store, const OpenFields &fields)
 {
-    SidebarRows rows{fixedRow(Kind::head, Texts::tr("Projects"))};
+    SidebarRows rows{fixedRow(Kind::head, u"Projects"_s)};
     for (const Project &project : store.projects().get())
         rows.push_back(projectRow(project, store.projectDocCounts().get()));
-    rows.push_back(fixedRow(Kind::newProject, Texts::tr("New Project…")));
+    rows.push_back(fixedRow(Kind::newProject, u"New Project…"_s));
 
-    rows.push_back(fixedRow(Kind::head, Texts::tr("Codes")));
+    rows.push_back(fixedRow(Kind::head, u"Codes"_s));
     if (store.codes()->isEmpty() && !fields.isAddingCode)
-        rows.push_back(fixedRow(Kind::hint, Texts::tr("Select text in a document to code it")));
+        rows.push_back(fixedRow(Kind::hint, u"Select text in a document to code it"_s));
     for (const FlatCode &line : store.orderedCodes()) {
         rows.push_back(codeRow(line, store.codeCounts().get()));
         rows.back().isEdited = line.id() == fields.renamingCodeID;
     }
-    rows.push_back(fixedRow(Kind::newCode, Texts::tr("New Code…")));
+    rows.push_back(fixedRow(Kind::newCode, u"New Code…"_s));
     rows.back().isEdited = fields.isAddingCode;
     return rows;
 }

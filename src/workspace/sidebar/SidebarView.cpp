@@ -1,7 +1,10 @@
 #include "workspace/sidebar/SidebarView.h"
 
+#include "kit/controls/ElidedLabel.h"
+#include "kit/theme/Fonts.h"
+#include "kit/theme/Theme.h"
+#include "kit/theme/ThemeColors.h"
 #include "library/LibraryStore.h"
-#include "workspace/controls/ElidedLabel.h"
 #include "workspace/sidebar/CodeRowMenu.h"
 #include "workspace/sidebar/InlineField.h"
 #include "workspace/sidebar/SidebarDelegate.h"
@@ -10,9 +13,6 @@
 #include "workspace/sidebar/SidebarMetrics.h"
 #include "workspace/sidebar/SidebarModel.h"
 #include "workspace/sidebar/StoreLookup.h"
-#include "workspace/theme/Fonts.h"
-#include "workspace/theme/Theme.h"
-#include "workspace/theme/ThemeColors.h"
 
 #include <QPainter>
 #include <QSignalBlocker>
@@ -23,7 +23,7 @@ using Kind = SidebarRow::Kind;
 
 namespace {
 
-constexpr int usualHeight = 600;
+constexpr int defaultHeight = 600;
 
 } // namespace
 
@@ -31,13 +31,13 @@ SidebarView::SidebarView(LibraryStore &store, QWidget *parent)
     : QWidget(parent),
       m_store(store),
       m_model(new SidebarModel(this)),
-      m_list(new SidebarList(tr("Projects and codes"), this)),
-      m_newCodeField(new InlineField(tr("New code name"), *m_list, m_list->viewport())),
-      m_renameField(new InlineField(tr("Name"), *m_list, m_list->viewport())),
+      m_list(new SidebarList(u"Projects and codes"_s, this)),
+      m_newCodeField(new InlineField(u"New code name"_s, *m_list, m_list->viewport())),
+      m_renameField(new InlineField(u"Name"_s, *m_list, m_list->viewport())),
       m_dialogs(store, *this)
 {
-    setMinimumWidth(SidebarMetrics::leastWidth);
-    setMaximumWidth(SidebarMetrics::greatestWidth);
+    setMinimumWidth(SidebarMetrics::minWidth);
+    setMaximumWidth(SidebarMetrics::maxWidth);
     m_list->setObjectName(u"sidebarList"_s);
     m_list->setModel(m_model);
     m_list->setItemDelegate(new SidebarDelegate(m_list));
@@ -53,7 +53,7 @@ SidebarView::SidebarView(LibraryStore &store, QWidget *parent)
 
 QSize SidebarView::sizeHint() const
 {
-    return {SidebarMetrics::usualWidth, usualHeight};
+    return {SidebarMetrics::defaultWidth, defaultHeight};
 }
 
 void SidebarView::buildLayout()
@@ -61,7 +61,7 @@ void SidebarView::buildLayout()
     auto *head = new QHBoxLayout;
     head->setContentsMargins(SidebarMetrics::contentLine, 0, SidebarMetrics::contentLine, 0);
     head->addStrut(Metrics::columnHeadHeight);
-    head->addWidget(new ElidedLabel(tr("Vorn"), Fonts::columnTitle(), Symbols::Tint::text, this));
+    head->addWidget(new ElidedLabel(u"Vorn"_s, Fonts::columnTitle(), Symbols::Tint::text, this));
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins({});
     column->setSpacing(0);
@@ -169,7 +169,7 @@ void SidebarView::showMenu(const QModelIndex &index, const QPoint &globalPositio
 void SidebarView::showProjectMenu(const QModelIndex &index, const QPoint &globalPosition)
 {
     auto *menu = new QMenu(this);
-    menu->addAction(tr("Rename Project…"), this, [this, id = SidebarModel::rowAt(index).id] {
+    menu->addAction(u"Rename Project…"_s, this, [this, id = SidebarModel::rowAt(index).id] {
         if (const auto project = StoreLookup::project(m_store, id))
             m_dialogs.askForName(*project);
     });

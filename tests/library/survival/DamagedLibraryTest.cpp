@@ -97,7 +97,7 @@ TEST(DamagedLibrary, IsRefusedOrUsedAsFarAsItGoesAndNeverBringsTheProgramDown)
 {
     Workplace place;
     place.restoreLibrary();
-    const QByteArray sound = AtomicFile::read(place.libraryFile());
+    const QByteArray sound = AtomicFile::readFile(place.libraryFile());
     const QString journal = place.libraryFile() + u"-journal"_s;
     const int copies = parameter("VORN_DAMAGED_COPIES", 50);
     int refused = 0;

@@ -13,13 +13,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Deed {
+struct Operation {
     const char *name;
     void (*perform)(TestLibrary &library, const Workplace &place);
     const char *complaint; ///< the beginning of what a failure says; null where failures show by themselves
 };
 
-const Deed deeds[] = {
+const Operation deeds[] = {
     {"import of files",
         [](TestLibrary &library, const Workplace &place) {
             library.store.importURLs({QUrl::fromLocalFile(place.material(u"two.txt"_s))});
@@ -99,9 +99,9 @@ void expectTruth(TestLibrary &library, const Workplace &place)
 }
 
 /// A deed on the same library, undisturbed and while the disk fails.
-class DeedOnFailingDisk {
+class OperationOnFailingDisk {
 public:
-    DeedOnFailingDisk(const Deed &deed, Workplace &place) : m_deed(deed), m_place(place)
+    OperationOnFailingDisk(const Operation &deed, Workplace &place) : m_deed(deed), m_place(place)
     {
         m_place.restoreLibrary();
         m_before = digestOfFile(m_place);
@@ -153,7 +153,7 @@ private:
             std::printf("    %s\n", qPrintable(complaint));
     }
 
-    const Deed &m_deed;
+    const Operation &m_deed;
     Workplace &m_place;
     QString m_before;
     QString m_after;
@@ -186,9 +186,9 @@ TEST_P(FailingDisk, LeavesTheLibraryAsItWasAndTheProgramAtWork)
     Workplace place;
     if (GetParam().needsSmallDisk && !place.putOnSmallDisk(place.library(), 2'000))
         GTEST_SKIP() << "only root may have a disk of her own";
-    for (const Deed &deed : deeds) {
+    for (const Operation &deed : deeds) {
         SCOPED_TRACE(deed.name);
-        DeedOnFailingDisk attempt(deed, place);
+        OperationOnFailingDisk attempt(deed, place);
         EXPECT_FALSE(attempt.happens([&] { return GetParam().strike(place, place.library()); }));
     }
 }
@@ -202,9 +202,9 @@ TEST(DiskThatEnds, AnywhereInAWriteDoesAllOfItOrNothing)
     const int given = qEnvironmentVariableIntValue("VORN_LIMIT_STEP");
     const rlim_t step = given > 0 ? rlim_t(given) : 23'456;
     Workplace place;
-    for (const Deed &deed : deeds) {
+    for (const Operation &deed : deeds) {
         SCOPED_TRACE(deed.name);
-        DeedOnFailingDisk attempt(deed, place);
+        OperationOnFailingDisk attempt(deed, place);
         const rlim_t enough = rlim_t(QFileInfo(place.libraryFile()).size()) + 200'000;
         int failures = 0;
         int successes = 0;
@@ -224,9 +224,9 @@ TEST(DiskThatFillsUp, AnywhereInAWriteDoesAllOfItOrNothing)
     if (!place.putOnSmallDisk(place.library(), 2'000))
         GTEST_SKIP() << "only root may have a disk of her own";
     constexpr qint64 page = 4'096; // the disk's, bytes
-    for (const Deed &deed : deeds) {
+    for (const Operation &deed : deeds) {
         SCOPED_TRACE(deed.name);
-        DeedOnFailingDisk attempt(deed, place);
+        OperationOnFailingDisk attempt(deed, place);
         int failures = 0;
         int successes = 0;
         for (qint64 free = 0; free < 100 * page && successes < 2 && !HasFailure(); free += page) {

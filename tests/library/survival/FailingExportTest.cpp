@@ -36,13 +36,13 @@ const Export exportKinds[] = {
     {"html", [](TestLibrary &library, const QString &path) { writeReport(library, ExportFormat::html, path); }, true},
     {"codebook",
         [](TestLibrary &library, const QString &path) {
-            library.panels.pathToSave = path;
+            library.fileDialogs.pathToSave = path;
             library.store.presentExportQdcPanel();
         },
         true},
     {"archive",
         [](TestLibrary &library, const QString &path) {
-            library.panels.pathToSave = path;
+            library.fileDialogs.pathToSave = path;
             library.store.presentExportQdpxPanel();
         },
         false},
@@ -93,7 +93,7 @@ private:
         if (qEnvironmentVariableIsSet("VORN_SHOW"))
             std::printf("    %s\n", qPrintable(complaint));
         if (kind.keepsOldFile || QFile::exists(path)) {
-            EXPECT_EQ(AtomicFile::read(path), "old");
+            EXPECT_EQ(AtomicFile::readFile(path), "old");
         }
     }
     [[nodiscard]] QStringList names() const

@@ -18,7 +18,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// Something that stands where the library should be, or has it.
-struct Stranger {
+struct ForeignFile {
     const char *name;
     /// Puts it there; what it returns lives as long as the test needs it.
     std::function<std::shared_ptr<void>(const QString &path)> put;
@@ -26,7 +26,7 @@ struct Stranger {
     bool needsAnotherUser = false; ///< since root may do everything
 };
 
-Stranger bytes(const char *name, const QByteArray &content)
+ForeignFile bytes(const char *name, const QByteArray &content)
 {
     return {name,
         [content](const QString &path) {
@@ -36,7 +36,7 @@ Stranger bytes(const char *name, const QByteArray &content)
         "file is not a database"};
 }
 
-Stranger database(const char *name, const QByteArrayList &statements, const char *complaint)
+ForeignFile database(const char *name, const QByteArrayList &statements, const char *complaint)
 {
     return {name,
         [statements](const QString &path) {
@@ -52,7 +52,7 @@ Stranger database(const char *name, const QByteArrayList &statements, const char
 }
 
 /// What a killed program has left in `companion` beside the file isn't in the file yet, or must come out of it again.
-Stranger unfinished(const char *name, const char *companion, const QByteArrayList &statements, const char *complaint)
+ForeignFile unfinished(const char *name, const char *companion, const QByteArrayList &statements, const char *complaint)
 {
     return {name,
         [=](const QString &path) {
@@ -66,7 +66,7 @@ Stranger unfinished(const char *name, const char *companion, const QByteArrayLis
 
 constexpr auto anotherProgram = "The file isn't a library of Vorn: another program made it.";
 
-std::vector<Stranger> strangers()
+std::vector<ForeignFile> strangers()
 {
     return {
         bytes("Letter", "Dear diary, this is no database, however long it may be."),
@@ -129,7 +129,7 @@ std::vector<Stranger> strangers()
             "The file may only be read, and Vorn must be able to write it.", true},
         {"FileOfALaterFormat",
             [](const QString &path) {
-                QByteArray content = AtomicFile::read(path);
+                QByteArray content = AtomicFile::readFile(path);
                 content[18] = 3; // who knows less may read and not write
                 AtomicFile::write(path, content);
                 return nullptr;
@@ -151,14 +151,14 @@ QStringList contentsOf(const QString &folder)
 {
     QStringList lines;
     for (const QFileInfo &each : QDir(folder).entryInfoList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)) {
-        const QByteArray content = each.isFile() ? AtomicFile::read(each.filePath()) : QByteArray();
+        const QByteArray content = each.isFile() ? AtomicFile::readFile(each.filePath()) : QByteArray();
         const QByteArray hash = QCryptographicHash::hash(content, QCryptographicHash::Sha1).toHex();
         lines.append(each.fileName() + u' ' + QString::fromLatin1(hash));
     }
     return lines;
 }
 
-class Start : public testing::TestWithParam<Stranger> { };
+class Start : public testing::TestWithParam<ForeignFile> { };
 
 } // namespace
 

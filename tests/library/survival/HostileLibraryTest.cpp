@@ -13,7 +13,7 @@ namespace {
 
 /// Something that no Vorn has written, done to a library with the documents First (18 units) and Second, and the codes
 /// Alpha (a passage in First), below it Beta (one in First, one in Second) and Gamma (none).
-struct Malice {
+struct TamperCase {
     const char *name;
     QByteArrayList statements;
     QString seen; ///< see `visit`
@@ -71,7 +71,7 @@ QByteArray manyCodes(const QByteArray &count, const QByteArray &parent)
         + parent + ", '2026-03-01 09:00:00.000' FROM n";
 }
 
-std::vector<Malice> hostileRows()
+std::vector<TamperCase> hostileRows()
 {
     return {
         {"negative_start", passage("start = -5"), withoutAlpha},
@@ -144,7 +144,7 @@ std::vector<Malice> hostileRows()
     };
 }
 
-std::vector<Malice> hostileSchemas()
+std::vector<TamperCase> hostileSchemas()
 {
     const auto notOurs = [](const QString &why) { return u"refused: The file isn't a library of Vorn: "_s + why; };
     const auto rebuilt = [](const QByteArray &coding) {
@@ -258,7 +258,7 @@ std::vector<Malice> hostileSchemas()
 }
 
 /// A library of ours, left by a program that was killed.
-std::vector<Malice> unfinishedLibraries()
+std::vector<TamperCase> unfinishedLibraries()
 {
     const auto cutOff = [](const QByteArray &change) {
         return QByteArrayList{"PRAGMA cache_size = 1", "BEGIN", change, "UPDATE document SET text = title || text"};
@@ -284,7 +284,7 @@ void restoreTampered(Workplace &place, const QByteArrayList &statements)
     });
 }
 
-class HostileLibrary : public testing::TestWithParam<Malice> {
+class HostileLibrary : public testing::TestWithParam<TamperCase> {
 protected:
     QString visited()
     {

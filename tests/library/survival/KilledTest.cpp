@@ -133,7 +133,7 @@ private:
     {
         const QString report = Researcher::reportIn(m_folder.path());
         if (QFile::exists(report)) {
-            EXPECT_TRUE(AtomicFile::read(report).endsWith("</html>")) << where();
+            EXPECT_TRUE(AtomicFile::readFile(report).endsWith("</html>")) << where();
         }
     }
 

@@ -122,7 +122,7 @@ void Tour::exportReports()
     for (const ExportFormat format : ExportFormats::formats()) {
         const QString path = m_folder + u"/report."_s + ExportFormats::fileExtension(format);
         m_store.writeExport(groups, format, path);
-        expect(!AtomicFile::read(path).isEmpty(), u"a report is empty"_s);
+        expect(!AtomicFile::readFile(path).isEmpty(), u"a report is empty"_s);
     }
 }
 

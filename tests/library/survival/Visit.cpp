@@ -40,8 +40,8 @@ QString seen(LibraryStore &store)
 
 QString visit(const QString &path, const QString &folder, bool isWhole)
 {
-    const QByteArray before = AtomicFile::read(path);
-    const auto isUnchanged = [&] { return !isWhole || AtomicFile::read(path) == before; };
+    const QByteArray before = AtomicFile::readFile(path);
+    const auto isUnchanged = [&] { return !isWhole || AtomicFile::readFile(path) == before; };
     std::unique_ptr<DatabaseQueue> queue;
     try {
         queue = AppDatabase::openQueue(path);

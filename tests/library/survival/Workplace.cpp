@@ -84,7 +84,7 @@ void Workplace::restoreLibrary()
             TestLibrary library({}, AppDatabase::openQueue(path));
             fillLibrary(library);
         }
-        return AtomicFile::read(path);
+        return AtomicFile::readFile(path);
     }();
     AtomicFile::write(libraryFile(), bytes);
 }

@@ -1,9 +1,9 @@
 #include "Acts.h"
 
 #include "Hand.h"
-#include "workspace/controls/Alert.h"
-#include "workspace/controls/Popover.h"
-#include "workspace/reader/CodingTextView.h"
+#include "kit/controls/Alert.h"
+#include "kit/controls/Popover.h"
+#include "surface/CodingTextView.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "Chance.h"
+#include "kit/theme/ThemedTest.h"
 #include "support/NastyText.h"
 #include "support/TestLibrary.h"
 #include "workspace/RootView.h"
-#include "workspace/theme/ThemedTest.h"
 
 #include <QElapsedTimer>
 #include <QMap>

@@ -13,8 +13,8 @@ namespace {
 
 constexpr int eventsOfOneLife = 2'000; ///< at most, from a fresh library to the end of its window
 constexpr int eventsUntilRest = 250;
-constexpr qsizetype mostDocuments = 10; // per project, beyond which they are deleted: a library that grows would hide
-constexpr qsizetype mostCodes = 30; //     what is never given back
+constexpr qsizetype maxDocuments = 10; // per project, beyond which they are deleted: a library that grows would hide
+constexpr qsizetype maxCodes = 30; //     what is never given back
 constexpr qsizetype objectsToSpare = 6; ///< of one class, which the toolkit makes when they are first needed
 constexpr qint64 bytesToSpare = 3'000'000; ///< for what the toolkit remembers, as pictures of letters
 constexpr int eventsUntilAllIsMet = 20'000; ///< letters, and the fonts that have them
@@ -117,9 +117,9 @@ private:
     }
     void keepPlayable(LibraryStore &store)
     {
-        while (store.documents()->size() > mostDocuments)
+        while (store.documents()->size() > maxDocuments)
             store.deleteDocument(m_chance.oneOf(store.documents().get()));
-        while (store.codes()->size() > mostCodes)
+        while (store.codes()->size() > maxCodes)
             store.deleteCode(m_chance.oneOf(store.codes().get()));
         while (store.codes()->size() < 3)
             m_library->makeCodes({u"Code"_s});

@@ -3,7 +3,7 @@
 #include "records/Code.h"
 #include "records/Coding.h"
 #include "records/Document.h"
-#include "records/HalfPairs.h"
+#include "records/UnpairedSurrogates.h"
 #include "records/database/DatabaseQueue.h"
 #include "records/database/Request.h"
 
@@ -71,7 +71,7 @@ void collect(QAccessibleInterface &shown, QStringList &into)
         texts.append(stretches(*text));
     texts.removeAll({});
     if (!texts.isEmpty()) // containers tell nothing; a half pair looks like what is stored for it
-        into.append(withoutHalfPairs(QString::number(shown.role()) + u": "_s + texts.join(u" | "_s)));
+        into.append(replaceUnpairedSurrogates(QString::number(shown.role()) + u": "_s + texts.join(u" | "_s)));
     if (const auto *list = qobject_cast<const QAbstractItemView *>(shown.object()))
         return collectRows(*list->model(), into);
     for (int number = 0; number < shown.childCount(); ++number) {

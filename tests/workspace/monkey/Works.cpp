@@ -1,7 +1,7 @@
 #include "Acts.h"
 
 #include "Hand.h"
-#include "workspace/reader/CodingTextView.h"
+#include "surface/CodingTextView.h"
 #include "workspace/sidebar/CodeDrag.h"
 #include "workspace/sidebar/SidebarModel.h"
 
@@ -233,9 +233,9 @@ void Acts::changePanels()
     const QString &folder = m_world.folder;
     const QStringList places{folder + u"/out"_s, folder + u"/no/such/folder"_s};
     const QStringList files{folder + u"/in.qdpx"_s, folder + u"/in.txt"_s, folder + u"/missing.txt"_s};
-    FakePanels &panels = m_world.library.panels;
-    panels.pathToSave = m_chance.oneIn(3) ? std::nullopt : std::optional(m_chance.oneOf(places));
-    panels.pathsToOpen = m_chance.oneIn(4) ? QStringList() : QStringList(m_chance.oneOf(files));
+    FakeFileDialogs &fileDialogs = m_world.library.fileDialogs;
+    fileDialogs.pathToSave = m_chance.oneIn(3) ? std::nullopt : std::optional(m_chance.oneOf(places));
+    fileDialogs.pathsToOpen = m_chance.oneIn(4) ? QStringList() : QStringList(m_chance.oneOf(files));
 }
 
 void Acts::resize()

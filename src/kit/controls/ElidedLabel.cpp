@@ -1,0 +1,102 @@
+#include "kit/controls/ElidedLabel.h"
+
+#include "kit/controls/TextToolTip.h"
+
+#include <QHelpEvent>
+#include <QPainter>
+#include <QStyle>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+/// More of either end than the widest window can show. A megabyte would be measured at each painting.
+constexpr qsizetype longestEnd = 2'000;
+
+QString withoutMiddle(const QString &text)
+{
+    return text.size() <= 2 * longestEnd ? text : text.first(longestEnd) + text.last(longestEnd);
+}
+
+/// Letters have fractional widths, and a text that is given a little less than its own is elided.
+int widthOf(const QString &text, const QFont &font)
+{
+    return int(std::ceil(QFontMetricsF(font).horizontalAdvance(text)));
+}
+
+} // namespace
+
+ElidedLabel::ElidedLabel(const QString &text, const QFont &font, Symbols::Tint tint, QWidget *parent)
+    : QWidget(parent),
+      m_tint(tint)
+{
+    setFont(font);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    setText(text);
+}
+
+void ElidedLabel::setText(const QString &text)
+{
+    QString line = text;
+    line.replace(u'\n', u' ');
+    if (line == m_text)
+        return;
+    m_text = line;
+    m_shown = withoutMiddle(line);
+    setAccessibleName(m_text);
+    updateGeometry();
+    update();
+}
+
+void ElidedLabel::setElideMode(Qt::TextElideMode mode)
+{
+    m_elideMode = mode;
+    update();
+}
+
+void ElidedLabel::setAlignment(Qt::Alignment alignment)
+{
+    m_alignment = alignment;
+    update();
+}
+
+void ElidedLabel::reserveRoomFor(const QString &widest)
+{
+    m_widest = widest;
+    updateGeometry();
+}
+
+bool ElidedLabel::isElided() const
+{
+    return widthOf(m_shown, font()) > width();
+}
+
+QSize ElidedLabel::sizeHint() const
+{
+    return {std::max(widthOf(m_shown, font()), widthOf(m_widest, font())), fontMetrics().height()};
+}
+
+QSize ElidedLabel::minimumSizeHint() const
+{
+    const QSize wanted = sizeHint();
+    return {std::min(wanted.width(), fontMetrics().horizontalAdvance(QChar(0x2026)) * 2), wanted.height()};
+}
+
+void ElidedLabel::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setPen(Symbols::colorOf(m_tint));
+    const Qt::Alignment alignment = QStyle::visualAlignment(layoutDirection(), m_alignment | Qt::AlignVCenter);
+    painter.drawText(rect(), int(alignment) | Qt::TextSingleLine | Qt::TextDontClip,
+        isElided() ? fontMetrics().elidedText(m_shown, m_elideMode, width()) : m_shown);
+}
+
+bool ElidedLabel::event(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && isElided()) {
+        TextToolTip::show(static_cast<QHelpEvent *>(event)->globalPos(), m_text, this);
+        return true;
+    }
+    return QWidget::event(event);
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "kit/controls/Capsule.h"
+#include "kit/controls/FocusReturn.h"
+
+#include <QPointer>
+
+class ElidedLabel;
+class Scrim;
+
+/// Tells over a dimmed window how far a long job with files has come, and offers to stop it. Lives as long as the job:
+/// deleting it uncovers the window.
+class ProgressCapsule final : public Capsule {
+    Q_OBJECT
+
+public:
+    explicit ProgressCapsule(QWidget &window);
+    ~ProgressCapsule() override;
+
+    /// `number` counts from 1.
+    void setProgress(int number, int count, const QString &name);
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+Q_SIGNALS:
+    void stopped();
+
+protected:
+    bool focusNextPrevChild(bool next) override;
+
+private:
+    void placeInMiddle();
+
+    ElidedLabel *m_count;
+    ElidedLabel *m_name;
+    QWidget *m_bar;
+    QPointer<Scrim> m_scrim;
+    FocusReturn m_focusReturn;
+};

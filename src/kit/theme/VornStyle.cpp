@@ -1,0 +1,301 @@
+#include "kit/theme/VornStyle.h"
+
+#include "kit/theme/Compositing.h"
+#include "kit/theme/FocusRing.h"
+#include "kit/theme/Metrics.h"
+#include "kit/theme/PopupShape.h"
+#include "kit/theme/RowPainter.h"
+#include "kit/theme/ScrollActivity.h"
+#include "kit/theme/StyleGeometry.h"
+#include "kit/theme/Theme.h"
+#include "kit/theme/ThemeColors.h"
+
+#include <QAbstractScrollArea>
+#include <QEvent>
+#include <QFocusFrame>
+#include <QMenu>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyleOption>
+
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+VornStyle::VornStyle() : QProxyStyle(u"Fusion"_s)
+{
+    new FocusRing(this);
+}
+
+void VornStyle::polish(QWidget *widget)
+{
+    QProxyStyle::polish(widget);
+    if (PopupShape::concerns(*widget)) {
+        widget->setWindowFlag(Qt::FramelessWindowHint);
+        widget->setWindowFlag(Qt::NoDropShadowWindowHint);
+        widget->setAttribute(Qt::WA_TranslucentBackground, windowsCanBeTranslucent());
+        widget->installEventFilter(this);
+    }
+    if (auto *menu = qobject_cast<QMenu *>(widget); menu != nullptr && menu->minimumWidth() == 0)
+        menu->setMinimumWidth(StyleGeometry::menuLeastWidth);
+    if (auto *bar = qobject_cast<QScrollBar *>(widget))
+        ScrollActivity::watch(*bar);
+}
+
+bool VornStyle::eventFilter(QObject *watched, QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::Show:
+    case QEvent::Hide:
+    case QEvent::Move:
+    case QEvent::Resize:
+        PopupShape::update(*static_cast<QWidget *>(watched));
+        break;
+    default:
+        break;
+    }
+    return QProxyStyle::eventFilter(watched, event);
+}
+
+int VornStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const
+{
+    switch (metric) {
+    case PM_ButtonDefaultIndicator:
+    case PM_ButtonShiftHorizontal:
+    case PM_ButtonShiftVertical:
+    case PM_MenuBarPanelWidth:
+    case PM_MenuBarItemSpacing:
+    case PM_ToolTipLabelFrameWidth:
+        return 0;
+    case PM_ButtonIconSize:
+        return StyleGeometry::buttonIcon;
+    case PM_DefaultFrameWidth:
+        if (widget != nullptr && PopupShape::concerns(*widget))
+            return StyleGeometry::menuPadding + 1;
+        return qobject_cast<const QAbstractScrollArea *>(widget) != nullptr ? StyleGeometry::editorFrame : 1;
+    case PM_MenuPanelWidth:
+    case PM_SplitterWidth:
+        return 1;
+    case PM_MenuHMargin:
+    case PM_MenuVMargin:
+        return StyleGeometry::menuPadding;
+    case PM_MenuBarHMargin:
+        return StyleGeometry::menuBarInset;
+    case PM_MenuBarVMargin:
+        return StyleGeometry::menuBarPadding;
+    case PM_ScrollBarExtent:
+        return StyleGeometry::scrollBarWidth;
+    case PM_ScrollBarSliderMin:
+        return StyleGeometry::scrollThumbMinimum;
+    case PM_FocusFrameHMargin:
+    case PM_FocusFrameVMargin: // item views ask for the same metric and mean the air beside their texts
+        if (option != nullptr && qobject_cast<QFocusFrame *>(option->styleObject) != nullptr)
+            return Metrics::ringReach;
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    default:
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+}
+
+int VornStyle::styleHint(
+    StyleHint hint, const QStyleOption *option, const QWidget *widget, QStyleHintReturn *returnData) const
+{
+    constexpr int ordinaryDuration = 200; // milliseconds
+    switch (hint) {
+    case SH_Widget_Animation_Duration:
+        return m_reducesMotion ? 0 : ordinaryDuration;
+    case SH_Widget_Animate:
+        return m_reducesMotion ? 0 : 1;
+    case SH_ScrollBar_Transient:
+    case SH_ComboBox_Popup:
+    case SH_FocusFrame_AboveWidget:
+    case SH_Menu_MouseTracking:
+    case SH_MenuBar_MouseTracking:
+    case SH_Menu_Scrollable:
+        return 1;
+    case SH_FocusFrame_Mask:
+    case SH_Menu_Mask: // PopupShape cuts better corners
+    case SH_ToolTip_Mask:
+    case SH_UnderlineShortcut:
+    case SH_EtchDisabledText:
+    case SH_DitherDisabledText:
+    case SH_DialogButtonBox_ButtonsHaveIcons:
+        return 0;
+    case SH_ComboBox_PopupFrameStyle:
+        return int(QFrame::StyledPanel) | int(QFrame::Plain);
+    default:
+        return QProxyStyle::styleHint(hint, option, widget, returnData);
+    }
+}
+
+QRect VornStyle::subElementRect(SubElement element, const QStyleOption *option, const QWidget *widget) const
+{
+    switch (element) {
+    case SE_PushButtonLayoutItem:
+    case SE_ComboBoxLayoutItem:
+    case SE_PushButtonContents:
+    case SE_PushButtonFocusRect:
+        return option->rect.marginsRemoved(StyleGeometry::controlShadow);
+    case SE_LineEditContents:
+        return option->rect.adjusted(StyleGeometry::fieldPadding, 0, -StyleGeometry::fieldPadding, 0);
+    default:
+        return QProxyStyle::subElementRect(element, option, widget);
+    }
+}
+
+QRect VornStyle::subControlRect(
+    ComplexControl control, const QStyleOptionComplex *option, SubControl subControl, const QWidget *widget) const
+{
+    if (const auto *slider = qstyleoption_cast<const QStyleOptionSlider *>(option);
+        slider != nullptr && control == CC_ScrollBar)
+        return scrollBarRect(*slider, subControl);
+    if (control == CC_ComboBox) {
+        const QRect body = option->rect.marginsRemoved(StyleGeometry::controlShadow);
+        if (subControl == SC_ComboBoxEditField)
+            return visualRect(option->direction, option->rect, StyleGeometry::comboText(body));
+        if (subControl == SC_ComboBoxFrame)
+            return body;
+        if (subControl == SC_ComboBoxListBoxPopup)
+            return visualRect(option->direction, option->rect, StyleGeometry::comboList(body));
+    }
+    return QProxyStyle::subControlRect(control, option, subControl, widget);
+}
+
+QSize VornStyle::sizeFromContents(
+    ContentsType type, const QStyleOption *option, const QSize &contents, const QWidget *widget) const
+{
+    const auto controlHeight = [&] {
+        return Metrics::rowHeightFor(Metrics::controlHeight, option->fontMetrics.height());
+    };
+    if (const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option);
+        button != nullptr && type == CT_PushButton)
+        return buttonSize(*button, widget);
+    if (const auto *item = qstyleoption_cast<const QStyleOptionMenuItem *>(option)) {
+        if (type == CT_MenuItem)
+            return menuItemSize(*item, contents);
+        if (type == CT_MenuBarItem)
+            return {contents.width() + 2 * StyleGeometry::menuBarItemPadding,
+                Metrics::rowHeightFor(Metrics::smallControlHeight, item->fontMetrics.height() - 4)};
+    }
+    if (type == CT_LineEdit)
+        return {contents.width() + 2 * StyleGeometry::fieldPadding, controlHeight()};
+    if (type == CT_ComboBox) {
+        const int width = contents.width() + StyleGeometry::comboPadding + StyleGeometry::comboArrowRoom + 2;
+        return QSize(width, controlHeight()).grownBy(StyleGeometry::controlShadow);
+    }
+    return QProxyStyle::sizeFromContents(type, option, contents, widget);
+}
+
+void VornStyle::drawPrimitive(
+    PrimitiveElement element, const QStyleOption *option, QPainter *painter, const QWidget *widget) const
+{
+    switch (element) {
+    case PE_PanelLineEdit:
+    case PE_FrameLineEdit:
+        drawField(*option, *painter, widget);
+        return;
+    case PE_Frame:
+        if (widget != nullptr && PopupShape::concerns(*widget))
+            drawMenuPanel(*option, *painter);
+        else
+            drawFrame(*option, *painter, widget);
+        return;
+    case PE_PanelMenu:
+    case PE_PanelTipLabel:
+        drawMenuPanel(*option, *painter);
+        return;
+    case PE_FrameMenu:
+    case PE_FrameFocusRect: // FocusRing shows the focus
+    case PE_PanelMenuBar:
+        return;
+    case PE_PanelItemViewItem: {
+        const auto *item = qstyleoption_cast<const QStyleOptionViewItem *>(option);
+        if (item != nullptr) {
+            RowPainter(0, Metrics::rowRadius).paint(*painter, item->rect, RowState::of(*item));
+            return;
+        }
+        break;
+    }
+    case PE_PanelItemViewRow:
+        return;
+    default:
+        break;
+    }
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+}
+
+void VornStyle::drawControl(
+    ControlElement element, const QStyleOption *option, QPainter *painter, const QWidget *widget) const
+{
+    const ThemeColors &colors = Theme::colors();
+    switch (element) {
+    case CE_PushButton:
+        if (const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option); button && widget) {
+            drawButton(*button, *painter, *widget);
+            drawButtonLabel(*button, *painter, *widget);
+            return;
+        }
+        break;
+    case CE_PushButtonBevel:
+        if (const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option); button && widget) {
+            drawButton(*button, *painter, *widget);
+            return;
+        }
+        break;
+    case CE_ComboBoxLabel:
+        if (const auto *box = qstyleoption_cast<const QStyleOptionComboBox *>(option)) {
+            drawComboBoxLabel(*box, *painter);
+            return;
+        }
+        break;
+    case CE_MenuItem:
+        if (const auto *item = qstyleoption_cast<const QStyleOptionMenuItem *>(option)) {
+            drawMenuItem(*item, *painter, widget);
+            return;
+        }
+        break;
+    case CE_MenuBarItem:
+        if (const auto *item = qstyleoption_cast<const QStyleOptionMenuItem *>(option)) {
+            drawMenuBarItem(*item, *painter);
+            return;
+        }
+        break;
+    case CE_MenuBarEmptyArea: {
+        const QRect line(option->rect.left(), option->rect.bottom(), option->rect.width(), 1);
+        painter->fillRect(option->rect, colors.window);
+        painter->fillRect(line, colors.hairline);
+        return;
+    }
+    case CE_MenuEmptyArea: // the ground of a pop-up button's list
+        painter->fillRect(option->rect, colors.raised);
+        return;
+    case CE_MenuHMargin:
+    case CE_MenuVMargin:
+        return;
+    case CE_FocusFrame:
+        drawFocusFrame(*option, *painter, widget);
+        return;
+    case CE_Splitter:
+        painter->fillRect(StyleGeometry::middleLine(option->rect), colors.hairline);
+        return;
+    default:
+        break;
+    }
+    QProxyStyle::drawControl(element, option, painter, widget);
+}
+
+void VornStyle::drawComplexControl(
+    ComplexControl control, const QStyleOptionComplex *option, QPainter *painter, const QWidget *widget) const
+{
+    if (const auto *bar = qstyleoption_cast<const QStyleOptionSlider *>(option);
+        bar != nullptr && control == CC_ScrollBar) {
+        drawScrollBar(*bar, *painter, widget);
+        return;
+    }
+    if (const auto *box = qstyleoption_cast<const QStyleOptionComboBox *>(option);
+        box != nullptr && control == CC_ComboBox) {
+        drawComboBox(*box, *painter);
+        return;
+    }
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+}

@@ -1,0 +1,44 @@
+#include "library/LibraryStore.h"
+
+#include "library/CommandLine.h"
+#include "library/LibraryStoreAccess.h"
+#include "library/SelfTests.h"
+
+using namespace Qt::StringLiterals;
+
+void LibraryStore::bootstrap()
+{
+    try {
+        ensureProject();
+    } catch (const LocalizedError &error) {
+        m_lastError.set(error.description());
+        return;
+    }
+    const CommandLine commandLine(m_services.arguments);
+    if (commandLine.has(CommandLine::seedDemo)) {
+        seedDemoDocumentsIfEmpty();
+        seedDemoCodesIfEmpty();
+        seedDemoMemosIfMissing();
+    }
+    refresh();
+    if (!m_sidebarSelection.get())
+        m_sidebarSelection.set(ProjectSelection{m_project->value().id});
+    SelfTests(*this, commandLine).dispatch();
+}
+
+void LibraryStore::ensureProject()
+{
+    if (m_project.get())
+        return;
+    std::optional<Project> oldest =
+        m_queue.read([](Database &database) { return Project::all().order(Column("createdAt")).fetchOne(database); });
+    if (!oldest) {
+        oldest.emplace();
+        oldest->id = QUuid::createUuid();
+        oldest->name = u"Untitled Study"_s;
+        oldest->createdAt = m_services.now();
+        oldest->modifiedAt = m_services.now();
+        m_queue.write([&](Database &database) { oldest->insert(database); });
+    }
+    m_project.set(oldest);
+}

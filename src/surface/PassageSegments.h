@@ -1,0 +1,65 @@
+#pragma once
+
+#include "surface/TextHighlight.h"
+
+#include <QList>
+#include <QRgb>
+
+#include <optional>
+#include <span>
+#include <vector>
+
+/// A stretch of text, in UTF-16 code units, that shows one passage's colour.
+struct PassageSegment {
+    int start = 0;
+    int end = 0;
+    QRgb color = 0;
+
+    bool operator==(const PassageSegment &) const = default;
+};
+
+/// What is seen of a list of passages: sorted segments that don't overlap. Where passages do, the later one in the list
+/// is seen and nothing is mixed. Passages that lie outside the text or whose colour doesn't parse are left out.
+class PassageSegments {
+public:
+    /// Forgets everything; from now on passages are cut at `textLength`.
+    void reset(qsizetype textLength);
+    /// Takes the next list and returns whether it differs from the last one. Only what differs is worked out again,
+    /// unless it is much.
+    bool assign(const QList<TextHighlight> &highlights);
+
+    [[nodiscard]] const QList<TextHighlight> &highlights() const { return m_highlights; }
+    /// The segments that share a unit with the stretch from `start` to `end`. O(log n).
+    [[nodiscard]] std::span<const PassageSegment> within(int start, int end) const;
+    [[nodiscard]] bool covers(int position) const { return !within(position, position + 1).empty(); }
+    /// The first passage in the list's order that is drawn and whose drawn part holds one of the two positions.
+    [[nodiscard]] const TextHighlight *firstAt(qint64 position, qint64 otherPosition) const;
+
+private:
+    struct Passage { // a highlight, cut at the text's end; empty when it isn't drawn
+        int start = 0;
+        int end = 0;
+        QRgb color = 0;
+    };
+    struct Stretch {
+        int start = 0;
+        int end = 0;
+    };
+
+    [[nodiscard]] Passage passageOf(const TextHighlight &highlight) const;
+    [[nodiscard]] std::vector<PassageSegment> flattened(Stretch stretch) const;
+    void flattenAgain(Stretch stretch);
+    [[nodiscard]] static std::vector<Stretch> united(std::vector<Stretch> stretches);
+
+    int m_textLength = 0;
+    QList<TextHighlight> m_highlights;
+    std::vector<Passage> m_passages; ///< one for each highlight
+    std::vector<PassageSegment> m_segments;
+};
+
+/// The stretches, from first to last, that don't show the same colour in both. O(n).
+[[nodiscard]] std::vector<TextRange> differences(
+    std::span<const PassageSegment> before, std::span<const PassageSegment> after);
+
+/// The colour of a stored code as Qt has it; nothing if the text is no colour.
+[[nodiscard]] std::optional<QRgb> parsedColor(const QString &colorHex);
