@@ -93,8 +93,7 @@ int main(int argc, char **argv)
     QApplication::setApplicationName(u"Vorn"_s);
     QApplication::setApplicationVersion(version);
     QApplication::setDesktopFileName(u"vorn"_s);
-    for (const QString &prefix : {u"vorn-qdpx-"_s, u"vorn-library-"_s}) // of programs that were killed
-        StagingFolder::removeAbandoned(prefix);
+    StagingFolder::removeAbandoned(u"vorn-qdpx-"_s); // of programs that were killed
     try {
         DatabaseQueue &queue = *AppDatabase::shared().dbQueue;
         return VornApp(queue, arguments).run();

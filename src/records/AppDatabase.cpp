@@ -1,10 +1,8 @@
 #include "records/AppDatabase.h"
 
 #include "platform/ApplicationFolder.h"
+#include "records/SchemaGuard.h"
 #include "records/database/DatabaseMigrator.h"
-#include "records/schema/SchemaCheck.h"
-#include "records/schema/SchemaReplay.h"
-#include "records/schema/UnfinishedFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -44,23 +42,39 @@ void memos(Database &database)
     database.execute(R"(ALTER TABLE "document" ADD COLUMN "memo" TEXT)");
 }
 
-/// Stored files carry these identifiers: a change of the schema is a new migration behind them.
-void bringUpToDate(DatabaseQueue &queue)
+struct Migration {
+    const char *identifier;
+    void (*body)(Database &);
+};
+
+/// Stored files carry these identifiers: a change of the schema is a new migration at the end.
+constexpr std::array migrations{
+    Migration{"createCore", createCore}, Migration{"codes", codes}, Migration{"memos", memos}};
+
+template <typename Predicate>
+void migrate(DatabaseQueue &queue, Predicate includes)
 {
     DatabaseMigrator migrator;
-    migrator.registerMigration("createCore", createCore);
-    migrator.registerMigration("codes", codes);
-    migrator.registerMigration("memos", memos);
+    for (const Migration &migration : migrations) {
+        if (includes(migration.identifier))
+            migrator.registerMigration(migration.identifier, migration.body);
+    }
     migrator.migrate(queue);
 }
 
-/// Whether a file can be our library shows in its schema, in memory: nothing may have been written to one that can't.
-void refuseUnlessOurs(DatabaseQueue &queue)
+void bringUpToDate(DatabaseQueue &queue)
 {
-    SchemaCheck::refuseForeign(queue);
-    const auto replayed = SchemaReplay::inMemory(queue);
-    bringUpToDate(*replayed);
-    SchemaCheck::refuseUnfit(*replayed);
+    migrate(queue, [](const char *) { return true; });
+}
+
+/// A file that can't be our library must stay as it is, so this only reads.
+void refuseUnlessOurs(DatabaseQueue &file)
+{
+    const QByteArrayList applied = SchemaGuard::appliedMigrations(file, migrations.front().identifier);
+    DatabaseQueue model;
+    migrate(model, [&](const char *identifier) { return applied.contains(identifier); });
+    if (!applied.isEmpty())
+        SchemaGuard::refuseUnlike(model, file);
 }
 
 /// The interviews of a study are nobody else's business, also where a link leads to a file that is yet to be made.
@@ -89,7 +103,7 @@ AppDatabase::AppDatabase() : dbQueue(openQueue(path()))
 
 std::unique_ptr<DatabaseQueue> AppDatabase::openQueue(const QString &path)
 {
-    UnfinishedFile::visitCopy(path, refuseUnlessOurs);
+    SchemaGuard::refuseUnfinishedForeign(path);
     makePrivateFile(path);
     auto queue = std::make_unique<DatabaseQueue>(path);
     refuseUnlessOurs(*queue);
