@@ -1,17 +1,16 @@
 #include "workspace/sheets/ExportSheet.h"
 
+#include "exchange/ExportCodeGroup.h"
 #include "kit/controls/Paragraph.h"
 #include "kit/controls/SegmentedControl.h"
 #include "kit/theme/Fonts.h"
 #include "kit/theme/Metrics.h"
-#include "kit/theme/Roles.h"
 #include "library/LibraryStore.h"
 #include "platform/FileDialogs.h"
 #include "platform/FileViewer.h"
 #include "platform/LocaleText.h"
 #include "platform/LocalizedError.h"
 
-#include <QPushButton>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -19,106 +18,66 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int sheetWidth = 440;
-constexpr int padding = Metrics::dialogPadding + 1; // and the edge
-constexpr int spacing = 16;
-constexpr int choiceSpacing = 8;
-constexpr int titleHeight = 18;
+constexpr int captionSpacing = 8;
 constexpr int captionHeight = 14;
-constexpr int calloutHeight = 16;
+constexpr int summaryHeight = 16;
 
-template <typename Values, typename Label>
-QStringList labelsOf(const Values &values, Label label)
+QStringList formatLabels()
 {
     QStringList labels;
-    for (const auto &value : values)
-        labels.append(label(value));
+    for (const ExportFormat format : ExportFormats::formats())
+        labels.append(ExportFormats::label(format));
     return labels;
 }
 
 } // namespace
 
-QString ExportSheet::label(Scope scope)
-{
-    switch (scope) {
-    case Scope::all:
-        return u"All codes"_s;
-    case Scope::selected:
-        return u"Selected code"_s;
-    }
-    Q_UNREACHABLE();
-}
-
 ExportSheet::ExportSheet(LibraryStore &store, QWidget &window)
-    : Sheet(window, sheetWidth),
+    : FormSheet(window, u"Export Coded Excerpts"_s, sheetWidth, Metrics::dialogPadding),
       m_store(store),
-      m_scope(new SegmentedControl(labelsOf(availableScopes(), label), this)),
-      m_format(new SegmentedControl(labelsOf(ExportFormats::formats(), ExportFormats::label), this)),
-      m_summary(new Paragraph({}, Fonts::callout(), Symbols::Tint::secondary, calloutHeight, this))
+      m_scope(new SegmentedControl(scopeLabels(), this)),
+      m_format(new SegmentedControl(formatLabels(), this)),
+      m_summary(new Paragraph({}, Fonts::callout(), Symbols::Tint::secondary, summaryHeight, this))
 {
-    setWindowTitle(u"Export Coded Excerpts"_s);
     m_scope->setObjectName(u"exportScope"_s);
     m_format->setObjectName(u"exportFormat"_s);
     m_summary->setObjectName(u"exportSummary"_s);
-    auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(padding, padding, padding, padding);
-    column->setSpacing(spacing);
-    column->addWidget(
-        new Paragraph(u"Export Coded Excerpts"_s, Fonts::headline(), Symbols::Tint::text, titleHeight, this));
-    addChoice(*column, u"Scope"_s, m_scope);
-    addChoice(*column, u"Format"_s, m_format);
-    column->addWidget(m_summary);
-    addButtons(*column);
-    m_scope->setCurrentIndex(int(availableScopes().size()) - 1);
+    addChoice(u"Scope"_s, m_scope);
+    addChoice(u"Format"_s, m_format);
+    rows().addWidget(m_summary);
+    addButtons(u"export"_s, u"Export"_s);
+    m_scope->setCurrentIndex(int(m_scope->labels().size()) - 1);
     m_scope->setFocus();
 
     connect(&m_store.sidebarSelection(), &Notifier::changed, this, &ExportSheet::renderScopes);
-    connect(&m_store.codes(), &Notifier::changed, this, &ExportSheet::forgetGroups);
-    connect(&m_store.documents(), &Notifier::changed, this, &ExportSheet::forgetGroups);
-    connect(&m_store.codingRevision(), &Notifier::changed, this, &ExportSheet::forgetGroups);
-    connect(m_scope, &SegmentedControl::currentIndexChanged, this, &ExportSheet::forgetGroups);
+    connect(&m_store.codes(), &Notifier::changed, this, &ExportSheet::renderSummary);
+    connect(&m_store.documents(), &Notifier::changed, this, &ExportSheet::renderSummary);
+    connect(&m_store.codingRevision(), &Notifier::changed, this, &ExportSheet::renderSummary);
+    connect(m_scope, &SegmentedControl::currentIndexChanged, this, &ExportSheet::renderSummary);
     renderSummary();
 }
 
-void ExportSheet::addChoice(QVBoxLayout &column, const QString &caption, SegmentedControl *choice)
+void ExportSheet::addChoice(const QString &caption, SegmentedControl *choice)
 {
     choice->setAccessibleName(caption);
     auto *block = new QVBoxLayout;
-    block->setSpacing(choiceSpacing);
+    block->setSpacing(captionSpacing);
     block->addWidget(new Paragraph(caption, Fonts::caption(), Symbols::Tint::secondary, captionHeight, this));
     block->addWidget(choice);
-    column.addLayout(block);
+    rows().addLayout(block);
 }
 
-void ExportSheet::addButtons(QVBoxLayout &column)
+QStringList ExportSheet::scopeLabels() const
 {
-    auto *cancel = new QPushButton(u"Cancel"_s, this);
-    cancel->setObjectName(u"cancel"_s);
-    cancel->setAutoDefault(false); // Return always means the other one
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-    auto *run = new QPushButton(u"Export"_s, this);
-    run->setObjectName(u"export"_s);
-    run->setDefault(true);
-    setRole(*run, ButtonRole::prominent);
-    connect(run, &QPushButton::clicked, this, &ExportSheet::runExport);
-
-    auto *buttons = new QHBoxLayout;
-    buttons->setSpacing(Metrics::controlSpacing);
-    buttons->addStretch();
-    buttons->addWidget(cancel);
-    buttons->addWidget(run);
-    column.addLayout(buttons);
-}
-
-QList<ExportSheet::Scope> ExportSheet::availableScopes() const
-{
+    QStringList labels{u"All codes"_s};
     if (m_store.selectedCodeID())
-        return {Scope::all, Scope::selected};
-    return {Scope::all};
+        labels.append(u"Selected code"_s);
+    return labels;
 }
 
-ExportSheet::Scope ExportSheet::scope() const
+std::optional<QUuid> ExportSheet::scopeCodeID() const
 {
-    return availableScopes().value(m_scope->currentIndex(), Scope::all);
+    return m_scope->currentIndex() > 0 ? m_store.selectedCodeID() : std::nullopt;
 }
 
 ExportFormat ExportSheet::format() const
@@ -126,53 +85,31 @@ ExportFormat ExportSheet::format() const
     return ExportFormats::formats().at(size_t(m_format->currentIndex()));
 }
 
-std::optional<QUuid> ExportSheet::scopeCodeID() const
-{
-    return scope() == Scope::selected ? m_store.selectedCodeID() : std::nullopt;
-}
-
-const QList<ExportCodeGroup> &ExportSheet::groups()
-{
-    if (!m_groups)
-        m_groups = m_store.exportGroups(scopeCodeID());
-    return *m_groups;
-}
-
-/// Codes without passages don't count here.
-QString ExportSheet::summary()
-{
-    qint64 codeCount = 0;
-    qint64 excerptCount = 0;
-    for (const ExportCodeGroup &group : groups()) {
-        codeCount += group.hits.isEmpty() ? 0 : 1;
-        excerptCount += group.hits.size();
-    }
-    return LocaleText::number(codeCount) + u" codes · "_s + LocaleText::number(excerptCount) + u" excerpts"_s;
-}
-
 void ExportSheet::renderScopes()
 {
-    m_scope->setLabels(labelsOf(availableScopes(), label));
-    forgetGroups();
+    m_scope->setLabels(scopeLabels());
+    renderSummary();
 }
 
 void ExportSheet::renderSummary()
 {
-    m_summary->setText(summary());
+    qint64 codeCount = 0;
+    qint64 excerptCount = 0;
+    for (const ExportCodeGroup &group : m_store.exportGroups(scopeCodeID())) {
+        codeCount += group.hits.isEmpty() ? 0 : 1;
+        excerptCount += group.hits.size();
+    }
+    m_summary->setText(
+        u"%1 codes · %2 excerpts"_s.arg(LocaleText::number(codeCount), LocaleText::number(excerptCount)));
 }
 
-void ExportSheet::forgetGroups()
+void ExportSheet::act()
 {
-    m_groups.reset();
-    renderSummary();
-}
-
-void ExportSheet::runExport()
-{
-    const std::optional<QString> path = m_store.fileDialogs().chooseToSave({.title = u"Export Coded Excerpts"_s,
+    const QString extension = ExportFormats::fileExtension(format());
+    const std::optional<QString> path = m_store.fileDialogs().chooseToSave({.title = windowTitle(),
         .prompt = u"Export"_s,
-        .proposedName = u"Vorn-Excerpts."_s + ExportFormats::fileExtension(format()),
-        .extension = ExportFormats::fileExtension(format())});
+        .proposedName = u"Vorn-Excerpts."_s + extension,
+        .extension = extension});
     if (!path)
         return;
     try {

@@ -1,27 +1,22 @@
 #pragma once
 
-#include "kit/controls/Sheet.h"
+#include "workspace/sheets/FormSheet.h"
 
 class LibraryStore;
 class PasteEditor;
 class QLineEdit;
-class QPushButton;
-class QVBoxLayout;
 
 /// Asks for a title and a text and makes a document of them.
-class PasteSheet final : public Sheet {
+class PasteSheet final : public FormSheet {
     Q_OBJECT
 
 public:
     PasteSheet(LibraryStore &store, QWidget &window);
 
 private:
-    void addFields(QVBoxLayout &column);
-    void addButtons(QVBoxLayout &column);
-    void addDocument();
+    void act() override;
 
     LibraryStore &m_store;
     QLineEdit *m_title;
     PasteEditor *m_text;
-    QPushButton *m_add = nullptr;
 };

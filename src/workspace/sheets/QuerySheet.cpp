@@ -4,8 +4,6 @@
 #include "kit/controls/Paragraph.h"
 #include "kit/controls/SegmentedControl.h"
 #include "kit/theme/Fonts.h"
-#include "kit/theme/Metrics.h"
-#include "kit/theme/Roles.h"
 #include "library/LibraryStore.h"
 #include "platform/LocaleText.h"
 #include "workspace/sheets/CodeChoiceList.h"
@@ -22,20 +20,12 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int sheetWidth = 380;
-constexpr int side = 16;
-constexpr int edge = 1;
-constexpr int titleHeight = 17;
+constexpr int padding = 16;
+constexpr int paddingAbove = 14;
+constexpr int spacing = 10;
+constexpr int spacingOfGroups = 2; // besides
 constexpr int calloutHeight = 17;
 constexpr int captionHeight = 14;
-
-/// Adds a widget with the sheet's padding at its sides and `above` it.
-void addPadded(QVBoxLayout &column, QWidget *widget, int above, int below = 0)
-{
-    auto *padding = new QVBoxLayout;
-    padding->setContentsMargins(side, above, side, below);
-    padding->addWidget(widget);
-    column.addLayout(padding);
-}
 
 QStringList modeLabels()
 {
@@ -53,92 +43,55 @@ qsizetype minCodeCount(QuerySpec::Mode mode)
 } // namespace
 
 QuerySheet::QuerySheet(LibraryStore &store, QWidget &window)
-    : Sheet(window, sheetWidth),
+    : FormSheet(window, u"Compound Query"_s, sheetWidth, padding,
+        u"Find passages across your codes — together or one by one."_s),
       m_store(store),
-      m_codes(new CodeChoiceModel(this))
+      m_codes(new CodeChoiceModel(this)),
+      m_mode(new SegmentedControl(modeLabels(), this)),
+      m_textFilter(new QLineEdit(this))
 {
-    setWindowTitle(u"Compound Query"_s);
-    auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(edge, edge, edge, edge);
-    column->setSpacing(0);
-    addHeader(*column);
-    addConditions(*column);
-    addCodes(*column);
-    column->addWidget(new Hairline(Hairline::Place::raised, Qt::Horizontal, this));
-    addFooter(*column);
+    rows().setContentsMargins(padding, paddingAbove, padding, 0);
+    rows().setSpacing(spacing);
+    addConditions();
+    addCodes();
+    m_hint = new Paragraph({}, Fonts::caption(), Symbols::Tint::secondary, captionHeight, this);
+    m_hint->setObjectName(u"choiceHint"_s);
+    m_run = addButtons(u"runQuery"_s, u"Run Query"_s, m_hint);
     m_mode->setFocus();
 
     connect(&m_store.codes(), &Notifier::changed, this, &QuerySheet::renderCodes);
     connect(&m_store.codeCounts(), &Notifier::changed, this, &QuerySheet::renderCodes);
     connect(m_codes, &CodeChoiceModel::chosenCountChanged, this, &QuerySheet::renderChoice);
     connect(m_mode, &SegmentedControl::currentIndexChanged, this, &QuerySheet::renderChoice);
-    connect(this, &QDialog::accepted, this, &QuerySheet::runQuery);
     renderCodes();
 }
 
-void QuerySheet::addHeader(QVBoxLayout &column)
+void QuerySheet::addConditions()
 {
-    constexpr int spacing = 2;
-    constexpr int above = 14;
-    auto *title = new Paragraph(u"Compound Query"_s, Fonts::headline(), Symbols::Tint::text, titleHeight, this);
-    addPadded(column, title, above);
-    auto *purpose = new Paragraph(u"Find passages across your codes — together or one by one."_s, Fonts::callout(),
-        Symbols::Tint::secondary, calloutHeight, this);
-    addPadded(column, purpose, spacing);
-}
-
-void QuerySheet::addConditions(QVBoxLayout &column)
-{
-    constexpr int aboveMode = 12;
-    constexpr int aboveFilter = 10;
-    m_mode = new SegmentedControl(modeLabels(), this);
     m_mode->setObjectName(u"queryMode"_s);
     m_mode->setAccessibleName(u"Passages coded with"_s);
-    addPadded(column, m_mode, aboveMode);
-    m_textFilter = new QLineEdit(this);
     m_textFilter->setObjectName(u"textFilter"_s);
-    m_textFilter->setMaxLength(std::numeric_limits<int>::max()); // a field by itself cuts what is pasted, silently
+    m_textFilter->setMaxLength(std::numeric_limits<int>::max()); // the default limit cuts what is pasted, silently
     m_textFilter->setPlaceholderText(u"Only passages containing… (optional)"_s);
     m_textFilter->setAccessibleName(u"Only passages containing"_s);
-    addPadded(column, m_textFilter, aboveFilter);
+    rows().addSpacing(spacingOfGroups);
+    rows().addWidget(m_mode);
+    rows().addWidget(m_textFilter);
 }
 
-void QuerySheet::addCodes(QVBoxLayout &column)
+void QuerySheet::addCodes()
 {
-    constexpr int above = 12;
-    addPadded(
-        column, new Paragraph(u"Codes"_s, Fonts::sectionHead(), Symbols::Tint::secondary, captionHeight, this), above);
+    rows().addSpacing(spacingOfGroups);
+    rows().addWidget(new Paragraph(u"Codes"_s, Fonts::sectionHead(), Symbols::Tint::secondary, captionHeight, this));
     m_list = new CodeChoiceList(*m_codes, this);
     m_list->setObjectName(u"codeChoices"_s);
-    column.addWidget(m_list);
     m_noCodes = new Paragraph(
         u"No codes yet — code some passages first."_s, Fonts::callout(), Symbols::Tint::secondary, calloutHeight, this);
     m_noCodes->setObjectName(u"noCodes"_s);
-    m_noCodes->setContentsMargins(side, side, side, side);
-    column.addWidget(m_noCodes);
-}
-
-void QuerySheet::addFooter(QVBoxLayout &column)
-{
-    m_hint = new Paragraph({}, Fonts::caption(), Symbols::Tint::secondary, captionHeight, this);
-    m_hint->setObjectName(u"choiceHint"_s);
-    auto *cancel = new QPushButton(u"Cancel"_s, this);
-    cancel->setObjectName(u"cancel"_s);
-    cancel->setAutoDefault(false); // Return always means the other one
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-    m_run = new QPushButton(u"Run Query"_s, this);
-    m_run->setObjectName(u"runQuery"_s);
-    m_run->setDefault(true);
-    setRole(*m_run, ButtonRole::prominent);
-    connect(m_run, &QPushButton::clicked, this, &QDialog::accept);
-
-    auto *footer = new QHBoxLayout;
-    footer->setContentsMargins(side, side, side, side);
-    footer->setSpacing(Metrics::controlSpacing);
-    footer->addWidget(m_hint, 1, Qt::AlignVCenter);
-    footer->addWidget(cancel);
-    footer->addWidget(m_run);
-    column.addLayout(footer);
+    m_noCodes->setContentsMargins(padding, padding, padding, padding);
+    for (QWidget *part : std::initializer_list<QWidget *>{
+             m_list, m_noCodes, new Hairline(Hairline::Place::raised, Qt::Horizontal, this)})
+        column().addWidget(part);
 }
 
 QuerySpec::Mode QuerySheet::mode() const
@@ -165,8 +118,9 @@ void QuerySheet::renderChoice()
     m_run->setEnabled(isEnough);
 }
 
-/// When the sheet has closed and the focus is back in the window, so that it follows what the query shows there.
-void QuerySheet::runQuery()
+/// The focus goes back to the window before the query shows its results there, which may want the focus themselves.
+void QuerySheet::act()
 {
+    accept();
     m_store.runQuery({.codeIDs = m_codes->chosenIDs(), .mode = mode(), .textFilter = m_textFilter->text()});
 }

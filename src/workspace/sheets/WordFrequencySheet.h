@@ -1,34 +1,28 @@
 #pragma once
 
 #include "analysis/WordFrequency.h"
-#include "kit/controls/Sheet.h"
+#include "workspace/sheets/FormSheet.h"
 
 #include <optional>
 
 class ElidedLabel;
 class LibraryStore;
 class PopUpList;
-class QPushButton;
-class QVBoxLayout;
 class SegmentedControl;
 class Stepper;
 class ToggleSwitch;
 
 /// Asks which texts, which words and how many terms, and counts them. Begins with the same answers each time.
-class WordFrequencySheet final : public Sheet {
+class WordFrequencySheet final : public FormSheet {
     Q_OBJECT
 
 public:
     WordFrequencySheet(LibraryStore &store, QWidget &window);
 
 private:
-    void addHeader(QVBoxLayout &column);
-    void addScope(QVBoxLayout &column);
-    void addConditions(QVBoxLayout &column);
-    void addLimit(QVBoxLayout &column);
-    void addButtons(QVBoxLayout &column);
-    /// A label that starts a row of the form.
-    [[nodiscard]] ElidedLabel *makeLabel(const QString &text);
+    void addScope();
+    void addConditions();
+    void addLimit();
 
     /// Absent while the document or code isn't chosen yet.
     [[nodiscard]] std::optional<WordFrequency::Scope> scope() const;
@@ -36,17 +30,17 @@ private:
     void renderCodes();
     void renderScope();
     void renderMinLength();
-    void runCount();
+    void act() override;
 
     LibraryStore &m_store;
-    SegmentedControl *m_scopeKind = nullptr;
-    QWidget *m_documentRow = nullptr;
-    PopUpList *m_document = nullptr;
-    QWidget *m_codeRow = nullptr;
-    PopUpList *m_code = nullptr;
-    ElidedLabel *m_minLengthLabel = nullptr;
-    Stepper *m_minLength = nullptr;
-    ToggleSwitch *m_ignoreStopwords = nullptr;
-    SegmentedControl *m_limit = nullptr;
-    QPushButton *m_count = nullptr;
+    SegmentedControl *m_scopeKind;
+    PopUpList *m_document;
+    PopUpList *m_code;
+    ElidedLabel *m_minLengthLabel;
+    Stepper *m_minLength;
+    ToggleSwitch *m_ignoreStopwords;
+    SegmentedControl *m_limit;
+    QWidget *m_documentRow;
+    QWidget *m_codeRow;
+    QPushButton *m_count;
 };
