@@ -119,6 +119,19 @@ TEST(DatabaseQueue, TellsAFailureWithTheStatementAndWithoutItsArguments)
         u"no such column: A - while executing `SELECT * FROM project WHERE name = \"A\"`"_s);
 }
 
+TEST(DatabaseQueue, RefusesTextThatIsNotExactlyOneStatement)
+{
+    const auto queue = AppDatabase::makeFreshQueue();
+    const auto execute = [&](const QByteArray &sql) {
+        queue->write([&](Database &database) { database.execute(sql); });
+    };
+    for (const QByteArray &sql : {QByteArray("DELETE FROM code; DELETE FROM project"), QByteArray("DELETE FROM code;;"),
+             QByteArray("DELETE FROM code; -- and more"), QByteArray("DELETE FROM code\0 WHERE 0", 25),
+             QByteArray("-- nothing"), QByteArray()})
+        EXPECT_THROW(execute(sql), DatabaseError) << sql.constData();
+    EXPECT_NO_THROW(execute("DELETE FROM code ;\n "));
+}
+
 TEST(DatabaseQueue, UpdatesOnlyWhatIsThereAndDeletesWithoutComplaint)
 {
     const auto queue = AppDatabase::makeFreshQueue();

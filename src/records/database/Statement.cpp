@@ -9,13 +9,16 @@ using namespace Qt::StringLiterals;
 Statement::Statement(sqlite3 *connection, QByteArray sql) : m_connection(connection), m_sql(std::move(sql))
 {
     sqlite3_stmt *raw = nullptr;
+    const char *rest = nullptr; // what SQLite leaves unread
     const int status =
-        sqlite3_prepare_v3(connection, m_sql.constData(), int(m_sql.size()), SQLITE_PREPARE_PERSISTENT, &raw, nullptr);
+        sqlite3_prepare_v3(connection, m_sql.constData(), int(m_sql.size()), SQLITE_PREPARE_PERSISTENT, &raw, &rest);
     m_handle.reset(raw);
     if (status != SQLITE_OK)
         fail(status);
     if (!m_handle)
         throw DatabaseError::misuse(u"The statement is empty."_s);
+    if (!QByteArrayView(rest, m_sql.constEnd()).trimmed().isEmpty())
+        throw DatabaseError::misuse(u"More than one statement was given: "_s + QString::fromUtf8(m_sql));
 }
 
 int Statement::columnCount() const
@@ -79,7 +82,7 @@ void Statement::bind(const Arguments &arguments)
 void Statement::bindValue(int index, const DatabaseValue &value)
 {
     sqlite3_stmt *handle = m_handle.get();
-    // An empty text is no NULL, and SQLite takes a null pointer for one.
+    // SQLite binds NULL when the pointer is null, even with size 0.
     const auto pointer = [](const QByteArray &bytes) { return bytes.isNull() ? "" : bytes.constData(); };
     const auto size = [](const QByteArray &bytes) { return sqlite3_uint64(bytes.size()); };
     struct Binder {

@@ -12,7 +12,7 @@ struct sqlite3_stmt;
 /// A prepared statement. Every failure is thrown as DatabaseError with the statement's text.
 class Statement {
 public:
-    /// `sql` must hold exactly one statement. `connection` must outlive this.
+    /// `sql` must hold exactly one statement; none or several are an error. `connection` must outlive this.
     Statement(sqlite3 *connection, QByteArray sql);
 
     [[nodiscard]] int columnCount() const;
