@@ -4,6 +4,7 @@
 #include "kit/theme/Theme.h"
 #include "kit/theme/ThemeColors.h"
 #include "library/LibraryStore.h"
+#include "platform/ThisComputer.h"
 #include "workspace/reader/ReaderView.h"
 
 #include <QPainter>
@@ -26,7 +27,7 @@ ReaderPane::ReaderPane(LibraryStore &store, QWidget *parent)
       m_pages(new QStackedLayout(this)),
       m_reader(new ReaderView(store)),
       m_welcome(new EmptyState(u"books.vertical"_s, iconSize, u"Welcome to Vorn"_s,
-          u"Your qualitative analysis workspace.\nEverything stays on this Mac."_s)),
+          u"Your qualitative analysis workspace.\nEverything stays on "_s + thisComputer() + u'.')),
       m_selectOne(new EmptyState(
           u"sidebar.left"_s, iconSize, u"Select a Document"_s, u"Choose a document from the list to start reading."_s))
 {

@@ -4,6 +4,7 @@
 #include "kit/theme/Symbols.h"
 #include "kit/theme/Theme.h"
 #include "kit/theme/ThemeColors.h"
+#include "platform/ThisComputer.h"
 
 #include <QPainter>
 #include <QStyle>
@@ -24,7 +25,7 @@ constexpr int spacing = 6;
 SidebarFooter::SidebarFooter(QWidget *parent) : QWidget(parent)
 {
     setFont(Fonts::caption());
-    setAccessibleName(u"Offline · stored on this Mac"_s);
+    setAccessibleName(u"Offline · stored on "_s + thisComputer());
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
 
