@@ -1,9 +1,11 @@
 #include "library/CommandLine.h"
-#include "library/CommandLineHelp.h"
+#include "library/LibraryStore.h"
+#include "library/SelfTests.h"
+#include "platform/FileDialogs.h"
+#include "platform/FileViewer.h"
 #include "platform/LocalizedError.h"
 #include "platform/StagingFolder.h"
 #include "records/AppDatabase.h"
-#include "workspace/DisplayChoice.h"
 #include "workspace/VornApp.h"
 
 #include <QApplication>
@@ -29,23 +31,25 @@ QStringList argumentsOf(int argc, char **argv)
     return arguments;
 }
 
-/// Whether all of the line could be written.
+/// Returns whether the whole line could be written. A line may hold NUL.
 bool print(const QString &line, std::FILE *stream)
 {
-    return std::fputs((line + u'\n').toUtf8().constData(), stream) >= 0 && std::fflush(stream) == 0;
+    const QByteArray bytes = (line + u'\n').toUtf8();
+    const auto size = size_t(bytes.size());
+    return std::fwrite(bytes.constData(), 1, size, stream) == size && std::fflush(stream) == 0;
 }
 
-/// What is asked about the program itself: to be said without a display, and before there is a library.
+/// What is asked about the program itself: answered without a display, and before there is a library.
 std::optional<QString> answerTo(const CommandLine &commandLine)
 {
     if (commandLine.has(CommandLine::help))
-        return CommandLineHelp::text();
+        return CommandLine::helpText();
     if (commandLine.has(CommandLine::version))
         return u"Vorn "_s + version;
     return {};
 }
 
-/// Where files may have only a certain size, a write beyond it is a failure to tell, and no reason to be killed.
+/// Where files may have only a certain size, a write beyond it is to fail and not to kill the program.
 void surviveFileSizeLimit()
 {
 #ifdef SIGXFSZ
@@ -53,51 +57,87 @@ void surviveFileSizeLimit()
 #endif
 }
 
-/// Whether somebody can read a message box and close it.
-bool isWatched(const CommandLine &commandLine)
+bool hasDisplay()
 {
-    const QString platform = QGuiApplication::platformName();
-    return !commandLine.quits() && platform != u"offscreen" && platform != u"minimal";
+#if defined(Q_OS_LINUX) || defined(Q_OS_FREEBSD)
+    // A platform that was chosen by hand knows what it shows itself on.
+    return !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") || !qEnvironmentVariableIsEmpty("DISPLAY")
+        || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+#else
+    return true;
+#endif
+}
+
+/// Whether somebody can read a message box and close it.
+bool isWatched()
+{
+    const QString platform = QGuiApplication::platformName(); // empty without an application that shows anything
+    return !platform.isEmpty() && platform != u"offscreen" && platform != u"minimal";
 }
 
 /// Without its database the program can't go on: it says why and stops.
-int refuseToStart(const LocalizedError &error, const CommandLine &commandLine)
+int refuseToStart(const LocalizedError &error)
 {
     const QString message = u"Vorn can't open its library.\n\n"_s + error.description()
         + u"\n\nNo document, code or passage in it was changed. The library is the file "_s
         + QDir::toNativeSeparators(AppDatabase::path());
     print(message, stderr);
-    if (isWatched(commandLine))
+    if (isWatched())
         QMessageBox::critical(nullptr, u"Vorn"_s, message);
     return EXIT_FAILURE;
+}
+
+/// Runs `work` with the library.
+template <typename Work>
+int onLibrary(const Work &work)
+{
+    QCoreApplication::setApplicationName(u"Vorn"_s);
+    QCoreApplication::setApplicationVersion(version);
+    StagingFolder::removeAbandoned(u"vorn-qdpx-"_s); // of programs that were killed
+    try {
+        return work(*AppDatabase::shared().dbQueue);
+    } catch (const LocalizedError &error) {
+        return refuseToStart(error);
+    }
+}
+
+/// For self-tests, which ask the user for nothing.
+struct NoDesktop final : FileDialogs, FileViewer {
+    QStringList chooseToOpen(const OpenRequest &) override { return {}; }
+    std::optional<QString> chooseToSave(const SaveRequest &) override { return {}; }
+    void reveal(const QString &) override { }
+};
+
+int runSelfTest(DatabaseQueue &queue, const CommandLine &commandLine)
+{
+    NoDesktop desktop;
+    LibraryStore store({.queue = queue, .fileDialogs = desktop, .fileViewer = desktop});
+    store.bootstrap();
+    if (!store.project().get()) {
+        print(store.lastError()->value_or(QString()), stderr);
+        return EXIT_FAILURE;
+    }
+    SelfTests(store, queue, [](const QString &line) { print(line, stdout); }).run(commandLine);
+    return EXIT_SUCCESS;
 }
 
 } // namespace
 
 int main(int argc, char **argv)
 {
-    const QStringList arguments = argumentsOf(argc, argv);
-    const CommandLine commandLine(arguments);
+    const CommandLine commandLine(argumentsOf(argc, argv));
     if (const std::optional<QString> answer = answerTo(commandLine))
         return print(*answer, stdout) ? EXIT_SUCCESS : EXIT_FAILURE;
-    const DisplayChoice display = chooseDisplay(commandLine);
-    if (display == DisplayChoice::impossible) {
+    surviveFileSizeLimit();
+    if (commandLine.quits()) { // without a window, so that no display is needed and none is asked for
+        const QCoreApplication application(argc, argv);
+        return onLibrary([&](DatabaseQueue &queue) { return runSelfTest(queue, commandLine); });
+    }
+    if (!hasDisplay()) {
         print(u"Vorn needs a display to show its window, and there is none."_s, stderr);
         return EXIT_FAILURE;
     }
-    if (display == DisplayChoice::offscreen)
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-
-    surviveFileSizeLimit();
-    QApplication application(argc, argv);
-    QApplication::setApplicationName(u"Vorn"_s);
-    QApplication::setApplicationVersion(version);
+    const QApplication application(argc, argv);
     QApplication::setDesktopFileName(u"vorn"_s);
-    StagingFolder::removeAbandoned(u"vorn-qdpx-"_s); // of programs that were killed
-    try {
-        DatabaseQueue &queue = *AppDatabase::shared().dbQueue;
-        return VornApp(queue, arguments).run();
-    } catch (const LocalizedError &error) {
-        return refuseToStart(error, commandLine);
-    }
+    return onLibrary([&](DatabaseQueue &queue) { return VornApp(queue, commandLine).run(); });
 }

@@ -22,12 +22,16 @@ public:
     static constexpr auto freqDemoTerm = u"--freq-demo-term";
 
     /// `arguments` without the program's name.
-    explicit CommandLine(QStringList arguments);
+    explicit CommandLine(QStringList arguments) : m_arguments(std::move(arguments)) { }
 
-    [[nodiscard]] bool has(QStringView name) const;
+    /// The answer to `--help`, without a line feed at the end: lines of at most 80 ASCII characters, which any terminal
+    /// shows.
+    [[nodiscard]] static QString helpText();
+
+    [[nodiscard]] bool has(QStringView name) const { return m_arguments.contains(name); }
     /// The argument behind the first occurrence of the switch; absent when there is none.
     [[nodiscard]] std::optional<QString> valueOf(QStringView name) const;
-    /// Whether the program ends by itself after obeying: no window will be needed.
+    /// Whether the program prints the results of a self-test and ends, so that no window is needed.
     [[nodiscard]] bool quits() const;
 
 private:

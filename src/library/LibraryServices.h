@@ -3,24 +3,19 @@
 #include "exchange/ImportStep.h"
 
 #include <QDateTime>
-#include <QStringList>
 
 #include <functional>
 
 class DatabaseQueue;
 class FileViewer;
 class FileDialogs;
-class Terminator;
 
 /// What the store works with. Everything referred to must outlive it.
 struct LibraryServices {
     DatabaseQueue &queue;
     FileDialogs &fileDialogs;
     FileViewer &fileViewer;
-    Terminator &terminator;
-    QStringList arguments; ///< of the command line, without the program's name
     std::function<QDateTime()> now = [] { return QDateTime::currentDateTimeUtc(); };
-    std::function<void(const QString &line)> print = [](const QString &) {};
     /// Of a batch, false keeps what was written; of an archive, nothing. Must not call back into the store.
     MayImport mayImport = [](const ImportStep &) { return true; };
     /// Called when an import won't ask again, before it shows what it has brought.

@@ -82,13 +82,15 @@ public:
 
     /// @name Start-up and reloading
     /// @{
-    /// Opens the oldest project or makes the first one, loads its lists and obeys the command line. Called once.
+    /// Opens the oldest project or makes the first one, and loads its lists. Called once.
     void bootstrap();
     /// Reloads the lists of the current project; announces only what differs.
     void refresh();
     /// The documents whose title or text holds `searchText`, in list order.
     [[nodiscard]] QList<Document> visibleDocuments() const;
-    /// Fills an empty library with the sample content and shows it.
+    /// Fills an empty library with the sample content.
+    void seedSampleContent();
+    /// The same for the user, who is shown it.
     void loadSampleContent();
     /// @}
 
@@ -190,8 +192,6 @@ public:
     /// @}
 
 private:
-    friend class SelfTests;
-
     void ensureProject();
     /// Stores the open project if its own write failed: nothing may lie in a project that no later start can open. To
     /// be called in the transaction that puts something into it.

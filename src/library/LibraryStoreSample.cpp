@@ -7,12 +7,17 @@
 
 using namespace Qt::StringLiterals;
 
-void LibraryStore::loadSampleContent()
+void LibraryStore::seedSampleContent()
 {
     seedDemoDocumentsIfEmpty();
     seedDemoCodesIfEmpty();
     seedDemoMemosIfMissing();
     refresh();
+}
+
+void LibraryStore::loadSampleContent()
+{
+    seedSampleContent();
     goToDocuments();
     m_statusMessage.set(
         u"Sample content loaded — click a code in the sidebar, or select text in the document to try coding."_s);

@@ -1,8 +1,6 @@
 #include "library/LibraryStore.h"
 
-#include "library/CommandLine.h"
 #include "library/LibraryStoreAccess.h"
-#include "library/SelfTests.h"
 
 using namespace Qt::StringLiterals;
 
@@ -14,16 +12,9 @@ void LibraryStore::bootstrap()
         m_lastError.set(error.description());
         return;
     }
-    const CommandLine commandLine(m_services.arguments);
-    if (commandLine.has(CommandLine::seedDemo)) {
-        seedDemoDocumentsIfEmpty();
-        seedDemoCodesIfEmpty();
-        seedDemoMemosIfMissing();
-    }
     refresh();
     if (!m_sidebarSelection.get())
         m_sidebarSelection.set(ProjectSelection{m_project->value().id});
-    SelfTests(*this, commandLine).dispatch();
 }
 
 void LibraryStore::ensureProject()

@@ -1,43 +1,37 @@
 #pragma once
 
-#include "library/CommandLine.h"
-
-#include <QList>
 #include <QString>
 
-class LibraryStore;
-struct Code;
-struct Coding;
-class DatabaseQueue;
+#include <functional>
 
-/// What the switches of the command line ask for after start-up: screens to look at, and self-tests that print their
-/// results in plain lines and then end the program.
+class CommandLine;
+class DatabaseQueue;
+class LibraryStore;
+
+/// What the switches of the command line ask for once the store is open: self-tests that print their results in plain
+/// lines, and screens to look at.
 class SelfTests {
 public:
-    SelfTests(LibraryStore &store, CommandLine commandLine);
+    using Print = std::function<void(const QString &line)>;
 
-    /// Obeys the switches in their order of precedence.
-    void dispatch();
+    /// `queue` is the store's own. Both must outlive this.
+    SelfTests(LibraryStore &store, DatabaseQueue &queue, Print print);
+
+    /// Runs the first self-test that is asked for, in the order of the switches' precedence.
+    void run(const CommandLine &commandLine);
+    /// Leaves the store as the switches want to see it in the window; does nothing without a project.
+    static void prepareScreens(LibraryStore &store, const CommandLine &commandLine);
 
 private:
-    [[nodiscard]] bool dispatchQuitting();
-    void dispatchStaying();
-    void selectFirstCode();
-    void runQueryDemo();
-    void runCount();
-    void selectTopTerm();
-
-    void runExportDemo(const QString &path);
-    void runImportTest(const QString &path);
-    void runQueryTest();
-    void runFrequencyTest();
-    void runQdpxSelfTest(const QString &path);
-    void compareRoundTrip(const QList<Coding> &exported, DatabaseQueue &imported);
-    void compareFirstCode(const Code &first, const Code &imported);
+    void runExport(const QString &folder);
+    void runImport(const QString &path);
+    void runQueries();
+    void runWordCount();
+    void runRoundTrip(const QString &folder);
+    void compareWithImported(DatabaseQueue &imported);
     void runExternalImport(const QString &archive);
 
-    void print(const QString &line) const;
-
     LibraryStore &m_store;
-    CommandLine m_commandLine;
+    DatabaseQueue &m_queue;
+    Print m_print;
 };

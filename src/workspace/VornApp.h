@@ -1,10 +1,8 @@
 #pragma once
 
-#include "platform/Terminator.h"
+#include "library/CommandLine.h"
 #include "workspace/DesktopFileDialogs.h"
 #include "workspace/DesktopFileViewer.h"
-
-#include <QStringList>
 
 #include <memory>
 
@@ -15,12 +13,12 @@ class LibraryStore;
 class PortalSettings;
 class RootView;
 
-/// The program: its one store and its one window.
-class VornApp final : private Terminator {
+/// The program with its one store and its one window.
+class VornApp {
 public:
-    /// `queue` must outlive this; `arguments` are those of the command line without the program's name.
-    VornApp(DatabaseQueue &queue, const QStringList &arguments);
-    ~VornApp() override;
+    /// `queue` must outlive this.
+    VornApp(DatabaseQueue &queue, CommandLine commandLine);
+    ~VornApp();
     VornApp(const VornApp &) = delete;
     VornApp &operator=(const VornApp &) = delete;
 
@@ -29,9 +27,8 @@ public:
 
 private:
     void start();
-    void terminate() override;
 
-    const bool m_quits; ///< without waiting for a user
+    CommandLine m_commandLine;
     DesktopFileDialogs m_fileDialogs;
     DesktopFileViewer m_fileViewer;
     std::unique_ptr<PortalSettings> m_settings;

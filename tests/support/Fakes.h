@@ -2,7 +2,6 @@
 
 #include "platform/FileDialogs.h"
 #include "platform/FileViewer.h"
-#include "platform/Terminator.h"
 
 #include <QStringList>
 
@@ -31,10 +30,4 @@ struct FakeFileViewer final : FileViewer {
     QStringList revealed;
 
     void reveal(const QString &path) override { revealed.append(path); }
-};
-
-struct FakeTerminator final : Terminator {
-    int terminations = 0;
-
-    void terminate() override { ++terminations; }
 };

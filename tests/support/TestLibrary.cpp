@@ -1,5 +1,7 @@
 #include "support/TestLibrary.h"
 
+#include "library/CommandLine.h"
+#include "library/SelfTests.h"
 #include "records/AppDatabase.h"
 #include "records/database/Request.h"
 
@@ -10,10 +12,7 @@ TestLibrary::TestLibrary(const QStringList &arguments, std::unique_ptr<DatabaseQ
       store({.queue = *queue,
           .fileDialogs = fileDialogs,
           .fileViewer = fileViewer,
-          .terminator = terminator,
-          .arguments = arguments,
           .now = [this] { return m_now = m_now.addSecs(1); },
-          .print = [this](const QString &line) { printed.append(line); },
           .mayImport =
               [this](const ImportStep &step) {
                   steps.append(QStringLiteral("%1/%2 %3").arg(step.number).arg(step.count).arg(step.name));
@@ -22,6 +21,11 @@ TestLibrary::TestLibrary(const QStringList &arguments, std::unique_ptr<DatabaseQ
       m_now(QDate(2026, 3, 1), QTime(9, 0), QTimeZone::utc())
 {
     store.bootstrap();
+    const CommandLine commandLine(arguments);
+    if (commandLine.quits())
+        SelfTests(store, *queue, [this](const QString &line) { printed.append(line); }).run(commandLine);
+    else
+        SelfTests::prepareScreens(store, commandLine);
 }
 
 QList<Code> TestLibrary::makeCodes(const QStringList &names)

@@ -10,12 +10,12 @@
 /// fakes. Each reading of the clock is a second after the one before.
 class TestLibrary {
 public:
+    /// Started as the program is with these arguments of the command line.
     explicit TestLibrary(const QStringList &arguments = {}, std::unique_ptr<DatabaseQueue> existing = nullptr);
 
     FakeFileDialogs fileDialogs;
     FakeFileViewer fileViewer;
-    FakeTerminator terminator;
-    QStringList printed;
+    QStringList printed; ///< by a self-test
     QStringList steps; ///< of imports, as "number/count name"
     qint64 stopBefore = 0; ///< number of the step that an import is stopped at; 0 for none
     std::unique_ptr<DatabaseQueue> queue;
