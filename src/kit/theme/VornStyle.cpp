@@ -266,8 +266,9 @@ void VornStyle::drawControl(
         painter->fillRect(line, colors.hairline);
         return;
     }
-    case CE_MenuEmptyArea: // the ground of a pop-up button's list
-        painter->fillRect(option->rect, colors.raised);
+    case CE_MenuEmptyArea:
+        if (qobject_cast<const QMenu *>(widget) == nullptr) // a menu's panel has been painted, with its round corners
+            painter->fillRect(option->rect, colors.raised);
         return;
     case CE_MenuHMargin:
     case CE_MenuVMargin:
