@@ -6,24 +6,17 @@
 #include <QDragMoveEvent>
 #include <QMimeData>
 #include <QPointer>
+#include <QTest>
 #include <QWheelEvent>
 #include <QWidget>
 #include <QWindow>
 
 namespace {
 
-struct Spot {
-    QPointer<QWindow> window;
-    QPoint place;
-};
+using Window = QPointer<QWindow>;
 
-Spot spotOf(const QWidget &widget, const QPoint &place)
-{
-    return {widget.window()->windowHandle(), widget.mapTo(widget.window(), place)};
-}
-
-/// Without a desktop a drag ends as soon as it has begun, but its object lives until the next round of the events.
-const QDrag *beingDragged()
+/// Without a desktop a drag ends as soon as it has begun, but its object lives until the event loop runs again.
+const QDrag *currentDrag()
 {
     for (const QWidget *window : QApplication::topLevelWidgets()) {
         const QList<QDrag *> drags = window->findChildren<QDrag *>();
@@ -33,83 +26,61 @@ const QDrag *beingDragged()
     return nullptr;
 }
 
-bool send(const Spot &spot, const QMimeData &data, bool letsFall)
-{
-    if (spot.window == nullptr)
-        return false;
-    QDragEnterEvent enter(spot.place, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
-    QApplication::sendEvent(spot.window, &enter);
-    QDragMoveEvent move(spot.place, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
-    QApplication::sendEvent(spot.window, &move);
-    if (!letsFall) {
-        QDragLeaveEvent leave;
-        QApplication::sendEvent(spot.window, &leave);
-        return false;
-    }
-    QDropEvent drop(spot.place, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
-    drop.ignore();
-    QApplication::sendEvent(spot.window, &drop);
-    return drop.isAccepted();
-}
-
 } // namespace
 
 void Hand::click(const QWidget &widget, const QPoint &place, Qt::MouseButton button, Qt::KeyboardModifiers modifiers)
 {
-    const Spot spot = spotOf(widget, place);
-    if (spot.window != nullptr)
-        QTest::mousePress(spot.window, button, modifiers, spot.place);
-    if (spot.window != nullptr)
-        QTest::mouseRelease(spot.window, button, modifiers, spot.place);
+    const Window window = widget.windowHandle();
+    QTest::mousePress(window, button, modifiers, place);
+    if (window != nullptr)
+        QTest::mouseRelease(window, button, modifiers, place);
 }
 
 void Hand::doubleClick(const QWidget &widget, const QPoint &place)
 {
-    if (const Spot spot = spotOf(widget, place); spot.window != nullptr)
-        QTest::mouseDClick(spot.window, Qt::LeftButton, {}, spot.place);
+    QTest::mouseDClick(widget.windowHandle(), Qt::LeftButton, {}, place);
 }
 
-bool Hand::drag(const QWidget &widget, const QPoint &from, const QPoint &to, const QWidget &over, const QPoint &drop)
+void Hand::drag(const QWidget &widget, const QPoint &from, const QPoint &to)
 {
-    const Spot start = spotOf(widget, from);
-    const Spot end = spotOf(widget, to);
-    const Spot aim = spotOf(over, drop);
-    if (start.window == nullptr)
-        return false;
-    bool wasTaken = false;
-    QTest::mousePress(start.window, Qt::LeftButton, {}, start.place);
-    for (const QPoint &place : {(start.place + end.place) / 2, end.place}) {
-        if (start.window == nullptr)
-            return wasTaken;
-        QMouseEvent move(QEvent::MouseMove, place, start.window->mapToGlobal(place), Qt::NoButton, Qt::LeftButton, {});
-        QApplication::sendEvent(start.window, &move); // at once: a drag is gone after the next round of the events
-        if (const QDrag *dragged = beingDragged())
-            wasTaken = send(aim, *dragged->mimeData(), true) || wasTaken;
+    const Window window = widget.windowHandle();
+    QTest::mousePress(window, Qt::LeftButton, {}, from);
+    for (const QPoint &place : {(from + to) / 2, to}) {
+        if (window == nullptr)
+            return;
+        // Not by QTest, which runs the event loop: the drag would be gone.
+        QMouseEvent move(QEvent::MouseMove, place, window->mapToGlobal(place), Qt::NoButton, Qt::LeftButton, {});
+        QApplication::sendEvent(window, &move);
+        if (const QDrag *dragged = currentDrag())
+            drop(widget, to, *dragged->mimeData());
     }
-    if (start.window != nullptr)
-        QTest::mouseRelease(start.window, Qt::LeftButton, {}, end.place);
-    return wasTaken;
+    if (window != nullptr)
+        QTest::mouseRelease(window, Qt::LeftButton, {}, to);
 }
 
-bool Hand::drag(const QWidget &widget, const QPoint &from, const QPoint &to)
+void Hand::drop(const QWidget &widget, const QPoint &place, const QMimeData &data, bool isDropped)
 {
-    return drag(widget, from, to, widget, to);
+    QWindow *window = widget.windowHandle();
+    QDragEnterEvent enter(place, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(window, &enter);
+    QDragMoveEvent move(place, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(window, &move);
+    QDragLeaveEvent leave;
+    QDropEvent drop(place, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(window, isDropped ? static_cast<QEvent *>(&drop) : &leave);
 }
 
 void Hand::turnWheel(const QWidget &widget, const QPoint &place, int degrees)
 {
-    const Spot spot = spotOf(widget, place);
-    if (spot.window == nullptr)
-        return;
-    QWheelEvent event(spot.place, spot.window->mapToGlobal(spot.place), {}, {0, degrees * 8}, Qt::NoButton, {},
-        Qt::NoScrollPhase, false);
-    QApplication::sendEvent(spot.window, &event);
+    QWindow *window = widget.windowHandle();
+    QWheelEvent event(
+        place, window->mapToGlobal(place), {}, {0, degrees * 8}, Qt::NoButton, {}, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(window, &event);
 }
 
 void Hand::press(const QWidget &widget, Qt::Key key, Qt::KeyboardModifiers modifiers)
 {
-    // Not as one click: events are dealt with in between, and what has gone by then takes no second one.
-    const QPointer<QWindow> window = widget.window()->windowHandle();
+    const Window window = widget.windowHandle();
     const char letter = QTest::keyToAscii(key);
     const QString text = letter != 0 ? QString(QLatin1Char(letter)) : QString();
     for (const bool isDown : {true, false}) {
@@ -122,9 +93,4 @@ void Hand::paste(const QWidget &widget, const QString &text)
 {
     QApplication::clipboard()->setText(text);
     press(widget, Qt::Key_V, Qt::ControlModifier);
-}
-
-bool Hand::dropFromOutside(const QWidget &widget, const QPoint &place, const QMimeData &data, bool letsFall)
-{
-    return send(spotOf(widget, place), data, letsFall);
 }
