@@ -239,34 +239,25 @@ private:
             Qt::Key_Delete, Qt::Key_Backspace, Qt::Key_A, Qt::Key_Z, Qt::Key_X, Qt::Key_C, Qt::Key_F, Qt::Key_Menu};
         static constexpr std::array modifiers{Qt::NoModifier, Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier};
         const QPoint place = somewhere(window);
-        switch (below(24)) {
-        case 0:
-            return Hand::turnWheel(window, place, below(60) - 30);
-        case 1:
-            return Hand::doubleClick(window, place);
-        case 2:
-            return drop(window, place);
-        case 3:
-            return changeDesktop();
-        case 4:
-        case 5:
-        case 6:
-            return Hand::click(window, place, Qt::RightButton);
-        case 7:
-        case 8:
-        case 9:
-            return Hand::drag(window, place, somewhere(window));
-        case 10:
-        case 11:
-        case 12:
-        case 13:
-            return Hand::press(window, oneOf(keys), oneOf(modifiers));
-        case 14:
-        case 15:
-            return Hand::paste(window, someText());
-        default:
-            return Hand::click(window, place, Qt::LeftButton, oneOf(modifiers));
-        }
+        const int kind = below(24);
+        if (kind == 0)
+            Hand::turnWheel(window, place, below(60) - 30);
+        else if (kind == 1)
+            Hand::doubleClick(window, place);
+        else if (kind == 2)
+            drop(window, place);
+        else if (kind == 3)
+            changeDesktop();
+        else if (kind < 7)
+            Hand::click(window, place, Qt::RightButton);
+        else if (kind < 10)
+            Hand::drag(window, place, somewhere(window));
+        else if (kind < 14)
+            Hand::press(window, oneOf(keys), oneOf(modifiers));
+        else if (kind < 16)
+            Hand::paste(window, someText());
+        else
+            Hand::click(window, place, Qt::LeftButton, oneOf(modifiers));
     }
     void choose(QMenu &menu)
     {
