@@ -7,44 +7,20 @@
 
 namespace {
 
+constexpr qint32 symbolCharset = 2;
+
 struct Charset {
     qint32 number;
     int codePage;
 };
 
-constexpr qint32 symbolCharset = 2;
-
-// Those not listed, such as 1, the default, take the document's code page.
-constexpr auto charsets = std::to_array<Charset>({
-    {0, 1252},
-    {77, 10000}, // Macintosh
-    {78, 10001},
-    {79, 10003},
-    {80, 10008},
-    {81, 10002},
-    {85, 10006},
-    {86, 10081},
-    {88, 10029},
-    {89, 10007},
-    {128, 932}, // Japanese
-    {129, 949}, // Korean
-    {134, 936}, // Simplified Chinese
-    {136, 950}, // Traditional Chinese
-    {161, 1253}, // Greek
-    {162, 1254}, // Turkish
-    {163, 1258}, // Vietnamese
-    {177, 1255}, // Hebrew
-    {178, 1256}, // Arabic
-    {179, 1256},
-    {180, 1256},
-    {181, 1255},
-    {186, 1257}, // Baltic
-    {204, 1251}, // Russian
-    {222, 874}, // Thai
-    {238, 1250}, // Central European
-    {254, 437},
-    {255, 850},
-});
+// Western, Macintosh (77 to 89), Japanese, Korean, Simplified and Traditional Chinese, Greek, Turkish, Vietnamese,
+// Hebrew, Arabic (178 to 180), Hebrew, Baltic, Russian, Thai, Central European and DOS. The others, such as 1
+// (default), take the document's code page.
+constexpr auto charsets = std::to_array<Charset>({{0, 1252}, {77, 10000}, {78, 10001}, {79, 10003}, {80, 10008},
+    {81, 10002}, {85, 10006}, {86, 10081}, {88, 10029}, {89, 10007}, {128, 932}, {129, 949}, {134, 936}, {136, 950},
+    {161, 1253}, {162, 1254}, {163, 1258}, {177, 1255}, {178, 1256}, {179, 1256}, {180, 1256}, {181, 1255}, {186, 1257},
+    {204, 1251}, {222, 874}, {238, 1250}, {254, 437}, {255, 850}});
 
 int codePageOf(qint32 charset)
 {

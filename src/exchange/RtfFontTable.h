@@ -5,25 +5,25 @@
 #include <optional>
 #include <vector>
 
-/// The code pages that the fonts of a document are written in.
+/// The code pages of a document's fonts.
 class RtfFontTable {
 public:
-    /// The code page of the font, or nothing if the font is unknown or leaves it to the document.
+    /// The code page of the font; absent if the font is unknown or uses the document's code page.
     [[nodiscard]] std::optional<int> codePage(qint32 font) const;
 
-    // The definition of a font, in the order of the file.
+    // What a font's definition holds, called in the order of the file.
     void beginFont(qint32 font);
-    /// The character set by its number in the Windows interface.
+    /// `charset` is a character set's number on Windows.
     void setCharset(qint32 charset);
     void setCodePage(qint32 number);
-    /// Symbol fonts share one character set, so that only the name tells what their bytes stand for.
+    /// Matters for symbol fonts: they share one character set, and only the name tells which characters they have.
     void setName(QByteArrayView name);
 
 private:
     void store(int codePage);
 
-    // By number of the font, 0 where there is none. Numbers above the limit are left out, so that a hostile table
-    // can't grow large.
+    // Indexed by font number, 0 for none. Fonts numbered above the limit are ignored, so that a hostile file can't make
+    // the table huge.
     static constexpr qint32 fontLimit = 65536;
     std::vector<quint16> m_codePages;
     qint32 m_font = fontLimit;

@@ -82,7 +82,7 @@ void RtfTextBuilder::dropIfBlank(qsizetype start)
         return;
     m_text.truncate(start);
     if (m_cellEnd > start)
-        m_cellEnd = -1; // that cell is gone, and other text may come to end there
+        m_cellEnd = -1; // that cell is gone, and other text may end at that length
 }
 
 QString RtfTextBuilder::takeText()

@@ -8,7 +8,7 @@ namespace {
 
 enum class ByteKind : quint8 { text, ignored, syntax };
 
-// Line ends in the file only keep its lines short; other control characters have no meaning at all.
+// Line ends and other control characters have no meaning.
 constexpr std::array<ByteKind, 256> byteKinds = [] {
     std::array<ByteKind, 256> kinds{};
     std::fill_n(kinds.begin(), 0x20, ByteKind::ignored);

@@ -7,32 +7,32 @@
 /// One piece of Rich Text syntax.
 struct RtfToken {
     enum class Kind : quint8 {
-        end, ///< the data are used up
+        end, ///< of the data
         groupStart, ///< an opening brace
         groupEnd, ///< a closing brace
-        word, ///< a control word: `bytes` is its name, `parameter` its number
+        word, ///< a control word: `bytes` is its name
         symbol, ///< a control symbol: `symbol` is the byte after the backslash
         hexByte, ///< a byte written in hexadecimal digits: `symbol`
-        text, ///< a run of bytes that stand for themselves: `bytes`
+        text, ///< a run of literal bytes: `bytes`
     };
 
     Kind kind = Kind::end;
     char symbol = 0;
     QByteArrayView bytes{};
-    /// Clamped to the range of its type, whatever number of digits the file has.
+    /// The number after a control word, clamped to its type's range.
     std::optional<qint32> parameter{};
 };
 
-/// Cuts Rich Text into tokens, which point into the data given. Knows the syntax and no meanings, except for the
-/// raw data after a `\bin`, which are passed over.
+/// Splits Rich Text into tokens, which point into the bytes given. Knows the syntax but no control words, except for
+/// `\bin`, whose raw data it skips.
 class RtfTokenizer {
 public:
     /// `bytes` must outlive the tokenizer and its tokens.
     explicit RtfTokenizer(QByteArrayView bytes);
 
-    /// The next token; from the end of the data on, always `end`.
+    /// The next token; `end` once the data are used up.
     [[nodiscard]] RtfToken next();
-    /// Moves on to the closing brace of the group that the last token stood in, which will be the next token.
+    /// Skips the rest of the group that the last token was in: its closing brace is the next token.
     void skipToGroupEnd();
 
 private:
