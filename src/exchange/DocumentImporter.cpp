@@ -1,13 +1,11 @@
 #include "exchange/DocumentImporter.h"
 
-#include "exchange/ArchivePath.h"
-#include "exchange/ImportError.h"
 #include "exchange/ImportStep.h"
 #include "exchange/PdfText.h"
 #include "exchange/RtfText.h"
+#include "exchange/Unzip.h"
 #include "exchange/WordText.h"
 #include "platform/AtomicFile.h"
-#include "platform/ChildProcess.h"
 #include "platform/FileError.h"
 #include "platform/TextDecoder.h"
 #include "records/TextTrimming.h"
@@ -20,10 +18,24 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Bytes of the text's markup, which packs well; but an archive of a few kilobytes can unfold to any size.
-qint64 largestWordPart(const QFileInfo &archive)
+/// The maximum size of a document's markup, in bytes: an archive of a few kilobytes can unpack to any size.
+qint64 maxWordPart(qint64 archiveSize)
 {
-    return std::clamp(archive.size() * 100, qint64(1) << 26, qint64(1) << 30);
+    return std::clamp(archiveSize * 100, qint64(1) << 26, qint64(1) << 30);
+}
+
+QString descriptionOf(ImportError::Kind kind, const QString &fileName)
+{
+    // Not with arg(): a file name may hold "%1".
+    switch (kind) {
+    case ImportError::Kind::unreadable:
+        return u"Couldn't read "_s + fileName + u'.';
+    case ImportError::Kind::noTextLayer:
+        return u"No text layer found in "_s + fileName + u" — it looks like a scanned PDF. OCR isn't supported yet."_s;
+    case ImportError::Kind::empty:
+        return u"The document appears to be empty."_s;
+    }
+    Q_UNREACHABLE();
 }
 
 ImportError failure(ImportError::Kind kind, const QString &path)
@@ -31,14 +43,8 @@ ImportError failure(ImportError::Kind kind, const QString &path)
     return ImportError(kind, QFileInfo(path).fileName());
 }
 
-/// The encodings in the order of how much they refuse.
-QString decoded(QByteArrayView bytes)
-{
-    for (const auto decoder : {TextDecoder::utf8, TextDecoder::utf16, TextDecoder::gb18030})
-        if (std::optional<QString> text = decoder(bytes))
-            return *std::move(text);
-    return TextDecoder::latin1(bytes);
-}
+// In the order of how much they refuse.
+constexpr auto encodings = {TextDecoder::utf8, TextDecoder::utf16, TextDecoder::gb18030};
 
 QString readRichText(const QString &path)
 {
@@ -50,13 +56,11 @@ QString readRichText(const QString &path)
 
 std::optional<QString> mainPartOfDocx(const QString &path, const DocumentImporter::MayGoOn &mayGoOn)
 {
-    if (!endsLikeArchive(path))
-        return {};
-    const QFileInfo file(path);
     bool isWanted = true;
-    const ChildProcess::Result unzip = ChildProcess::run({.program = u"/usr/bin/unzip"_s,
-        .arguments = {u"-p"_s, literalForUnzip(file.absoluteFilePath()), u"word/document.xml"_s},
-        .outputLimit = largestWordPart(file),
+    const ChildProcess::Result unzip = Unzip::run({.archive = path,
+        .options = {u"-p"_s},
+        .rest = {u"word/document.xml"_s},
+        .outputLimit = maxWordPart(QFileInfo(path).size()),
         .mayGoOn = [&] { return isWanted = mayGoOn(); }});
     if (!isWanted)
         throw ImportStopped();
@@ -69,12 +73,16 @@ QStringList pagesOfPDF(const QString &path, const DocumentImporter::MayGoOn &may
         if (std::optional<QStringList> pages = PdfText::pages(AtomicFile::readFile(path), mayGoOn))
             return *std::move(pages);
     } catch (const FileError &) {
-        // A PDF that can't be read is told like one that can't be understood.
+        // The message is the same as for a file that is no PDF.
     }
     throw failure(ImportError::Kind::unreadable, path);
 }
 
 } // namespace
+
+ImportError::ImportError(Kind kind, const QString &fileName) : ExchangeError(descriptionOf(kind, fileName))
+{
+}
 
 const QSet<QString> &DocumentImporter::supportedExtensions()
 {
@@ -98,7 +106,7 @@ DocumentImporter::Extracted DocumentImporter::extract(const QString &path, const
         return {readDocx(path, mayGoOn), kind};
     if (kind == u"pdf")
         return {readPDF(path, mayGoOn), kind};
-    return {decoded(AtomicFile::readFile(path)), kind.isEmpty() ? u"txt"_s : kind};
+    return {TextDecoder::decoded(AtomicFile::readFile(path), encodings), kind.isEmpty() ? u"txt"_s : kind};
 }
 
 QString DocumentImporter::readDocx(const QString &path, const MayGoOn &mayGoOn)

@@ -20,7 +20,12 @@ qsizetype excerptCount(const QList<ExportCodeGroup> &groups)
     return count;
 }
 
-/// A report in the making.
+QString trimmedMemo(const Code &code)
+{
+    return code.memo ? TextTrimming::trimmed(*code.memo).toString() : QString();
+}
+
+/// A report that is handed over in pieces while it is written.
 class Report {
 public:
     explicit Report(const ExcerptExporter::TakePiece &take) : m_take(take) { }
@@ -28,18 +33,18 @@ public:
     Report &operator=(const Report &) = delete;
 
     [[nodiscard]] QString &text() { return m_text; }
-    /// To be called between passages, where the text so far ends with a line.
-    void passOnMuch()
+    /// To be called where the text ends with a line.
+    void handOverIfLarge()
     {
-        constexpr qsizetype much = qsizetype(1) << 16; // units
-        if (m_text.size() >= much)
+        constexpr qsizetype pieceSize = qsizetype(1) << 16; // units
+        if (m_text.size() >= pieceSize)
             finish();
     }
     void finish()
     {
         if (!m_text.isEmpty())
             m_take(m_text);
-        m_text.resize(0); // keeps the room
+        m_text.resize(0); // keeps the memory
     }
 
 private:
@@ -47,7 +52,7 @@ private:
     QString m_text;
 };
 
-/// Appends `text` with the units for which `replacementOf` gives more than a null view replaced.
+/// Appends `text` with each unit replaced for which `replacementOf` doesn't return a null view.
 template <typename ReplacementOf>
 void appendReplacing(QString &report, QStringView text, ReplacementOf replacementOf)
 {
@@ -62,8 +67,6 @@ void appendReplacing(QString &report, QStringView text, ReplacementOf replacemen
     }
     report += text.sliced(copied);
 }
-
-// ---- CSV
 
 void appendField(QString &report, const QString &field)
 {
@@ -86,8 +89,6 @@ void appendRow(QString &report, const Code &code, const ExcerptHit &hit)
     report += QString::number(hit.start) + u',' + QString::number(hit.length) + u'\n';
 }
 
-// ---- Markdown
-
 void appendMarkdownHit(QString &report, const ExcerptHit &hit)
 {
     const QString snippet = hit.snippet.toString();
@@ -102,14 +103,9 @@ void appendMarkdownHit(QString &report, const ExcerptHit &hit)
 void appendMarkdownHeading(QString &report, const ExportCodeGroup &group)
 {
     report += u"\n---\n\n## "_s + group.code.name + u" ("_s + QString::number(group.hits.size()) + u")\n\n"_s;
-    if (const std::optional<QString> memo = ExcerptExporter::trimmed(group.code.memo)) {
-        report += u"_Memo: "_s;
-        report += QString(*memo).replace(u'\n', u' ');
-        report += u"_\n\n"_s;
-    }
+    if (QString memo = trimmedMemo(group.code); !memo.isEmpty())
+        report += u"_Memo: "_s + memo.replace(u'\n', u' ') + u"_\n\n"_s;
 }
-
-// ---- HTML
 
 QStringView escapeOf(char16_t unit)
 {
@@ -174,14 +170,37 @@ void appendHtmlHeading(QString &report, const ExportCodeGroup &group)
     report += u"\"></span>"_s;
     appendEscaped(report, group.code.name);
     report += u" <span class=\"count\">"_s + QString::number(group.hits.size()) + u"</span></h2>\n"_s;
-    if (const std::optional<QString> memo = ExcerptExporter::trimmed(group.code.memo)) {
+    if (const QString memo = trimmedMemo(group.code); !memo.isEmpty()) {
         report += u"<p class=\"memo\">"_s;
-        appendEscaped(report, *memo);
+        appendEscaped(report, memo);
         report += u"</p>\n"_s;
     }
 }
 
 } // namespace
+
+QString ExportFormats::label(ExportFormat format)
+{
+    switch (format) {
+    case ExportFormat::markdown:
+        return u"Markdown"_s;
+    case ExportFormat::csv:
+        return u"CSV"_s;
+    case ExportFormat::html:
+        return u"HTML"_s;
+    }
+    Q_UNREACHABLE();
+}
+
+QString ExportFormats::fileExtension(ExportFormat format)
+{
+    return format == ExportFormat::markdown ? u"md"_s : rawValue(format);
+}
+
+QString ExportFormats::rawValue(ExportFormat format)
+{
+    return label(format).toLower();
+}
 
 void ExcerptExporter::csv(const QList<ExportCodeGroup> &groups, const TakePiece &take)
 {
@@ -190,7 +209,7 @@ void ExcerptExporter::csv(const QList<ExportCodeGroup> &groups, const TakePiece 
     for (const ExportCodeGroup &group : groups) {
         for (const ExcerptHit &hit : group.hits) {
             appendRow(report.text(), group.code, hit);
-            report.passOnMuch();
+            report.handOverIfLarge();
         }
     }
     report.finish();
@@ -209,7 +228,7 @@ void ExcerptExporter::markdown(
         appendMarkdownHeading(text, group);
         for (const ExcerptHit &hit : group.hits) {
             appendMarkdownHit(text, hit);
-            report.passOnMuch();
+            report.handOverIfLarge();
         }
     }
     report.finish();
@@ -230,18 +249,10 @@ void ExcerptExporter::html(
         appendHtmlHeading(text, group);
         for (const ExcerptHit &hit : group.hits) {
             appendHtmlHit(text, hit);
-            report.passOnMuch();
+            report.handOverIfLarge();
         }
         text += u"</section>\n"_s;
     }
     text += u"</body>\n</html>"_s;
     report.finish();
-}
-
-std::optional<QString> ExcerptExporter::trimmed(const std::optional<QString> &text)
-{
-    if (!text)
-        return {};
-    const QStringView rest = TextTrimming::trimmed(*text);
-    return rest.isEmpty() ? std::nullopt : std::optional(rest.toString());
 }

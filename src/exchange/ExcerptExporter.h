@@ -1,19 +1,45 @@
 #pragma once
 
-#include "exchange/ExportCodeGroup.h"
+#include "records/Code.h"
+#include "records/ExcerptHit.h"
 
 #include <QList>
 #include <QString>
 
+#include <array>
 #include <functional>
-#include <optional>
 
 class QDateTime;
 
-/// Reports of coded passages for people to read. Lines end in one line feed; a group without passages is counted and
-/// shown where the format has headings. Costs are linear, and only what the taker throws can fail.
+/// A code with its passages, in the order they are listed under it.
+struct ExportCodeGroup {
+    Code code;
+    QList<ExcerptHit> hits;
+
+    bool operator==(const ExportCodeGroup &) const = default;
+};
+
+/// The kinds of report that excerpts are exported as.
+enum class ExportFormat { markdown, csv, html };
+
+namespace ExportFormats {
+/// All formats, in the order they are offered.
+[[nodiscard]] constexpr std::array<ExportFormat, 3> formats()
+{
+    return {ExportFormat::markdown, ExportFormat::csv, ExportFormat::html};
+}
+/// What the user reads.
+[[nodiscard]] QString label(ExportFormat format);
+/// Without a dot.
+[[nodiscard]] QString fileExtension(ExportFormat format);
+/// As self-tests print it.
+[[nodiscard]] QString rawValue(ExportFormat format);
+} // namespace ExportFormats
+
+/// Reports of coded passages for people to read. Lines end in a line feed; a group without passages is counted, and
+/// shown where the format has headings. O(n); throws only what `take` throws.
 ///
-/// A report is handed over in pieces, which end with a line: it may quote whole documents, many times over.
+/// A report is handed over in pieces of whole lines, as it may quote whole documents many times.
 namespace ExcerptExporter {
 
 using TakePiece = std::function<void(QStringView piece)>;
@@ -26,8 +52,5 @@ void markdown(
 /// A page that needs no other file.
 void html(
     const QString &projectName, const QList<ExportCodeGroup> &groups, const QDateTime &date, const TakePiece &take);
-
-/// Without blanks and line breaks at both ends; absent if nothing is left.
-[[nodiscard]] std::optional<QString> trimmed(const std::optional<QString> &text);
 
 } // namespace ExcerptExporter

@@ -7,13 +7,13 @@
 
 /// Where a long import stands.
 struct ImportStep {
-    qint64 number = 0; ///< of the file that comes next, from 1
-    qint64 count = 0; ///< files in all, as far as they are known
+    qint64 number = 0; ///< of the next file, from 1
+    qint64 count = 0; ///< number of files, as far as known
     QString name;
 };
 
-/// Asked before each file and, while nothing else can be done, now and then; an answer of false ends the import.
+/// Asked before each file, and now and then during long steps; false stops the import.
 using MayImport = std::function<bool(const ImportStep &step)>;
 
-/// Thrown by an import that ends so and adds nothing.
+/// Thrown by an import that was stopped and has added nothing.
 struct ImportStopped : std::exception { };

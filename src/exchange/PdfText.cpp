@@ -12,7 +12,7 @@
 
 namespace {
 
-void silenceComplaints()
+void silenceMessages()
 {
     static const bool silenced = [] {
         poppler::set_debug_error_function([](const std::string &, void *) {}, nullptr);
@@ -26,9 +26,9 @@ std::unique_ptr<poppler::document> opened(QByteArrayView bytes)
 {
     if (bytes.isEmpty() || bytes.size() > std::numeric_limits<int>::max())
         return nullptr;
-    silenceComplaints();
+    silenceMessages();
     std::unique_ptr<poppler::document> document(poppler::document::load_from_raw_data(bytes.data(), int(bytes.size())));
-    // A locked document has no pages yet, and counting them isn't safe.
+    // Counting the pages of a locked document isn't safe.
     return document && !document->is_locked() ? std::move(document) : nullptr;
 }
 

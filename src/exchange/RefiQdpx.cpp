@@ -19,19 +19,9 @@ bool isHexadecimal(QStringView text)
 
 namespace RefiQdpx {
 
-RefiError::RefiError(Kind kind, QString text) : m_kind(kind), m_text(std::move(text))
+RefiError RefiError::notUsable(const QString &reason)
 {
-}
-
-QString RefiError::description() const
-{
-    switch (m_kind) {
-    case Kind::notAQdpx:
-        return u"Not a usable REFI-QDA file: "_s + m_text;
-    case Kind::commandFailed:
-        return m_text;
-    }
-    Q_UNREACHABLE();
+    return RefiError(u"Not a usable REFI-QDA file: "_s + reason);
 }
 
 QString normalizedColor(QStringView hex)
@@ -55,19 +45,12 @@ std::optional<QString> trimmedMemo(const std::optional<QString> &memo)
     return trimmed.isEmpty() ? std::nullopt : std::optional(trimmed.toString());
 }
 
-void runCommand(const QString &program, const QStringList &arguments, const QString &workingDirectory)
-{
-    throwUnlessSucceeded(
-        program, ChildProcess::run({.program = program, .arguments = arguments, .workingDirectory = workingDirectory}));
-}
-
 void throwUnlessSucceeded(const QString &program, const ChildProcess::Result &result)
 {
     if (result.end == ChildProcess::Result::End::notStarted)
-        throw RefiError(RefiError::Kind::commandFailed, u"could not run "_s + program);
+        throw RefiError(u"could not run "_s + program);
     if (!result.succeeded())
-        throw RefiError(
-            RefiError::Kind::commandFailed, program + u" failed with status "_s + QString::number(result.status));
+        throw RefiError(program + u" failed with status "_s + QString::number(result.status));
 }
 
 } // namespace RefiQdpx

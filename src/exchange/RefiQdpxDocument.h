@@ -13,8 +13,8 @@ class QIODevice;
 
 namespace RefiQdpx {
 
-/// What an import takes from a project document, as plain values, since codes may stand behind the passages that refer
-/// to them.
+/// What an import takes from a project document. Codes may come after the passages that refer to them, so the whole
+/// document is parsed first.
 struct ParsedDocument {
     struct ParsedCode {
         QString name;
@@ -23,7 +23,7 @@ struct ParsedDocument {
         std::optional<size_t> parent; ///< index of a code before this one
     };
     struct CodedRange {
-        TextRange range; ///< starts at 0 or later and isn't empty, but may lie beyond the text
+        TextRange range; ///< not empty and not negative, but may lie beyond the text
         size_t target = 0; ///< index into `codeOfTarget`
     };
     struct Source {
@@ -34,17 +34,17 @@ struct ParsedDocument {
         std::vector<CodedRange> codedRanges;
     };
 
-    bool isProject = false; ///< whether the root element was the right one; if not, there is nothing else
+    bool isProject = false; ///< whether the root element is <Project>; if not, the rest is empty
     std::vector<ParsedCode> codes; ///< in document order, not deeper than eight levels
     std::vector<std::optional<size_t>>
-        codeOfTarget; ///< for each identifier in use, the index of the code that bears it
+        codeOfTarget; ///< for each identifier in the document, the index of the code that has it
     std::vector<Source> sources; ///< in document order
 };
 
-inline constexpr qint64 largestText = qint64(1) << 30; ///< of one source, in bytes
+inline constexpr qint64 maxText = qint64(1) << 30; ///< of one source, in bytes
 
-/// Reads a project document. Only one that isn't well-formed, or holds more than any project, is a failure: throws
-/// XmlError or RefiError. `onPiece` is called now and then and may end the reading by throwing.
+/// Throws XmlError if the document isn't well-formed and RefiError if it is larger than any project; what else is wrong
+/// with it is ignored. `onPiece` is called now and then and may stop the reading by throwing.
 [[nodiscard]] ParsedDocument readProjectDocument(
     QIODevice &device, const std::function<void()> &onPiece = [] {});
 

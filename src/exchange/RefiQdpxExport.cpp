@@ -1,32 +1,199 @@
 #include "exchange/RefiQdpxExport.h"
 
 #include "exchange/RefiQdpx.h"
+#include "exchange/UuidSource.h"
+#include "exchange/XmlWriter.h"
 #include "platform/AtomicFile.h"
+#include "platform/ChildProcess.h"
 #include "platform/FileError.h"
 #include "platform/StagingFolder.h"
 #include "records/UnpairedSurrogates.h"
 
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
+#include <QSet>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <map>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The staging folder is nobody's data: a file there needs none of the care, and cost, of an atomic write.
-void writePlainly(const QString &path, QByteArrayView bytes)
+constexpr QByteArrayView userGuid("6F1D2A90-0E25-4A1B-9C4E-7B8A5F2D3E11"); // the program has one user
+constexpr QByteArrayView origin("Vorn 1.0");
+
+constexpr int maxCodeDepth = 8; ///< top-level codes have depth 0
+constexpr qint64 maxSelectionName = 120; ///< UTF-16 units
+
+QByteArray guidText(const QUuid &id)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
-        throw FileError(file);
-    AtomicFile::writeAll(file, bytes);
+    return id.toByteArray(QUuid::WithoutBraces).toUpper();
 }
+
+/// As "2024-05-31T23:59:59Z"; fractions of a second are cut off. QDateTime does the same in ten times the time, and
+/// every selection has a moment.
+QByteArray momentText(const QDateTime &moment)
+{
+    using namespace std::chrono;
+    const auto second = floor<seconds>(sys_time<milliseconds>(milliseconds(moment.toMSecsSinceEpoch())));
+    const auto day = floor<days>(second);
+    const year_month_day date(day);
+    const hh_mm_ss time(second - day);
+    std::array<char, 64> text{};
+    std::snprintf(text.data(), text.size(), "%04d-%02u-%02uT%02d:%02d:%02dZ", int(date.year()), unsigned(date.month()),
+        unsigned(date.day()), int(time.hours().count()), int(time.minutes().count()), int(time.seconds().count()));
+    return text.data();
+}
+
+/// The records in the order of one of their moments; equal moments keep the given order.
+template <typename Record>
+std::vector<const Record *> sortedBy(QDateTime Record::*moment, const QList<Record> &records)
+{
+    std::vector<const Record *> result;
+    result.reserve(size_t(records.size()));
+    for (const Record &record : records)
+        result.push_back(&record);
+    const auto time = [moment](const Record *record) { return (record->*moment).toMSecsSinceEpoch(); };
+    std::ranges::stable_sort(result, {}, time); // comparing the moments themselves is many times slower
+    return result;
+}
+
+void writeDescription(XmlWriter &xml, const std::optional<QString> &memo)
+{
+    const std::optional<QString> text = RefiQdpx::trimmedMemo(memo);
+    if (!text)
+        return;
+    xml.startElement("Description");
+    xml.text(*text);
+    xml.endElement();
+}
+
+/// Writes who made the open element and when.
+void writeOrigin(XmlWriter &xml, QByteArrayView moment)
+{
+    xml.plainAttribute("creatingUser", userGuid);
+    xml.plainAttribute("modifyingUser", userGuid);
+    xml.plainAttribute("creationDateTime", moment);
+    xml.plainAttribute("modifiedDateTime", moment);
+}
+
+/// Writes the tree of codes, siblings in the order of their creation.
+class CodesWriter {
+public:
+    CodesWriter(XmlWriter &xml, const QList<Code> &codes) : m_xml(xml)
+    {
+        for (const Code *code : sortedBy(&Code::createdAt, codes))
+            m_children[code->parentID].push_back(code);
+    }
+
+    void write() const
+    {
+        m_xml.startElement("Codes");
+        writeChildren({}, 0);
+        m_xml.endElement();
+    }
+
+private:
+    void writeChildren(const std::optional<QUuid> &parent, int depth) const // ends at the maximum depth
+    {
+        const auto children = m_children.find(parent);
+        if (children == m_children.end())
+            return;
+        for (const Code *code : children->second) {
+            m_xml.startElement("Code");
+            m_xml.plainAttribute("guid", guidText(code->id));
+            m_xml.attribute("name", code->name);
+            m_xml.plainAttribute("isCodable", "true");
+            m_xml.attribute("color", RefiQdpx::normalizedColor(code->colorHex));
+            writeDescription(m_xml, code->memo);
+            if (depth < maxCodeDepth)
+                writeChildren(code->id, depth + 1);
+            m_xml.endElement();
+        }
+    }
+
+    XmlWriter &m_xml;
+    std::map<std::optional<QUuid>, std::vector<const Code *>> m_children; ///< by parent
+};
+
+/// Writes the documents with their coded passages.
+class SourcesWriter {
+public:
+    SourcesWriter(XmlWriter &xml, const RefiQdpx::ExportInput &input) : m_xml(xml), m_documents(input.documents)
+    {
+        for (const Code &code : input.codes)
+            m_codeIDs.insert(code.id);
+        for (const Coding *coding : sortedBy(&Coding::createdAt, input.codings))
+            m_codings[coding->documentID].push_back(coding);
+    }
+
+    void write()
+    {
+        m_xml.startElement("Sources");
+        for (const Document *document : sortedBy(&Document::addedAt, m_documents))
+            writeSource(*document);
+        m_xml.endElement();
+    }
+
+private:
+    void writeSource(const Document &document)
+    {
+        const QByteArray guid = guidText(document.id);
+        m_xml.startElement("TextSource");
+        m_xml.plainAttribute("guid", guid);
+        m_xml.attribute("name", document.title);
+        m_xml.plainAttribute("plainTextPath", "internal://" + guid + ".txt");
+        writeOrigin(m_xml, momentText(document.addedAt));
+        writeDescription(m_xml, document.memo);
+        for (const Coding *coding : m_codings.value(document.id))
+            writePassage(document.text, *coding);
+        m_xml.endElement();
+    }
+
+    void writePassage(QStringView text, const Coding &coding)
+    {
+        const qint64 start = std::max<qint64>(coding.start, 0);
+        if (!m_codeIDs.contains(coding.codeID) || start > text.size())
+            return;
+        const qint64 length = std::min<qint64>(coding.length, text.size() - start);
+        if (length < 1)
+            return;
+        const QByteArray createdAt = momentText(coding.createdAt);
+        m_xml.startElement("PlainTextSelection");
+        m_xml.plainAttribute("guid", guidText(m_uuids.next()));
+        m_xml.attribute("name", text.sliced(start, std::min(length, maxSelectionName)));
+        m_xml.plainAttribute("startPosition", QByteArray::number(start));
+        m_xml.plainAttribute("endPosition", QByteArray::number(start + length));
+        writeOrigin(m_xml, createdAt);
+        m_xml.startElement("Coding");
+        m_xml.plainAttribute("guid", guidText(coding.id));
+        m_xml.plainAttribute("creatingUser", userGuid);
+        m_xml.plainAttribute("creationDateTime", createdAt);
+        m_xml.startElement("CodeRef");
+        m_xml.plainAttribute("targetGUID", guidText(coding.codeID));
+        m_xml.endElement();
+        m_xml.endElement();
+        m_xml.endElement();
+    }
+
+    XmlWriter &m_xml;
+    const QList<Document> &m_documents;
+    QSet<QUuid> m_codeIDs;
+    QHash<QUuid, std::vector<const Coding *>> m_codings;
+    UuidSource m_uuids;
+};
 
 QByteArray textFile(const QString &text)
 {
     constexpr QByteArrayView byteOrderMark("\xEF\xBB\xBF");
     QByteArray bytes = replaceUnpairedSurrogates(text).toUtf8();
-    // Readers take a leading U+FEFF for a mark that isn't text, and would move every passage by one.
+    // Readers would take the text's own leading U+FEFF for a mark, and every passage would be off by one.
     if (text.startsWith(u'\uFEFF'))
         bytes.prepend(byteOrderMark);
     return bytes;
@@ -36,21 +203,25 @@ void writeSources(const QList<Document> &documents, const StagingFolder &staging
 {
     staging.makeFolder(u"sources"_s);
     for (const Document &document : documents) {
-        const QString guid = document.id.toString(QUuid::WithoutBraces).toUpper();
-        writePlainly(staging.path(u"sources/"_s + guid + u".txt"_s), textFile(document.text));
+        // Nobody else uses the staging folder, so that a file there isn't worth the cost of an atomic write.
+        QFile file(staging.path(u"sources/"_s + QString::fromLatin1(guidText(document.id)) + u".txt"_s));
+        if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+            throw FileError(file);
+        AtomicFile::writeAll(file, textFile(document.text));
     }
 }
 
-/// Has the archiver write to exactly `destination`; to a name without a dot it would append ".zip".
-template <typename Archive>
-void writeExactly(const QString &destination, Archive archive)
+/// Calls `writeArchive` with a path for zip, which appends ".zip" to a name without a dot, and gets the archive to
+/// exactly `destination`.
+template <typename WriteArchive>
+void writeExactly(const QString &destination, WriteArchive writeArchive)
 {
     if (QFileInfo(destination).fileName().contains(u'.')) {
-        archive(destination);
+        writeArchive(destination);
         return;
     }
     const QString dotted = destination + u'-' + QUuid::createUuid().toString(QUuid::WithoutBraces) + u".zip"_s;
-    archive(dotted);
+    writeArchive(dotted);
     QFile file(dotted);
     if (!file.rename(destination)) {
         const QString reason = file.errorString();
@@ -67,12 +238,51 @@ void RefiQdpx::exportArchive(const ExportInput &input, const QString &destinatio
     AtomicFile::write(staging.path(u"project.qde"_s), buildProjectXML(input));
     writeSources(input.documents, staging);
     const QString target = QFileInfo(destination).absoluteFilePath();
-    QFile::remove(target); // zip would add to an archive that is there
+    QFile::remove(target); // zip would add to an existing archive
     writeExactly(target, [&](const QString &path) {
-        // With its own unfinished file in the staging folder: on a full disk it would leave that beside the archive.
-        runCommand(u"/usr/bin/zip"_s,
-            {u"-X"_s, u"-q"_s, u"-r"_s, u"-b"_s, staging.path(), path, u"project.qde"_s, u"sources"_s}, staging.path());
-        // It keeps unfinished files private; this one is as open to others as any other export.
+        // -b puts zip's unfinished file into the staging folder: on a full disk it would be left beside the archive.
+        const QStringList arguments{
+            u"-X"_s, u"-q"_s, u"-r"_s, u"-b"_s, staging.path(), path, u"project.qde"_s, u"sources"_s};
+        throwUnlessSucceeded(u"/usr/bin/zip"_s,
+            ChildProcess::run(
+                {.program = u"/usr/bin/zip"_s, .arguments = arguments, .workingDirectory = staging.path()}));
+        // zip makes its unfinished file private; the archive gets the permissions of any other export.
         QFile::setPermissions(path, QFile::permissions(staging.path(u"project.qde"_s)));
     });
+}
+
+QByteArray RefiQdpx::buildProjectXML(const ExportInput &input)
+{
+    XmlWriter xml;
+    xml.startElement("Project");
+    xml.plainAttribute("xmlns", "urn:QDA-XML:project:1.0");
+    xml.attribute("name", input.project.name);
+    xml.plainAttribute("origin", origin);
+    xml.plainAttribute("creatingUserGUID", userGuid);
+    xml.plainAttribute("modifyingUserGUID", userGuid);
+    xml.plainAttribute("creationDateTime", momentText(input.project.createdAt));
+    xml.plainAttribute("modifiedDateTime", momentText(input.project.modifiedAt));
+    xml.startElement("Users");
+    xml.startElement("User");
+    xml.plainAttribute("guid", userGuid);
+    xml.plainAttribute("name", "Vorn User");
+    xml.endElement();
+    xml.endElement();
+    xml.startElement("CodeBook");
+    CodesWriter(xml, input.codes).write();
+    xml.endElement();
+    SourcesWriter(xml, input).write();
+    xml.endElement();
+    return xml.takeDocument();
+}
+
+QByteArray RefiQdpx::buildCodebookXML(const QList<Code> &codes)
+{
+    XmlWriter xml;
+    xml.startElement("CodeBook");
+    xml.plainAttribute("xmlns", "urn:QDA-XML:codebook:1.0");
+    xml.plainAttribute("origin", origin);
+    CodesWriter(xml, codes).write();
+    xml.endElement();
+    return xml.takeDocument();
 }

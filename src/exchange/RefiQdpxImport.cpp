@@ -1,12 +1,10 @@
 #include "exchange/RefiQdpxImport.h"
 
-#include "exchange/ArchiveMembers.h"
 #include "exchange/RefiQdpx.h"
 #include "exchange/RefiQdpxDocument.h"
-#include "exchange/RefiQdpxUnpack.h"
+#include "exchange/UnpackedArchive.h"
 #include "exchange/UuidSource.h"
 #include "platform/FileError.h"
-#include "platform/StagingFolder.h"
 #include "platform/TextDecoder.h"
 #include "records/Code.h"
 #include "records/Coding.h"
@@ -28,46 +26,40 @@ namespace RefiQdpx {
 
 namespace {
 
-constexpr qint64 recordsBetweenQuestions = 1'000; // written within some milliseconds
-constexpr qint64 maxRepeatedText = qint64(64) << 20; // UTF-16 units: many sources may name one file
+constexpr qint64 recordsPerQuestion = 1'000; // takes some milliseconds
+constexpr qint64 maxRepeatedText = qint64(64) << 20; // UTF-16 units; many sources may name the same file
 
 QDateTime now()
 {
     return QDateTime::currentDateTimeUtc();
 }
 
-ParsedDocument parsedDocument(const ArchiveMembers &members, const std::function<void()> &onPiece)
+ParsedDocument parsedDocument(const UnpackedArchive &archive, const std::function<void()> &onPiece)
 {
-    const std::optional<QString> path = members.path(u"project.qde");
+    const std::optional<QString> path = archive.path(u"project.qde");
     if (!path)
-        throw RefiError(RefiError::Kind::notAQdpx, u"project.qde was not found in the archive"_s);
+        throw RefiError::notUsable(u"project.qde was not found in the archive"_s);
     QFile file(*path);
     if (!file.open(QIODevice::ReadOnly))
         throw FileError(file);
     ParsedDocument document = readProjectDocument(file, onPiece);
     if (!document.isProject)
-        throw RefiError(RefiError::Kind::notAQdpx, u"the root element is not <Project>"_s);
+        throw RefiError::notUsable(u"the root element is not <Project>"_s);
     return document;
-}
-
-QString decoded(QByteArrayView bytes)
-{
-    for (const auto decoder : {TextDecoder::utf8, TextDecoder::utf16})
-        if (std::optional<QString> text = decoder(bytes))
-            return *std::move(text);
-    return TextDecoder::latin1(bytes);
 }
 
 std::optional<QString> textOfFile(const QString &path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() > largestText)
+    if (!file.open(QIODevice::ReadOnly) || file.size() > maxText)
         return {};
     const QByteArray bytes = file.readAll();
-    return file.error() == QFileDevice::NoError ? std::optional(decoded(bytes)) : std::nullopt;
+    return file.error() == QFileDevice::NoError
+        ? std::optional(TextDecoder::decoded(bytes, {TextDecoder::utf8, TextDecoder::utf16}))
+        : std::nullopt;
 }
 
-/// The file's name in the archive, as far as the path of a source says it.
+/// The name of the archive's member that a source's path means.
 QStringView memberName(QStringView plainTextPath)
 {
     constexpr QStringView scheme(u"internal://");
@@ -83,15 +75,15 @@ struct MemberText {
     QString text;
 };
 
-/// The text of the first file that is there and can be read. Other tools keep texts in the root of the archive, and
-/// write names with percent signs for what isn't ASCII.
-std::optional<MemberText> textOfMember(const ArchiveMembers &members, const QString &plainTextPath)
+/// The text of the first candidate that exists and can be read: some tools keep texts in the root of the archive, and
+/// some write names with percent encoding.
+std::optional<MemberText> textOfMember(const UnpackedArchive &archive, const QString &plainTextPath)
 {
     const QString literal = memberName(plainTextPath).toString();
     const QString unescaped = QString::fromUtf8(QByteArray::fromPercentEncoding(literal.toUtf8()));
     for (const QString &name : {literal, unescaped}) {
         for (const QString &candidate : {u"sources/"_s + name, name}) {
-            const std::optional<QString> path = members.path(candidate);
+            const std::optional<QString> path = archive.path(candidate);
             std::optional<QString> text = path ? textOfFile(*path) : std::nullopt;
             if (text)
                 return MemberText{*path, *std::move(text)};
@@ -114,15 +106,15 @@ size_t codedRangeCount(const ParsedDocument &document)
     return count;
 }
 
-/// Puts what was parsed into the database, inside a transaction.
+/// Adds a parsed document to the database, inside a transaction.
 class Import {
 public:
-    /// `step` is where the import stands until its sources begin.
-    Import(Database &database, const QUuid &projectID, const ArchiveMembers &members, const MayImport &mayImport,
+    /// `step` is what is reported until the first source.
+    Import(Database &database, const QUuid &projectID, const UnpackedArchive &archive, const MayImport &mayImport,
         ImportStep step)
         : m_database(database),
           m_projectID(projectID),
-          m_members(members),
+          m_archive(archive),
           m_mayImport(mayImport),
           m_step(std::move(step))
     {
@@ -188,21 +180,21 @@ private:
         if (source.content)
             return TextDecoder::unmarkedUtf8(*source.content);
         std::optional<MemberText> member =
-            source.plainTextPath ? textOfMember(m_members, *source.plainTextPath) : std::nullopt;
+            source.plainTextPath ? textOfMember(m_archive, *source.plainTextPath) : std::nullopt;
         if (!member)
             return {};
         limitRepetition(*member);
         return std::move(member->text);
     }
 
-    /// A small archive could fill the library with one of its files until nothing can hold it any more.
+    /// Otherwise a small archive could fill the disk by naming one of its files in many sources.
     void limitRepetition(const MemberText &member)
     {
         if (m_usedFiles.contains(member.path))
             m_repeatedText += member.text.size();
         m_usedFiles.insert(member.path);
         if (m_repeatedText > maxRepeatedText)
-            throw RefiError(RefiError::Kind::notAQdpx, u"it repeats more text than a project can hold"_s);
+            throw RefiError::notUsable(u"it repeats more text than a project can hold"_s);
     }
 
     void importCoding(const Document &document, const TextRange &range, const QUuid &codeID)
@@ -225,18 +217,18 @@ private:
     void insert(const Record &record)
     {
         record.insert(m_database);
-        if (++m_recordCount % recordsBetweenQuestions == 0)
+        if (++m_recordCount % recordsPerQuestion == 0)
             throwIfStopped(m_mayImport, m_step);
     }
 
     Database &m_database;
     const QUuid m_projectID;
-    const ArchiveMembers &m_members;
+    const UnpackedArchive &m_archive;
     const MayImport &m_mayImport;
     ImportStep m_step;
     qint64 m_recordCount = 0;
     std::vector<QUuid> m_codeIDs; ///< of the records, in the order of the parsed codes
-    std::vector<QUuid> m_codingIDs; ///< for records to come
+    std::vector<QUuid> m_codingIDs; ///< for the codings to come
     QSet<QString> m_usedFiles; ///< by their paths
     qint64 m_repeatedText = 0; ///< of files that were used before, in UTF-16 units
     UuidSource m_uuids;
@@ -249,14 +241,12 @@ ImportSummary importQdpx(
     const QString &archive, DatabaseQueue &queue, const QUuid &projectID, const MayImport &mayImport)
 {
     const ImportStep whole{1, 1, QFileInfo(archive).fileName()};
-    const StagingFolder staging(u"vorn-qdpx-import-"_s);
-    unpackArchive(archive, staging.path(), {}, [&] { return !mayImport || mayImport(whole); });
+    const UnpackedArchive unpacked(archive, {}, [&] { return !mayImport || mayImport(whole); });
     const auto pause = [&] { throwIfStopped(mayImport, whole); };
     pause();
-    const ArchiveMembers members(staging.path());
-    const ParsedDocument document = parsedDocument(members, pause);
+    const ParsedDocument document = parsedDocument(unpacked, pause);
     return queue.write(
-        [&](Database &database) { return Import(database, projectID, members, mayImport, whole).run(document); });
+        [&](Database &database) { return Import(database, projectID, unpacked, mayImport, whole).run(document); });
 }
 
 } // namespace RefiQdpx

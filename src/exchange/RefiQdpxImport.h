@@ -17,10 +17,10 @@ struct ImportSummary {
     bool operator==(const ImportSummary &) const = default;
 };
 
-/// Reads an archive, of this program or of another, and adds its codes, documents and coded passages to the project,
-/// all under fresh identifiers. What can't be used of a sound archive is passed over in silence. All or nothing: throws
-/// RefiError, XmlError, FileError, DatabaseError or ImportStopped, and then nothing was added.
-/// `mayImport` is asked inside the transaction and must not use the queue.
+/// Reads an archive, of this program or another, and adds its codes, documents and coded passages to the project, all
+/// with new identifiers. Unusable parts of a sound archive are skipped silently. All or nothing: when RefiError,
+/// XmlError, FileError, DatabaseError or ImportStopped is thrown, nothing was added. `mayImport` is asked inside the
+/// transaction and must not use the queue.
 ImportSummary importQdpx(
     const QString &archive, DatabaseQueue &queue, const QUuid &projectID, const MayImport &mayImport = {});
 

@@ -3,7 +3,7 @@
 #include <QStringView>
 
 /// Calls `visit` with each line of `text` in order, without its line feed; empty lines count, and there is always at
-/// least one. A carriage return and the line feed after it are one character to a reader, and end no line.
+/// least one. A line feed after a carriage return ends no line: together they count as one character.
 template <typename Visitor>
 void forEachLine(QStringView text, Visitor visit)
 {

@@ -2,22 +2,22 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 
 QUuid UuidSource::next()
 {
-    std::array<uint, 4> random{};
+    std::array<quint32, 4> random{};
     m_generator.fillRange(random.data(), qsizetype(random.size()));
-    const auto byte = [&](size_t index) { return uchar(random[2 + index / 4] >> index % 4 * 8); };
-    const auto version = ushort((random[1] & 0x0FFF) | 0x4000); // made of random bits
-    const auto variant = uchar((byte(0) & 0x3F) | 0x80);
-    return {random[0], ushort(random[1] >> 16), version, variant, byte(1), byte(2), byte(3), byte(4), byte(5), byte(6),
-        byte(7)};
+    auto bytes = std::bit_cast<std::array<uchar, 16>>(random);
+    bytes[6] = uchar((bytes[6] & 0x0F) | 0x40); // the version: random
+    bytes[8] = uchar((bytes[8] & 0x3F) | 0x80); // the variant
+    return QUuid::fromRfc4122(bytes);
 }
 
 std::vector<QUuid> UuidSource::ascending(size_t count)
 {
     std::vector<QUuid> result(count);
     std::ranges::generate(result, [this] { return next(); });
-    std::ranges::sort(result, std::less<>()); // the order of the sixteen bytes, as all are of one variant
+    std::ranges::sort(result, std::less<>()); // by their sixteen bytes, as all have the same variant
     return result;
 }

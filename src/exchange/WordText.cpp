@@ -22,7 +22,7 @@ constexpr std::array literals{
     Literal{u"<w:br />", u' '},
     Literal{u"<w:tab/>", u'\t'},
     Literal{u"</w:p>", u'\n'},
-    // The first literal is replaced before the second is looked for, and within this one it makes the second.
+    // Replacing the first literal inside this one makes the second, which is replaced afterwards.
     Literal{u"<w:br<w:br/>/>", u' '},
 };
 
@@ -65,8 +65,8 @@ qsizetype closingBracket(QStringView xml, qsizetype from)
 QString withoutMarkup(QStringView xml)
 {
     QString text;
-    text.reserve(xml.size()); // pages that stay untouched cost nothing
-    bool mayClose = true; // once no bracket closes, none does further on; asking again and again would be quadratic
+    text.reserve(xml.size()); // memory that isn't written to costs nothing
+    bool mayClose = true; // once no bracket closes, none does further on; searching again would be quadratic
     qsizetype copied = 0;
     qsizetype open = xml.indexOf(u'<');
     while (open >= 0) {
@@ -87,10 +87,10 @@ QString withoutMarkup(QStringView xml)
     return text;
 }
 
-/// What a '&' and the units after it stand for.
+/// What '&' and the units after it stand for.
 struct Reference {
-    qsizetype length = 0; ///< UTF-16 units after the '&' that belong to it
-    std::optional<char32_t> scalar = U'&'; ///< absent: it disappears
+    qsizetype length = 0; ///< UTF-16 units after the '&'
+    std::optional<char32_t> scalar = U'&'; ///< absent if the reference disappears
 };
 
 constexpr char32_t endOfUnicode = 0x110000;

@@ -3,13 +3,13 @@
 #include <QString>
 #include <QStringView>
 
-/// Plain text out of the main part of a Word document. The part is taken as text and not as XML: what can be read of a
-/// damaged one comes in, and nothing can fail. All costs are linear.
+/// Plain text of the main part of a Word document. The part is scanned as text, not parsed as XML: a damaged one gives
+/// what can be read, and nothing can fail. O(n).
 namespace WordText {
-/// One line per paragraph; a line break is a blank, a tab at most one blank, several empty paragraphs are one empty
-/// line. Nothing but blanks and line breaks gives an empty text.
+/// One line per paragraph; line breaks and tabs become a space, several empty paragraphs one empty line. The result is
+/// trimmed.
 [[nodiscard]] QString plainText(QStringView wordXML);
-/// Replaces decimal and hexadecimal character references, "&#233;" and "&#xE9;". A reference that stands for no Unicode
-/// scalar disappears.
+/// Replaces decimal and hexadecimal character references, "&#233;" and "&#xE9;". A reference to something that is no
+/// Unicode scalar disappears.
 [[nodiscard]] QString decodeNumericEntities(QStringView text);
 } // namespace WordText

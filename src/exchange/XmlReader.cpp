@@ -20,12 +20,12 @@ namespace {
 
 constexpr qsizetype chunkSize = 1 << 16; // bytes
 
-// The parser compares each attribute of a tag with all others, and each prefix with all that are declared around it.
+// libxml2 compares each attribute of a tag with all others, and each prefix with all that are in scope.
 constexpr int maxAttributes = 256; ///< in one tag
-constexpr int maxNamespaces = 256; ///< declared by all elements that are open at a time
-/// Bytes in UTF-8; a comment counts as well. Has room for the longest name, were all of it escaped.
-constexpr qsizetype longestTag = 1 << 21;
-static_assert(longestTag > longestName * 6 + (1 << 16));
+constexpr int maxNamespaces = 256; ///< declared by all open elements together
+/// In bytes of UTF-8; comments count as tags. Has room for the longest name with every character escaped.
+constexpr qsizetype maxTag = 1 << 21;
+static_assert(maxTag > longestName * 6 + (1 << 16));
 
 const char *bytesAt(const xmlChar *text)
 {
@@ -36,7 +36,7 @@ void dropMessage(void *, const char *, ...) // NOLINT(cert-dcl50-cpp): the shape
 {
 }
 
-/// Turns the libraries' own messages, which would be printed, away from the program's outputs for its lifetime.
+/// Keeps libxml2 from printing its messages during this object's lifetime.
 class SilencedMessages {
 public:
     SilencedMessages(void *context, xmlStructuredErrorFunc structured)
@@ -59,8 +59,8 @@ private:
     void *const m_structuredContext = xmlStructuredErrorContext;
 };
 
-/// One run of the parser in its push form. This form, with a handler of our own that offers no entities, is the one
-/// that neither reads other files, nor expands declared entities, nor quietly leaves references to them out.
+/// One run of libxml2's SAX2 push parser. Only this interface, with callbacks that offer no entities, neither reads
+/// other files, nor expands declared entities, nor silently drops references to them.
 class Parser {
 public:
     explicit Parser(XmlHandler &handler);
@@ -74,12 +74,12 @@ private:
         const xmlChar **attributes);
     static void endElement(void *self, const xmlChar *name, const xmlChar *prefix, const xmlChar *uri);
     static void characters(void *self, const xmlChar *text, int length);
-    // Releases of the library differ in whether the error is constant.
+    // Whether the error is const depends on the version of libxml2.
     template <typename Error>
     static void noteError(void *self, Error *error);
 
     [[nodiscard]] static xmlSAXHandler callbacks();
-    /// Nothing may be thrown through the library: what `body` throws waits for the end of the chunk.
+    /// Exceptions must not pass through C code: what `body` throws is rethrown after the chunk.
     template <typename Body>
     void tell(Body body) noexcept;
     void enterElement(int attributeCount, int namespaceCount);
@@ -91,7 +91,7 @@ private:
     struct ContextFreer {
         void operator()(xmlParserCtxt *context) const noexcept
         {
-            xmlFreeDoc(context->myDoc); // the parser keeps declared entities in one
+            xmlFreeDoc(context->myDoc); // holds the declared entities
             context->myDoc = nullptr;
             xmlFreeParserCtxt(context);
         }
@@ -104,8 +104,8 @@ private:
     XmlHandler &m_handler;
     SilencedMessages m_silence;
     std::unique_ptr<xmlParserCtxt, ContextFreer> m_context;
-    std::exception_ptr m_failure; ///< ours or the handler's
-    QString m_message; ///< the parser's first one that is about a failure
+    std::exception_ptr m_failure; ///< thrown by us or the handler
+    QString m_message; ///< the parser's first error
     bool m_hasRoot = false;
     qsizetype m_depth = 0;
     std::vector<NamespaceScope> m_namespaceScopes; ///< of open elements that declare any
@@ -118,7 +118,7 @@ Parser::Parser(XmlHandler &handler) : m_handler(handler), m_silence(this, noteEr
     m_context.reset(xmlCreatePushParserCtxt(&sax, this, nullptr, 0, nullptr));
     if (!m_context)
         throw std::bad_alloc();
-    // Without NOENT, "&amp;" in an attribute would come as "&#38;". It expands nothing here, there being no entities.
+    // Without NOENT, "&amp;" in an attribute arrives as "&#38;". It expands nothing: the callbacks offer no entities.
     xmlCtxtUseOptions(m_context.get(), XML_PARSE_NONET | XML_PARSE_NOENT);
 }
 
@@ -137,9 +137,9 @@ xmlSAXHandler Parser::callbacks()
 void Parser::feed(QByteArrayView bytes)
 {
     parse(bytes.data(), int(bytes.size()), false);
-    // What is left waits for its end. The parser's own limit is enough for a CDATA section, which is text.
+    // What is left is an unfinished tag. CDATA sections are text and have the parser's own limit.
     const xmlParserInput *input = m_context->input;
-    if (m_context->instate != XML_PARSER_CDATA_SECTION && input && input->end - input->cur > longestTag)
+    if (m_context->instate != XML_PARSER_CDATA_SECTION && input && input->end - input->cur > maxTag)
         throw XmlError(u"A tag is too long"_s);
 }
 
@@ -230,25 +230,21 @@ template <typename Error>
 void Parser::noteError(void *self, Error *error)
 {
     auto &parser = *static_cast<Parser *>(self);
-    // Where a document names a definition outside of it, a missing entity is but a warning, and its text is left out.
-    // A prefix that isn't declared is no failure: names are local here.
+    // In a document with an external definition an unknown entity is only a warning, and its text would be missing.
+    // Undeclared prefixes are no failure: only local names matter.
     const bool isFailure = error->level == XML_ERR_FATAL || error->code == XML_WAR_UNDECLARED_ENTITY;
     if (!isFailure || !parser.m_message.isEmpty())
         return;
     const bool endsEarly = error->code == XML_ERR_DOCUMENT_END && !parser.isPastRoot();
-    // The parser would speak of extra content at the end.
+    // libxml2 would complain of extra content at the end.
     parser.m_message = endsEarly ? u"Premature end of the document"_s : QString::fromUtf8(error->message).trimmed();
 }
 
 } // namespace
 
-XmlError::XmlError(QString description) : m_description(std::move(description))
-{
-}
-
 std::optional<QByteArrayView> XmlAttributes::value(QByteArrayView name) const
 {
-    // For each attribute: local name, prefix, namespace, begin and end of the value.
+    // libxml2's layout: local name, prefix, namespace, begin and end of the value.
     for (int index = 0; index < m_count; ++index) {
         const unsigned char **attribute = m_attributes + qsizetype(index) * 5;
         if (!attribute[1] && name == QByteArrayView(bytesAt(attribute[0])))

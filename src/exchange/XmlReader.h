@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/LocalizedError.h"
+#include "exchange/ExchangeError.h"
 
 #include <QByteArrayView>
 
@@ -10,23 +10,18 @@
 class QIODevice;
 
 /// Why a document can't be read, in the parser's words.
-class XmlError : public LocalizedError {
+class XmlError : public ExchangeError {
 public:
-    explicit XmlError(QString description);
-
-    [[nodiscard]] QString description() const override { return m_description; }
-
-private:
-    QString m_description;
+    using ExchangeError::ExchangeError;
 };
 
-/// The attributes of one start tag. Lives for the call that hands it over.
+/// The attributes of a start tag. Valid only during the call that gets it.
 class XmlAttributes {
 public:
-    /// For the reader: `count` attributes in the parser's own layout.
+    /// `attributes` is in the parser's own layout.
     XmlAttributes(const unsigned char **attributes, int count) : m_attributes(attributes), m_count(count) { }
 
-    /// The value, in UTF-8, of the attribute of that name without a prefix.
+    /// The value, in UTF-8, of the attribute that has this name and no prefix.
     [[nodiscard]] std::optional<QByteArrayView> value(QByteArrayView name) const;
 
 private:
@@ -34,22 +29,22 @@ private:
     int m_count;
 };
 
-/// Is told what a document holds, in its order. Names are local names: a prefix or a namespace makes no difference.
-/// What a handler throws ends the reading.
+/// Gets a document's content in its order. Names are local names: prefixes and namespaces are ignored. The reading
+/// stops when a handler throws.
 class XmlHandler {
 public:
     virtual ~XmlHandler() = default;
     virtual void startElement(QByteArrayView name, const XmlAttributes &attributes) = 0;
     virtual void endElement() = 0;
-    /// A piece of text, in UTF-8; one stretch of text may come in several pieces.
+    /// A piece of text, in UTF-8; a text may come in several pieces.
     virtual void characters(QByteArrayView text) = 0;
 };
 
 namespace XmlReader {
-/// Reads a document to its end, in constant memory and linear time whatever it holds. Nothing but `device` is looked
-/// at: a reference to any entity that a document declares is refused, and so are tags of absurd size. Prints nothing.
-/// Throws XmlError, also if the device can't be read, and what the handler throws. `onPiece` is called for each piece
-/// of some ten thousand bytes and may end the reading by throwing, too.
+/// Reads a whole document in constant memory and linear time. Reads nothing but `device`: references to entities that
+/// the document declares are refused, as are tags of absurd size. Throws XmlError, also if the device can't be read,
+/// and what the handler throws. `onPiece` is called for each piece of some ten thousand bytes and may stop the reading
+/// by throwing.
 void read(
     QIODevice &device, XmlHandler &handler, const std::function<void()> &onPiece = [] {});
 } // namespace XmlReader

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QByteArray>
-#include <QLatin1StringView>
 #include <QStringView>
 
 #include <vector>
@@ -9,8 +8,8 @@
 /// Writes an indented XML document in UTF-8 into memory.
 ///
 /// The document is well-formed whatever the values hold: what XML can't express (most control characters, U+FFFE,
-/// U+FFFF, halves of surrogate pairs) becomes U+FFFD, and tabs and line ends come back from a reader as they were.
-/// Names of elements and attributes are the caller's own and are written as they are.
+/// U+FFFF, unpaired surrogates) becomes U+FFFD, and tabs and line ends are read back as they were. Names of elements
+/// and attributes are the caller's own and aren't checked.
 class XmlWriter {
 public:
     /// Writes the XML declaration.
@@ -20,7 +19,8 @@ public:
     void startElement(QByteArrayView name);
     /// To be called before the element gets any content.
     void attribute(QByteArrayView name, QStringView value);
-    void attribute(QByteArrayView name, QLatin1StringView value);
+    /// For a value that is ASCII without characters that need escaping, as identifiers and numbers are.
+    void plainAttribute(QByteArrayView name, QByteArrayView value);
     /// An element with text has no child elements.
     void text(QStringView text);
     void endElement();
@@ -29,8 +29,6 @@ public:
     [[nodiscard]] QByteArray takeDocument();
 
 private:
-    template <typename Value>
-    void writeAttribute(QByteArrayView name, Value value);
     void closeStartTag();
     void startLine();
 

@@ -1,6 +1,5 @@
 #include "library/LibraryStore.h"
 
-#include "exchange/ExcerptExporter.h"
 #include "exchange/RefiQdpx.h"
 #include "exchange/RefiQdpxExport.h"
 #include "exchange/RefiQdpxImport.h"

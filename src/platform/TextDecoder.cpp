@@ -113,3 +113,11 @@ QString TextDecoder::latin1(QByteArrayView bytes)
 {
     return QString::fromLatin1(bytes);
 }
+
+QString TextDecoder::decoded(QByteArrayView bytes, std::initializer_list<Decoder> decoders)
+{
+    for (const Decoder decoder : decoders)
+        if (std::optional<QString> text = decoder(bytes))
+            return *std::move(text);
+    return latin1(bytes);
+}

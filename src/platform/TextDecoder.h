@@ -3,6 +3,7 @@
 #include <QByteArrayView>
 #include <QString>
 
+#include <initializer_list>
 #include <optional>
 
 /// Decoders that refuse what isn't valid in them, a character cut off at the end included. A byte-order mark is not
@@ -18,4 +19,7 @@ namespace TextDecoder {
 [[nodiscard]] QString unmarkedUtf8(QByteArrayView bytes);
 /// Takes any bytes.
 [[nodiscard]] QString latin1(QByteArrayView bytes);
+/// By the first of `decoders` that doesn't refuse the bytes, else as Latin-1.
+using Decoder = std::optional<QString> (*)(QByteArrayView bytes);
+[[nodiscard]] QString decoded(QByteArrayView bytes, std::initializer_list<Decoder> decoders);
 } // namespace TextDecoder

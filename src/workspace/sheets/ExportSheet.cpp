@@ -1,6 +1,5 @@
 #include "workspace/sheets/ExportSheet.h"
 
-#include "exchange/ExportCodeGroup.h"
 #include "kit/controls/Paragraph.h"
 #include "kit/controls/SegmentedControl.h"
 #include "kit/theme/Fonts.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "exchange/ExportFormat.h"
+#include "exchange/ExcerptExporter.h"
 #include "workspace/sheets/FormSheet.h"
 
 #include <QUuid>

@@ -1,4 +1,4 @@
-#include "exchange/ExportFormat.h"
+#include "exchange/ExcerptExporter.h"
 #include "library/survival/Workplace.h"
 #include "platform/AtomicFile.h"
 #include "platform/LocalizedError.h"
