@@ -1,6 +1,5 @@
 #include "exchange/DocumentImporter.h"
 
-#include "exchange/ImportError.h"
 #include "exchange/ImportStep.h"
 #include "platform/ChildProcess.h"
 #include "platform/FileError.h"
@@ -150,12 +149,6 @@ TEST_F(DocumentImport, NeverWaitsForAPipe)
     }
 }
 
-TEST_F(DocumentImport, WordPartLargerThanAPipe)
-{
-    const QByteArray part = "<w:p><w:t>0123456789 &amp;</w:t></w:p>"_ba.repeated(100'000);
-    EXPECT_EQ(DocumentImporter::readDocx(writeArchive(u"large.docx"_s, part)).size(), 100'000 * 13 - 1);
-}
-
 TEST_F(DocumentImport, WordPartIsStrictlyUtf8)
 {
     EXPECT_EQ(DocumentImporter::readDocx(writeArchive(u"mark.docx"_s, "\xEF\xBB\xBF<?xml?><w:t>a</w:t>")), u"a"_s);
@@ -182,26 +175,6 @@ TEST_F(DocumentImport, WordDocumentThatIsNone)
     EXPECT_EQ(complaintOf(writeArchive(u"other.docx"_s, "a", u"word/styles.xml"_s)), unreadable(u"other.docx"_s));
     EXPECT_EQ(complaintOf(writeArchive(u"locked.docx"_s, "a", u"word/document.xml"_s, {u"-P"_s, u"secret"_s})),
         unreadable(u"locked.docx"_s));
-}
-
-TEST_F(DocumentImport, NameOfAWordDocumentIsTakenAsItStands)
-{
-    for (const auto &[name, sibling] : {std::pair{u"it's \"so\" `x` $HOME.docx"_s, u"its.docx"_s},
-             {u"[ab].docx"_s, u"a.docx"_s}, {u"a\\*.docx"_s, u"ab.docx"_s}, {u"%1 %s.docx"_s, u"1.docx"_s}}) {
-        writeArchive(sibling, "<w:t>sibling</w:t>");
-        EXPECT_NE(complaintOf(path(name)), QString()) << "the sibling was read instead of nothing";
-        writeArchive(name, "<w:t>meant</w:t>");
-        EXPECT_EQ(DocumentImporter::readDocx(path(name)), u"meant"_s);
-    }
-}
-
-TEST_F(DocumentImport, RelativePathMayBeginWithADash)
-{
-    writeArchive(u"-x.docx"_s, "<w:t>meant</w:t>");
-    const QString before = QDir::currentPath();
-    ASSERT_TRUE(QDir::setCurrent(path(QString())));
-    EXPECT_EQ(DocumentImporter::readDocx(u"-x.docx"_s), u"meant"_s);
-    QDir::setCurrent(before);
 }
 
 TEST_F(DocumentImport, LongDocumentCanBeStopped)

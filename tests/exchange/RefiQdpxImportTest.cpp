@@ -287,23 +287,6 @@ INSTANTIATE_TEST_SUITE_P(Sources, ImportedText,
             "null_character", "plainTextPath='a.txt'>", {{"a.txt", QByteArray("a\0b", 3)}}, u"a"_s + QChar(0) + u'b'}),
     rowName);
 
-TEST_F(QdpxImport, FollowsNoLinkOfTheArchive)
-{
-    const QByteArray source = "<TextSource plainTextPath='internal://";
-    AtomicFile::write(m_folder.path(u"secret.txt"_s), "secret");
-    const QByteArray outside = m_folder.path({}).toUtf8();
-    const TestArchive archive =
-        TestArchive()
-            .add("link.txt", outside + "secret.txt", TestArchive::symbolicLink)
-            .add("sources/link.txt", outside + "secret.txt", TestArchive::symbolicLink)
-            .add("out", outside, TestArchive::symbolicLink)
-            .add("project.qde", project({}, source + "link.txt'/>" + source + "out/secret.txt'/>"));
-    EXPECT_EQ(import(archive), ImportSummary());
-    EXPECT_EQ(complaint(TestArchive().add("project.qde", outside + "secret.txt", TestArchive::symbolicLink)),
-        u"Not a usable REFI-QDA file: project.qde was not found in the archive"_s);
-    EXPECT_EQ(AtomicFile::readFile(m_folder.path(u"secret.txt"_s)), "secret");
-}
-
 struct FailureCase {
     const char *name;
     QByteArray member;

@@ -16,7 +16,7 @@ using namespace RefiQdpx;
 
 namespace {
 
-/// What a project is to its owner, with names for identifiers: codes by their path, passages by code and document.
+/// What a project holds, with names for identifiers: codes by path, passages by code and document, cut to the text.
 struct Content {
     QStringList codes;
     QStringList documents;
@@ -49,14 +49,20 @@ Content contentOf(const QList<Code> &codes, const QList<Document> &documents, co
         content.codes.append(path + u' ' + normalizedColor(code.colorHex) + memoOf(code.memo));
     }
     QHash<QUuid, QString> texts;
+    QHash<QUuid, qint64> sizes;
     for (const Document &document : documents) {
+        sizes.insert(document.id, document.text.size());
         texts.insert(document.id, expressible(document.title) + u' ' + replaceUnpairedSurrogates(document.text));
         if (!document.text.isEmpty())
             content.documents.append(texts.value(document.id) + memoOf(document.memo));
     }
-    for (const Coding &coding : codings)
-        content.passages.append(paths.value(coding.codeID) + u' ' + QString::number(coding.start) + u'+'
-            + QString::number(coding.length) + u' ' + texts.value(coding.documentID));
+    for (const Coding &coding : codings) {
+        const qint64 start = std::max<qint64>(coding.start, 0);
+        const qint64 length = std::min(coding.length, sizes.value(coding.documentID) - start);
+        if (length > 0)
+            content.passages.append(paths.value(coding.codeID) + u' ' + QString::number(start) + u'+'
+                + QString::number(length) + u' ' + texts.value(coding.documentID));
+    }
     for (QStringList *list : {&content.codes, &content.documents, &content.passages})
         list->sort();
     return content;
@@ -96,8 +102,9 @@ ExportInput randomProject(unsigned seed)
         document.addedAt = start.addMSecs(nasty.number(0, 5));
         input.documents.append(document);
         for (int coded = document.text.isEmpty() ? 0 : nasty.number(0, 20); coded > 0; --coded) {
-            const int first = nasty.number(0, int(document.text.size()) - 1);
-            const int length = nasty.number(1, int(document.text.size()) - first);
+            const int end = int(document.text.size()) + 3;
+            const int first = nasty.number(-3, end);
+            const int length = nasty.onceIn(9) ? -1 : nasty.number(0, end);
             const QUuid code = input.codes[nasty.number(0, int(input.codes.size()) - 1)].id;
             input.codings.append(
                 {{}, QUuid::createUuid(), document.id, code, first, length, start.addMSecs(nasty.number(0, 5))});
@@ -147,4 +154,4 @@ TEST(RoundTripOfNames, TakesTheLongestWithAllOfItEscaped)
     EXPECT_EQ(queue->read([](Database &database) { return Document::all().fetchAll(database).value(0).title; }), name);
 }
 
-INSTANTIATE_TEST_SUITE_P(Seeds, RoundTrip, testing::Range(1u, 41u));
+INSTANTIATE_TEST_SUITE_P(Seeds, RoundTrip, testing::Range(1u, 26u));

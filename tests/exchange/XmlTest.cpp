@@ -18,22 +18,17 @@ namespace {
 /// Notes what a document holds, as "<name a=value>text</>".
 class Notes : public XmlHandler {
 public:
-    explicit Notes(QByteArrayView attribute = "a") : m_attribute(attribute) { }
-
     void startElement(QByteArrayView name, const XmlAttributes &attributes) override
     {
         text.append('<').append(name);
-        if (const auto value = attributes.value(m_attribute))
-            text.append(' ').append(m_attribute).append('=').append(*value);
+        if (const auto value = attributes.value("a"))
+            text.append(" a=").append(*value);
         text.append('>');
     }
     void endElement() override { text.append("</>"); }
     void characters(QByteArrayView piece) override { text.append(piece); }
 
     QByteArray text;
-
-private:
-    QByteArrayView m_attribute;
 };
 
 void read(QByteArray document, XmlHandler &handler)
@@ -54,17 +49,6 @@ QByteArray notesOn(const QByteArray &document)
 QString refusal(const QByteArray &document)
 {
     return complaintAbout([&] { notesOn(document); });
-}
-
-QByteArray utf16(const QString &text, bool isBigEndian)
-{
-    QByteArray bytes;
-    for (const QChar unit : QString(QChar::ByteOrderMark + text)) {
-        const char low = char(unit.cell());
-        const char high = char(unit.row());
-        bytes.append(isBigEndian ? high : low).append(isBigEndian ? low : high);
-    }
-    return bytes;
 }
 
 } // namespace
@@ -113,11 +97,6 @@ INSTANTIATE_TEST_SUITE_P(Documents, XmlReading,
         ReadingCase{"prefix_never_declared", "<q:e a='1'><q:f/></q:e>", "<e a=1><f></></>"},
         ReadingCase{"attribute_with_a_prefix_beside_it", "<e q:a='1' a='2'/>", "<e a=2></>"},
         ReadingCase{"empty_attribute", "<e a=''/>", "<e a=></>"},
-        ReadingCase{"line_ends", "<e a='x\r\ny'>x\r\ny\rz</e>", "<e a=x y>x\ny\nz</>"},
-        ReadingCase{"sections_and_comments", "<e>a<!-- x --><![CDATA[<b>]]><?p x?></e>", "<e>a<b></>"},
-        ReadingCase{"little_endian", utf16(u"<?xml version='1.0' encoding='UTF-16'?><e a='中'>\U0001F600</e>"_s, false),
-            "<e a=中>\U0001F600</>"},
-        ReadingCase{"encoding_of_its_own", "<?xml version='1.0' encoding='ISO-8859-1'?><e a='\xE9'/>", "<e a=é></>"},
         ReadingCase{"definition_elsewhere", "<!DOCTYPE e SYSTEM 'file:///etc/passwd'><e/>", "<e></>"}),
     rowName);
 
@@ -150,14 +129,6 @@ TEST_P(XmlRefusal, SaysWhatIsWrongAndPrintsNothing)
 
 INSTANTIATE_TEST_SUITE_P(Documents, XmlRefusal,
     testing::Values(RefusalCase{"cut_off", "<e><f>", u"Premature end of the document"_s},
-        RefusalCase{"wrong_end_tag", "<e><f></e>", u"Opening and ending tag mismatch: f line 1 and e"_s},
-        RefusalCase{"not_utf8", "<e a='\xFF'/>", u"Input is not proper UTF-8"_s},
-        RefusalCase{
-            "half_a_pair_in_utf16", utf16(u"<e>\U0001F600x</e>"_s.remove(4, 1), false), u"input conversion failed"_s},
-        RefusalCase{"half_a_pair_in_a_later_chunk",
-            utf16(u"<e>"_s + u"x"_s.repeated(50'000) + u"\U0001F600x</e>"_s.remove(1, 1), false),
-            u"input conversion failed"_s},
-        RefusalCase{"unknown_encoding", "<?xml version='1.0' encoding='none'?><e/>", u"Unsupported encoding none"_s},
         RefusalCase{"declared_entity", "<!DOCTYPE e [<!ENTITY x 'y'>]><e>&x;</e>", u"Entity 'x' not defined"_s},
         RefusalCase{"file_as_an_entity", "<!DOCTYPE e [<!ENTITY x SYSTEM 'file:///etc/passwd'>]><e>&x;</e>",
             u"Entity 'x' not defined"_s},
@@ -205,9 +176,6 @@ INSTANTIATE_TEST_SUITE_P(Documents, HugeXml,
                         [] { return "<e>" + QByteArray(12'000'000, 'x') + "</>"; }},
         HugeCase{"section", [] { return "<e><![CDATA[" + QByteArray(9'000'000, 'x') + "]]></e>"; }, {},
             [] { return "<e>" + QByteArray(9'000'000, 'x') + "</>"; }},
-        HugeCase{"utf16_over_many_chunks",
-            [] { return utf16(u"<e>"_s + u"ä\U0001F600x"_s.repeated(60'000) + u"</e>"_s, true); }, {},
-            [] { return "<e>" + QByteArray("ä\U0001F600x").repeated(60'000) + "</>"; }},
         HugeCase{"levels", [] { return QByteArray("<e>").repeated(100'000) + QByteArray("</e>").repeated(100'000); },
             {}, [] { return QByteArray("<e>").repeated(100'000) + QByteArray("</>").repeated(100'000); }},
         HugeCase{"namespaces_side_by_side",
