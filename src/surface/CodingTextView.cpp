@@ -1,6 +1,5 @@
 #include "surface/CodingTextView.h"
 
-#include "surface/AccessibleCodingText.h"
 #include "surface/DisplayText.h"
 #include "surface/LazyTextLayout.h"
 #include "surface/ReaderMetrics.h"
@@ -29,11 +28,6 @@ QFont readerFont()
     return font;
 }
 
-bool isSameText(const QString &one, const QString &other)
-{
-    return one.size() == other.size() && (one.constData() == other.constData() || one == other);
-}
-
 } // namespace
 
 CodingTextView::CodingTextView(QWidget *parent)
@@ -42,8 +36,7 @@ CodingTextView::CodingTextView(QWidget *parent)
           QTimer::singleShot(delay, this, std::move(job));
       })
 {
-    AccessibleCodingText::install();
-    replaceText({}); // first: from here on there is a layout of our own and a place in it
+    replaceText({}); // first, since everything else needs our layout and a place in it
     setAccessibleName(u"Document text"_s);
     setReadOnly(true);
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
@@ -57,7 +50,7 @@ CodingTextView::CodingTextView(QWidget *parent)
 
 CodingTextView::~CodingTextView()
 {
-    m_isSettling = true; // the base class still lets go of the document
+    m_isSettling = true; // the base class's destructor may still change sizes
 }
 
 LazyTextLayout &CodingTextView::layout() const
@@ -71,15 +64,15 @@ void CodingTextView::apply(const Content &content)
         const QScopedValueRollback applying(m_isApplying, true);
         applyTo(content);
     }
-    noticeSelection(); // whoever listens may apply again, so everything is in place by now
+    noticeSelection(); // last, since a listener may call `apply` again
 }
 
-/// In this order the text stays where it is through ordinary work.
 void CodingTextView::applyTo(const Content &content)
 {
-    if (!isSameText(m_text, content.text)) {
+    const bool isSameText = m_text.isSharedWith(content.text) || m_text == content.text;
+    if (!isSameText) {
         m_appliedResetToken = content.resetToken;
-        m_appliedRevealToken = -1; // a reveal is left to the next call, when the text has its place
+        m_appliedRevealToken = -1; // the next call carries out a reveal
         replaceText(content.text);
         applyHighlights(content.highlights);
         return;
@@ -100,14 +93,14 @@ void CodingTextView::replaceText(const QString &text)
     m_text = text;
     m_marks = {};
     m_marks.passages.reset(text.size());
-    keepingPlace([&] { showDocumentOf(text); });
+    keepingPlace([&] { makeDocument(text); });
     viewport()->update();
 }
 
-/// The document is filled before anything listens to it, and never changes.
-void CodingTextView::showDocumentOf(const QString &text)
+/// A document is filled before it is shown, or QTextEdit would ask for positions in a layout that isn't ready.
+void CodingTextView::makeDocument(const QString &text)
 {
-    const QTextDocument *former = m_place ? document() : nullptr; // the very first one isn't ours
+    const QTextDocument *former = m_place ? document() : nullptr; // QTextEdit owns the very first one
     auto *next = new QTextDocument(this);
     next->setUndoRedoEnabled(false);
     next->setDocumentMargin(0);
@@ -128,7 +121,7 @@ void CodingTextView::showDocumentOf(const QString &text)
 
 void CodingTextView::applyHighlights(const QList<TextHighlight> &highlights)
 {
-    constexpr size_t maxStretches = 64; // beyond, telling them apart costs more than painting
+    constexpr size_t maxStretches = 64; // to repaint everything is quicker than more stretches one by one
     const TextRange view = visibleStretch();
     const auto visibleSegments = [&] { return m_marks.passages.within(int(view.location), int(view.end())); };
     const auto shown = visibleSegments();
@@ -153,7 +146,10 @@ void CodingTextView::flash(TextRange range)
     endFlash();
     m_marks.flash = TextMarks::Flash{int(range.location), int(range.end()), flashColor(range)};
     repaint(range);
-    m_runLater(flashDuration, [this, number = ++m_flashCount] { restoreAfterFlash(number); });
+    m_runLater(flashDuration, [this, number = ++m_flashCount] {
+        if (number == m_flashCount) // else a newer flash is still seen
+            endFlash();
+    });
 }
 
 QColor CodingTextView::flashColor(TextRange range) const
@@ -161,13 +157,7 @@ QColor CodingTextView::flashColor(TextRange range) const
     constexpr QRgb yellow = 0xFFFFCC00;
     const auto &highlights = m_marks.passages.highlights();
     const auto found = std::ranges::find(highlights, range, &TextHighlight::range);
-    return parsedColor(found == highlights.end() ? u"#FFCC00"_s : found->colorHex).value_or(yellow);
-}
-
-void CodingTextView::restoreAfterFlash(qint64 number)
-{
-    if (number == m_flashCount) // else a newer flash looks after what is seen now
-        endFlash();
+    return parsedColor(found == highlights.end() ? QString() : found->colorHex).value_or(yellow);
 }
 
 void CodingTextView::endFlash()

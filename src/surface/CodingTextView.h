@@ -2,9 +2,9 @@
 
 #include "records/TextRange.h"
 #include "surface/ReadingPlace.h"
-#include "surface/TextHighlight.h"
 #include "surface/TextMarks.h"
 
+#include <QBasicTimer>
 #include <QList>
 #include <QTextEdit>
 
@@ -16,22 +16,22 @@
 class LazyTextLayout;
 class QMenu;
 
-/// The read-only text in which passages are selected and seen. It learns everything through `apply` and tells
-/// everything by signals. All positions are UTF-16 code units in the text it was given, whatever that text holds.
+/// The read-only text that shows coded passages and in which passages are selected. `apply` sets what is shown; signals
+/// report what the user does. All positions are UTF-16 code units in the text as it was given.
 ///
-/// Colours come from the palette: Base, Text, Link for find matches, and Highlight, which is laid over the passages'
+/// Colours come from the palette: Base, Text, Link for find matches, and Highlight, which is painted over the passages'
 /// colours and therefore should be translucent.
 class CodingTextView final : public QTextEdit {
     Q_OBJECT
 public:
     struct Content {
         QString text;
-        QList<TextHighlight> highlights; ///< in drawing order: the later one shows where two overlap
-        qint64 resetToken = 0; ///< a new one clears the selection
+        QList<TextHighlight> highlights; ///< in drawing order: where two overlap, the later one is seen
+        qint64 resetToken = 0; ///< a changed value clears the selection
         std::optional<TextRange> revealRange; ///< to be scrolled to and flashed
-        qint64 revealToken = 0; ///< a new one asks for `revealRange` to be revealed
+        qint64 revealToken = 0; ///< a changed value reveals `revealRange`
     };
-    /// Runs the job later, once, unless the view is gone by then.
+    /// Runs the job once after the delay, unless the view has been destroyed by then.
     using RunLater = std::function<void(std::chrono::milliseconds delay, std::function<void()> job)>;
 
     explicit CodingTextView(QWidget *parent = nullptr);
@@ -41,9 +41,7 @@ public:
     [[nodiscard]] const QString &text() const { return m_text; }
     [[nodiscard]] TextRange selection() const;
     [[nodiscard]] const std::vector<TextRange> &findMatches() const { return m_marks.findMatches; }
-    /// The find match that is selected.
-    [[nodiscard]] std::optional<size_t> currentFindMatch() const;
-    /// Where a character is seen, in the viewport's coordinates. It may lie outside the viewport.
+    /// A character's rectangle in the viewport's coordinates. It may lie outside the viewport.
     [[nodiscard]] QRect characterRectangle(qint64 position) const;
     /// The character under a point of the viewport, or the nearest one.
     [[nodiscard]] qint64 characterAt(QPoint point) const;
@@ -52,22 +50,22 @@ public:
     /// The menu for a click on that character. The caller owns it.
     [[nodiscard]] QMenu *createContextMenu(qint64 position);
 
-    /// Shows the content. Only a new text scrolls to the top; nothing else but a reveal scrolls at all.
+    /// Shows the content. A new text scrolls to the top, a reveal to its range; nothing else scrolls.
     void apply(const Content &content);
     /// Selects without scrolling. The range is cut to the text.
     void select(TextRange range);
     /// Scrolls the smallest amount that brings the range into view.
     void scrollTo(TextRange range);
-    /// Outlines the ranges until the next call or the next text. What doesn't lie inside the text is left out.
+    /// Outlines the ranges until the next call or the next text. Ranges that don't lie inside the text are left out.
     void setFindMatches(std::vector<TextRange> matches);
     void selectFindMatch(size_t index);
-    /// How a flash ends in time; a single-shot timer if none is set.
+    /// Replaces the single-shot timer that ends a flash.
     void setRunLater(RunLater runLater);
 
 Q_SIGNALS:
-    /// After each change of the selection, whatever its cause. Inside `apply` once, at its end.
+    /// After each change of the selection, whatever its cause; at most once for each `apply`, at its end.
     void selectedRangeChanged(TextRange selection);
-    /// "Add Code…" was chosen. It is offered only if this is connected.
+    /// "Add Code…" was chosen in the context menu, which offers it only if this signal is connected.
     void addCodeRequested();
     void removeCodingRequested(QUuid codingID);
 
@@ -78,10 +76,13 @@ protected:
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void scrollContentsBy(int dx, int dy) override;
+    void timerEvent(QTimerEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
 
 private:
@@ -89,11 +90,10 @@ private:
 
     void applyTo(const Content &content);
     void replaceText(const QString &text);
-    void showDocumentOf(const QString &text);
+    void makeDocument(const QString &text);
     void applyHighlights(const QList<TextHighlight> &highlights);
     void flash(TextRange range);
     [[nodiscard]] QColor flashColor(TextRange range) const;
-    void restoreAfterFlash(qint64 number);
     void endFlash();
 
     [[nodiscard]] TextRange cut(TextRange range) const;
@@ -101,8 +101,9 @@ private:
     void selectWholeParagraph(const QTextCursor &before);
     void showCaret(bool isShown);
     void followCaret();
+    [[nodiscard]] bool scrollsAt(QPoint point) const;
 
-    /// Lets the base class change sizes and scroll bars, and brings the text back to its place afterwards.
+    /// Lets `change` set sizes, scroll bars or the place, and shows the text at its place afterwards.
     void keepingPlace(const std::function<void()> &change);
     void settle();
     void showPlace();
@@ -118,9 +119,11 @@ private:
     qint64 m_flashCount = 0;
     TextRange m_reportedSelection;
     RunLater m_runLater;
+    QBasicTimer m_dragTimer;
+    QPoint m_dragPoint; ///< where the pointer was last, in the viewport's coordinates
     int m_scrollValue = 0; ///< where `m_place` was last shown
     bool m_isApplying = false;
-    bool m_isSettling = false; ///< scroll bars move by our own doing
-    bool m_isUnsettled = false;
+    bool m_isSettling = false; ///< while the scroll bar is set by this class and not by the user
+    bool m_isUnsettled = false; ///< heights have changed since `settle`
     bool m_showsCaret = false;
 };

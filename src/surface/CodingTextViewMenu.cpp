@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 QMenu *CodingTextView::createContextMenu(qint64 position)
 {
-    // A click just behind the last character of a stretch still counts as inside it.
+    // A click just after the last character of a passage still counts as inside it.
     const qint64 before = std::max<qint64>(position - 1, 0);
     auto *menu = new QMenu(this);
     menu->setObjectName(u"textContextMenu"_s);
@@ -33,7 +33,7 @@ QMenu *CodingTextView::createContextMenu(qint64 position)
     const auto addStandard = [&](const QString &title, QKeySequence::StandardKey key, void (QTextEdit::*run)()) {
         QAction *action = menu->addAction(title, this, run);
         action->setShortcut(key);
-        action->setShortcutContext(Qt::WidgetShortcut); // shown here, pressed in the text
+        action->setShortcutContext(Qt::WidgetShortcut); // only shown here; the text handles the keys
         action->setShortcutVisibleInContextMenu(true);
         return action;
     };

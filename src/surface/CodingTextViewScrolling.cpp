@@ -15,7 +15,7 @@
 #include <cmath>
 #include <limits>
 
-// How the scroll bar, which counts estimated pixels, and the place in the text, which is exact, stay together.
+// Keeps the scroll bar, whose range is estimated, in step with the exact place in the text.
 
 void CodingTextView::keepingPlace(const std::function<void()> &change)
 {
@@ -35,7 +35,7 @@ void CodingTextView::settle()
 {
     if (m_isSettling)
         return;
-    constexpr int maxRounds = 4; // a scroll bar that comes or goes changes the width, and with it all heights
+    constexpr int maxRounds = 4; // a scroll bar that appears or goes changes the width, and with it all heights
     const QScopedValueRollback settling(m_isSettling, true);
     for (int round = 0; round < maxRounds; ++round) {
         m_isUnsettled = false;
@@ -47,7 +47,7 @@ void CodingTextView::settle()
     showPlace();
 }
 
-/// What is in view stays there, only its distance from the document's top is known better now: nothing scrolls.
+/// Sets the scroll bar only: the text in view stays, while its distance from the document's top is known better now.
 void CodingTextView::showPlace()
 {
     QScrollBar *bar = verticalScrollBar();
@@ -64,7 +64,7 @@ void CodingTextView::noticeHeights()
     if (m_isSettling)
         return;
     showPlace();
-    m_isUnsettled = true; // the scroll bar's range can wait for the next paint
+    m_isUnsettled = true; // the next paint sets the scroll bar's range
     viewport()->update();
 }
 
@@ -123,7 +123,7 @@ void CodingTextView::paintEvent(QPaintEvent *event)
 
 void CodingTextView::wheelEvent(QWheelEvent *event)
 {
-    // The base class would let Ctrl change the font.
+    // QTextEdit would zoom on Ctrl.
     QAbstractScrollArea::wheelEvent(event); // NOLINT(bugprone-parent-virtual-call)
 }
 
@@ -167,8 +167,8 @@ TextRange CodingTextView::visibleStretch() const
     return {first.position(), last.position() + last.length() - first.position()};
 }
 
-/// The lines of the range that are in view. A neighbour's corner may change with it, so one character more on each
-/// side.
+/// Repaints the lines of the range that are in view, with one character more on each side: a change may turn the round
+/// corner of a neighbouring passage into a square one.
 void CodingTextView::repaint(TextRange range)
 {
     const TextRange view = visibleStretch();

@@ -1,38 +1,27 @@
 #include "surface/CodingTextView.h"
 
+#include "records/UnpairedSurrogates.h"
 #include "surface/DisplayText.h"
 #include "surface/LazyTextLayout.h"
 
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QScrollBar>
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QTextLayout>
+#include <QTimerEvent>
 
 #include <algorithm>
 #include <utility>
 
-// What is selected, by keys, mouse or program, and what is copied of it.
+// Selection by keys, mouse and program, find matches, and copying.
 
 namespace {
 
-/// Half a surrogate pair can't leave the program: no encoding of the clipboard has room for it.
-QString copyable(QString text)
-{
-    for (qsizetype index = 0; index < text.size(); ++index) {
-        const QChar unit = std::as_const(text)[index];
-        if (!unit.isSurrogate())
-            continue;
-        const bool isPair =
-            unit.isHighSurrogate() && index + 1 < text.size() && std::as_const(text)[index + 1].isLowSurrogate();
-        if (isPair)
-            ++index;
-        else
-            text[index] = QChar(QChar::ReplacementCharacter);
-    }
-    return text;
-}
+constexpr int scrollingStrip = 8; // pixels
+constexpr int dragInterval = 50; // milliseconds
 
 } // namespace
 
@@ -57,7 +46,7 @@ void CodingTextView::select(TextRange range)
     QTextCursor cursor(document());
     cursor.setPosition(int(inside.location));
     cursor.setPosition(int(inside.end()), QTextCursor::KeepAnchor);
-    keepingPlace([&] { setTextCursor(cursor); }); // which would scroll to it
+    keepingPlace([&] { setTextCursor(cursor); }); // setTextCursor alone would scroll
 }
 
 void CodingTextView::noticeSelection()
@@ -68,7 +57,7 @@ void CodingTextView::noticeSelection()
     if (current == m_reportedSelection)
         return;
     const TextRange former = std::exchange(m_reportedSelection, current);
-    if (former.overlaps(current)) {
+    if (former.overlaps(current)) { // what belongs to both looks the same as before
         const auto [firstStart, lastStart] = std::minmax({former.location, current.location});
         const auto [firstEnd, lastEnd] = std::minmax({former.end(), current.end()});
         repaint({firstStart, lastStart - firstStart});
@@ -84,7 +73,7 @@ QMimeData *CodingTextView::createMimeDataFromSelection() const
 {
     const TextRange range = selection();
     auto *copied = new QMimeData;
-    copied->setText(copyable(m_text.mid(range.location, range.length)));
+    copied->setText(replaceUnpairedSurrogates(m_text.mid(range.location, range.length)));
     return copied;
 }
 
@@ -106,8 +95,8 @@ void CodingTextView::keyPressEvent(QKeyEvent *event)
         followCaret();
 }
 
-/// Blocks far away were only estimated when the base class scrolled to them. The margins belong to the first and the
-/// last line.
+/// The base class has scrolled by estimated heights; this scrolls by exact ones. The page's margins count as parts of
+/// the first and the last line.
 void CodingTextView::followCaret()
 {
     const int position = textCursor().position();
@@ -138,10 +127,9 @@ void CodingTextView::focusInEvent(QFocusEvent *event)
 {
     QTextEdit::focusInEvent(event);
     const auto reason = event->reason();
-    if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason)
-        showCaret(true);
-    else
-        showCaret(m_showsCaret);
+    const bool isByKey =
+        reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason;
+    showCaret(isByKey || m_showsCaret);
 }
 
 void CodingTextView::focusOutEvent(QFocusEvent *event)
@@ -159,7 +147,44 @@ void CodingTextView::mousePressEvent(QMouseEvent *event)
         selectWholeParagraph(before);
 }
 
-/// A third click selects a block, which is only a piece of a paragraph where a long one was parted.
+// Dragging. The base class scrolls only while the pointer is outside the view, where it can't get if the view ends at
+// the screen's edge. So a strip along the upper and the lower edge scrolls as well.
+
+void CodingTextView::mouseMoveEvent(QMouseEvent *event)
+{
+    QTextEdit::mouseMoveEvent(event);
+    m_dragPoint = event->position().toPoint();
+    if (!event->buttons().testFlag(Qt::LeftButton) || !scrollsAt(m_dragPoint))
+        m_dragTimer.stop();
+    else if (!m_dragTimer.isActive())
+        m_dragTimer.start(dragInterval, this);
+}
+
+void CodingTextView::mouseReleaseEvent(QMouseEvent *event)
+{
+    m_dragTimer.stop();
+    QTextEdit::mouseReleaseEvent(event);
+}
+
+bool CodingTextView::scrollsAt(QPoint point) const
+{
+    const QRect inside = viewport()->rect();
+    return inside.contains(point) && !inside.adjusted(0, scrollingStrip, 0, -scrollingStrip).contains(point);
+}
+
+void CodingTextView::timerEvent(QTimerEvent *event)
+{
+    if (event->timerId() != m_dragTimer.timerId())
+        return QTextEdit::timerEvent(event);
+    const bool isUpward = m_dragPoint.y() < viewport()->rect().center().y();
+    verticalScrollBar()->triggerAction(
+        isUpward ? QAbstractSlider::SliderSingleStepSub : QAbstractSlider::SliderSingleStepAdd);
+    QMouseEvent move(QEvent::MouseMove, m_dragPoint, viewport()->mapToGlobal(m_dragPoint), Qt::LeftButton,
+        Qt::LeftButton, Qt::NoModifier);
+    mouseMoveEvent(&move); // the selection reaches to what is under the pointer now
+}
+
+/// A third click selects a block, which may be only a piece of a long paragraph.
 void CodingTextView::selectWholeParagraph(const QTextCursor &before)
 {
     const QTextCursor cursor = textCursor();
@@ -170,4 +195,26 @@ void CodingTextView::selectWholeParagraph(const QTextCursor &before)
     if (cursor.selectionStart() != block.position() || cursor.selectionEnd() != blockEnd)
         return;
     select(DisplayText::paragraphAt(m_text, block.position()));
+}
+
+// Find matches
+
+void CodingTextView::setFindMatches(std::vector<TextRange> matches)
+{
+    std::erase_if(matches, [this](TextRange match) { return match.length < 1 || cut(match) != match; });
+    std::ranges::sort(matches, {}, &TextRange::location);
+    const auto kept = std::unique(
+        matches.begin(), matches.end(), [](TextRange match, TextRange next) { return match.overlaps(next); });
+    matches.erase(kept, matches.end());
+    m_marks.findMatches = std::move(matches);
+    viewport()->update();
+}
+
+void CodingTextView::selectFindMatch(size_t index)
+{
+    if (index >= m_marks.findMatches.size())
+        return;
+    const TextRange match = m_marks.findMatches[index];
+    scrollTo(match);
+    select(match);
 }

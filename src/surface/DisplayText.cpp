@@ -1,5 +1,7 @@
 #include "surface/DisplayText.h"
 
+#include "records/UnpairedSurrogates.h"
+
 namespace {
 
 constexpr char16_t lineFeed = u'\n';
@@ -11,39 +13,31 @@ constexpr char16_t zeroWidthSpace = 0x200B;
 constexpr char16_t combiningGraphemeJoiner = 0x034F;
 constexpr char16_t replacementCharacter = 0xFFFD;
 
-/// A piece of a long paragraph is about this long.
+/// A long paragraph is split at the first space after so many units.
 constexpr qsizetype pieceLength = 4'000;
 
-/// Invisible. Behind a letter it forms one character with it, so that the caret stops once at the line's end. Behind a
-/// space it must not: a letter may be wrapped onto a line of its own, which a zero width space never is.
+/// An invisible unit for the CR of CR LF. After a letter it must combine with it, so that the caret stops only once at
+/// the line's end. After a space it must not: a space with a mark may be wrapped to a line of its own, a zero width
+/// space never is.
 char16_t standInForCarriageReturn(QStringView text, qsizetype index)
 {
     const bool followsLetter = index > 0 && !text[index - 1].isSpace();
     return followsLetter ? combiningGraphemeJoiner : zeroWidthSpace;
 }
 
-bool isHalfPair(QStringView text, qsizetype index)
-{
-    if (text[index].isHighSurrogate())
-        return index + 1 == text.size() || !text[index + 1].isLowSurrogate();
-    return index == 0 || !text[index - 1].isHighSurrogate();
-}
-
 char16_t shownAs(QStringView text, qsizetype index)
 {
     const char16_t unit = text[index].unicode();
-    const bool isOrdinary = (unit >= 0x20 && unit < lineSeparator) || (unit > paragraphSeparator && unit < 0xD800);
+    const bool isOrdinary = (unit >= 0x20 && unit < lineSeparator) || (unit > paragraphSeparator && unit < 0xFDD0);
     if (isOrdinary)
         return unit;
-    if (QChar::isSurrogate(unit))
-        return isHalfPair(text, index) ? replacementCharacter : unit;
     switch (unit) {
     case carriageReturn:
         return index + 1 < text.size() && text[index + 1] == lineFeed ? standInForCarriageReturn(text, index)
                                                                       : lineFeed;
     case paragraphSeparator:
         return lineFeed;
-    case 0: // these five mean something to the text engine
+    case 0: // the text engine gives these four a meaning of its own
     case QChar::ObjectReplacementCharacter:
     case 0xFDD0:
     case 0xFDD1:
@@ -53,10 +47,11 @@ char16_t shownAs(QStringView text, qsizetype index)
     }
 }
 
-QString withoutTroublesomeUnits(const QString &text)
+QString withoutTroublesomeUnits(const QString &given)
 {
+    const QString text = replaceUnpairedSurrogates(given);
     QString display = text;
-    QChar *written = nullptr; // most texts need no change and stay shared
+    QChar *written = nullptr; // not detached before a unit changes: most texts stay shared
     for (qsizetype index = 0; index < text.size(); ++index) {
         const char16_t shown = shownAs(text, index);
         if (shown == text[index])
@@ -73,28 +68,16 @@ bool canBecomeBlockEnd(QChar unit)
     return unit == u' ' || unit == ideographicSpace || unit == lineSeparator;
 }
 
-/// Where to part the paragraph piece from `start` to `end`, or -1: a space near the wished length, else the next one.
-qsizetype partingPlace(QStringView text, qsizetype start, qsizetype end)
+void splitParagraph(QString &text, qsizetype start, qsizetype end)
 {
-    for (qsizetype index = start + pieceLength; index > start + pieceLength / 2; --index) {
-        if (canBecomeBlockEnd(text[index]))
-            return index;
-    }
-    for (qsizetype index = start + pieceLength; index < end; ++index) {
-        if (canBecomeBlockEnd(text[index]))
-            return index;
-    }
-    return -1;
-}
-
-void partParagraph(QString &text, qsizetype start, qsizetype end)
-{
-    while (end - start > DisplayText::longestParagraph) {
-        const qsizetype place = partingPlace(text, start, end);
-        if (place < 0)
+    while (end - start > DisplayText::maxParagraph) {
+        qsizetype split = start + pieceLength;
+        while (split < end && !canBecomeBlockEnd(text.at(split)))
+            ++split;
+        if (split == end)
             return;
-        text[place] = QChar(lineFeed);
-        start = place + 1;
+        text[split] = QChar(lineFeed);
+        start = split + 1;
     }
 }
 
@@ -111,7 +94,7 @@ QString DisplayText::of(const QString &text)
     for (qsizetype start = 0; start < display.size();) {
         const qsizetype found = display.indexOf(QChar(lineFeed), start);
         const qsizetype end = found < 0 ? display.size() : found;
-        partParagraph(display, start, end);
+        splitParagraph(display, start, end);
         start = end + 1;
     }
     return display;

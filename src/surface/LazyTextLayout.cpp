@@ -1,6 +1,7 @@
 #include "surface/LazyTextLayout.h"
 
-#include "surface/BlockLayout.h"
+#include "kit/controls/TextWrapping.h"
+#include "surface/DisplayText.h"
 #include "surface/PassagePainter.h"
 #include "surface/ReaderMetrics.h"
 #include "surface/TextMarks.h"
@@ -12,12 +13,42 @@
 
 #include <algorithm>
 #include <cmath>
+#include <ranges>
 
 namespace {
 
 constexpr int minColumnWidth = 40;
 
-/// Whole pixels; halves go down and up by turns, so that they don't add up to an offset.
+QTextOption optionFor(const QTextBlock &block)
+{
+    QTextOption option;
+    option.setTextDirection(Qt::LayoutDirectionAuto);
+    if (block.textDirection() == Qt::RightToLeft) // the direction alone doesn't align
+        option.setAlignment(Qt::AlignRight);
+    const bool mayLackSpaces = block.length() > DisplayText::maxParagraph; // only then is a copy of the text worth it
+    option.setWrapMode(TextWrapping::modeFor(mayLackSpaces ? block.text() : QString()));
+    return option;
+}
+
+/// Breaks the block into lines of that width, from (0, 0) down. Returns their height.
+qreal breakIntoLines(const QTextBlock &block, qreal width)
+{
+    QTextLayout &layout = *block.layout();
+    layout.setTextOption(optionFor(block));
+    layout.setCacheEnabled(true);
+    layout.beginLayout();
+    qreal y = 0;
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(width);
+        line.setPosition({0, y});
+        // Rounded up before the distance is added, as Qt's own layout does for a block format with a line distance.
+        y += std::ceil(line.ascent() + line.descent() + line.leading()) + ReaderMetrics::lineDistance;
+    }
+    layout.endLayout();
+    return y;
+}
+
+/// `height` in whole pixels. Half pixels are rounded down and up in turn, so that they don't add up.
 int wholeHeight(qreal height, int block)
 {
     return int(std::floor(height + (block % 2 == 0 ? 0.25 : 0.75)));
@@ -35,7 +66,7 @@ LazyTextLayout::LazyTextLayout(QTextDocument *document, const TextMarks &marks)
 void LazyTextLayout::draw(QPainter *painter, const PaintContext &context)
 {
     PassagePainter passagePainter(*painter, m_marks, context);
-    // A band reaches out of its block, so the neighbours above and below are drawn, too.
+    // A band is higher than its line, so the blocks just above and below are drawn, too.
     const int last = blockAt(qint64(context.clip.bottom()) + 2);
     for (int block = blockAt(qint64(context.clip.top()) - 2); block <= last; ++block) {
         layOut(block);
@@ -69,8 +100,8 @@ int LazyTextLayout::characterAt(const QPointF &point) const
 
 QSizeF LazyTextLayout::documentSize() const
 {
-    constexpr qreal highest = 1 << 30; // scroll bars count in int
-    return {m_pageWidth, std::min(qreal(m_heights.total()) + 2 * ReaderMetrics::verticalInset, highest)};
+    constexpr qreal maxHeight = 1 << 30; // scroll bars count in int
+    return {m_pageWidth, std::min(qreal(m_heights.total()) + 2 * ReaderMetrics::verticalInset, maxHeight)};
 }
 
 QRectF LazyTextLayout::frameBoundingRect(QTextFrame *) const
@@ -117,14 +148,10 @@ QTextLine LazyTextLayout::lineAt(int position) const
 QTextLine LazyTextLayout::lineNear(int block, qreal y) const
 {
     const QTextLayout &layout = *document()->findBlockByNumber(block).layout();
-    int above = 0; // lines that begin above y
-    for (int count = layout.lineCount(); count > 0;) {
-        const int step = count / 2;
-        const bool beginsAbove = layout.lineAt(above + step).y() <= y;
-        above += beginsAbove ? step + 1 : 0;
-        count = beginsAbove ? count - step - 1 : step;
-    }
-    return layout.lineAt(std::max(above - 1, 0));
+    const auto numbers = std::views::iota(0, layout.lineCount());
+    const auto firstBelow =
+        std::ranges::partition_point(numbers, [&](int number) { return layout.lineAt(number).y() <= y; });
+    return layout.lineAt(std::max(int(firstBelow - numbers.begin()) - 1, 0));
 }
 
 void LazyTextLayout::layOut(int block) const
@@ -134,7 +161,7 @@ void LazyTextLayout::layOut(int block) const
     if (isLaidOut)
         return;
     releaseOldest();
-    const int laidOut = wholeHeight(BlockLayout::layOut(document()->findBlockByNumber(block), columnWidth()), block);
+    const int laidOut = wholeHeight(breakIntoLines(document()->findBlockByNumber(block), columnWidth()), block);
     if (laidOut == height(block))
         return;
     m_heights.setHeight(block, laidOut);
@@ -143,14 +170,13 @@ void LazyTextLayout::layOut(int block) const
 
 void LazyTextLayout::expectVisible(int blocks) const
 {
-    constexpr size_t usual = 100;
-    m_mostLaidOut = std::max(usual, 2 * size_t(blocks));
+    m_maxLaidOut = std::max(minKept, 2 * size_t(blocks));
 }
 
-/// Never the one that is asked for, nor those asked for just before: the text engine holds on to a few at a time.
+/// The two fifths that were asked for longest ago. Callers still hold lines of the blocks they asked for last.
 void LazyTextLayout::releaseOldest() const
 {
-    if (m_laidOut.size() <= m_mostLaidOut)
+    if (m_laidOut.size() <= m_maxLaidOut)
         return;
     std::vector<quint64> times;
     for (const auto &[block, time] : m_laidOut)
@@ -167,7 +193,11 @@ void LazyTextLayout::releaseOldest() const
 
 void LazyTextLayout::release(int block) const
 {
-    BlockLayout::release(document()->findBlockByNumber(block));
+    QTextLayout &layout = *document()->findBlockByNumber(block).layout();
+    layout.setCacheEnabled(false); // clearLayout alone keeps the glyphs; ending a layout without a cache frees them
+    layout.beginLayout();
+    layout.endLayout();
+    layout.clearLayout();
 }
 
 void LazyTextLayout::releaseAll()
@@ -185,7 +215,7 @@ void LazyTextLayout::announceSize()
     Q_EMIT documentSizeChanged(m_announcedSize);
 }
 
-/// The text never changes: the document calls this when its page size or its font was set.
+/// The text never changes: the document calls this when its page size or its font is set.
 void LazyTextLayout::documentChanged(int, int, int)
 {
     const int oldWidth = columnWidth();

@@ -12,12 +12,12 @@ class QTextBlock;
 class QTextLine;
 struct TextMarks;
 
-/// Lays out a document that never changes, only where it is looked at: every other block has an estimated height. The
-/// text stands in one column, centred on a page whose width is the document's page size. At most about 100 blocks are
-/// laid out at a time; a block that was knows its height from then on, until the width or the font changes.
+/// Lays out only the blocks of a read-only document that are looked at; the heights of all others are estimated. The
+/// text stands in one column, centred on a page as wide as the document's page size. About 100 blocks stay laid out at
+/// a time. The height of a block that was laid out once stays known until the width or the font changes.
 ///
-/// Coordinates are the document's, in logical pixels. Blocks stand on whole pixels, so that what is on screen can stay
-/// exactly where it is when the blocks above turn out higher or lower than estimated.
+/// Coordinates are the document's, in logical pixels. Blocks begin at whole pixels, so that the text on screen need not
+/// move when the blocks above turn out higher or lower than estimated.
 class LazyTextLayout final : public QAbstractTextDocumentLayout {
     Q_OBJECT
 public:
@@ -46,23 +46,25 @@ public:
     /// The character under a point, or the nearest one.
     [[nodiscard]] int characterAt(const QPointF &point) const;
 
-    /// Lays out a block unless it is. If its height isn't the estimated one, `heightsChanged` says so.
+    /// Lays out a block unless it is laid out already. Emits `heightsChanged` if its height wasn't the estimated one.
     void layOut(int block) const;
-    /// Lets a view that shows so many blocks keep them all.
+    /// Raises the number of blocks that stay laid out for a view that shows so many.
     void expectVisible(int blocks) const;
-    /// Tells those who scroll the document when its size isn't the one they were told before.
+    /// Emits `documentSizeChanged` if the size has changed since the last call.
     void announceSize();
     [[nodiscard]] int laidOutCount() const { return int(m_laidOut.size()); }
 
 Q_SIGNALS:
     void heightsChanged() const;
-    /// Every height is an estimate again.
+    /// Every height is an estimate again: the width or the font has changed.
     void rewrapped();
 
 protected:
     void documentChanged(int position, int charactersRemoved, int charactersAdded) override;
 
 private:
+    static constexpr size_t minKept = 100;
+
     struct Estimate {
         qreal unitWidth = 0;
         qreal lineHeight = 0;
@@ -82,9 +84,9 @@ private:
     Estimate m_estimate;
     std::vector<int> m_lengths; ///< of the blocks, without their ends
 
-    // What is learned while answering questions.
+    // Found out while answering const questions.
     mutable BlockHeights m_heights;
     mutable std::unordered_map<int, quint64> m_laidOut; ///< when each was last looked at
     mutable quint64 m_now = 0;
-    mutable size_t m_mostLaidOut = 100;
+    mutable size_t m_maxLaidOut = minKept;
 };

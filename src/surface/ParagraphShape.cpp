@@ -26,22 +26,15 @@ bool runsRightToLeft(char32_t character)
     }
 }
 
-bool mayRunRightToLeft(QStringView text)
+bool mayRunRightToLeft(const QString &text)
 {
-    constexpr char16_t firstRightToLeft = 0x0590;
-    for (qsizetype index = 0; index < text.size(); ++index) {
-        const QChar unit = text[index];
-        if (unit.unicode() < firstRightToLeft)
-            continue;
-        const bool isPair = unit.isHighSurrogate() && index + 1 < text.size() && text[index + 1].isLowSurrogate();
-        if (runsRightToLeft(isPair ? QChar::surrogateToUcs4(unit, text[index + 1]) : char32_t(unit.unicode())))
-            return true;
-        index += isPair ? 1 : 0;
-    }
-    return false;
+    constexpr char16_t firstRightToLeft = 0x0590; // below it there is nothing to look up
+    return std::ranges::any_of(text, [](QChar unit) { return unit.unicode() >= firstRightToLeft; })
+        && std::ranges::any_of(text.toUcs4(), runsRightToLeft);
 }
 
-/// Runs in different fonts report the same rectangle, and neighbours touch but for a rounding error.
+/// Merges spans that overlap or touch: runs in different fonts report the same rectangle, and neighbours may be a
+/// rounding error apart.
 std::vector<Span> united(std::vector<Span> spans)
 {
     constexpr qreal crack = 0.1;
@@ -83,7 +76,7 @@ std::vector<Span> ParagraphShape::spans(const QTextLine &line, int start, int en
     return {{line.cursorToX(start), line.cursorToX(end)}};
 }
 
-/// The shaped runs know their place on a line of mixed directions; a stretch's two edges alone don't tell it.
+/// On a line of mixed directions the x of a stretch's two edges doesn't tell what lies between; its glyph runs do.
 std::vector<Span> ParagraphShape::mixedSpans(const QTextLine &line, int start, int end) const
 {
     std::vector<Span> found;

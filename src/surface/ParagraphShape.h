@@ -7,7 +7,7 @@
 class QTextBlock;
 class QTextLine;
 
-/// Where stretches of a laid-out paragraph are seen. Positions are UTF-16 code units from the paragraph's start,
+/// Where stretches of a laid-out paragraph are drawn. Positions are UTF-16 code units from the paragraph's start,
 /// coordinates are its layout's.
 class ParagraphShape {
 public:
@@ -21,10 +21,10 @@ public:
 
     /// Whether letters may run from right to left anywhere in the paragraph.
     [[nodiscard]] bool isMixed() const { return m_isMixed; }
-    /// The end of what is seen of a line: the space that a soft line break swallows is not.
+    /// The end of a line without the spaces at which it was wrapped.
     [[nodiscard]] int visibleEnd(const QTextLine &line) const;
-    /// The spans that a stretch covers on a line: one, or several where directions mix. `start` and `end` are cut to
-    /// what is seen of the line.
+    /// The spans that a stretch covers on a line: at most one, or several where directions mix. `start` and `end` are
+    /// cut at the line's start and at its visible end.
     [[nodiscard]] std::vector<Span> spans(const QTextLine &line, int start, int end) const;
 
 private:

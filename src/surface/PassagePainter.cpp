@@ -10,10 +10,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <ranges>
 
 namespace {
 
-/// How far a selection reaches beyond a line whose line break is selected, so that a selected blank line is seen.
+/// A selected line break is drawn this wide, so that a selected blank line is seen.
 constexpr qreal selectedBreakWidth = 4;
 
 QColor withAlpha(QColor color, double alpha)
@@ -51,7 +52,7 @@ PassagePainter::PassagePainter(
       m_toDevice(painter.deviceTransform()),
       m_fromDevice(m_toDevice.inverted())
 {
-    if (context.selections.isEmpty()) // without a selection the last entry would be another one
+    if (context.selections.isEmpty())
         return;
     const auto &selection = context.selections.last();
     m_selectionStart = selection.cursor.selectionStart();
@@ -63,15 +64,15 @@ void PassagePainter::paint(const QTextBlock &textBlock, QPointF origin)
 {
     const int start = textBlock.position();
     const Block block{*textBlock.layout(), ParagraphShape(textBlock), origin, start, start + textBlock.length()};
-    const std::vector<QTextLine> lines = visibleLines(block);
+    const std::vector<Line> lines = visibleLines(block);
     m_painter.save();
     m_painter.setRenderHint(QPainter::Antialiasing);
-    for (const QTextLine &line : lines) {
+    for (const Line &line : lines) {
         paintBands(block, line);
         paintSelection(block, line);
     }
     paintText(block);
-    for (const QTextLine &line : lines) {
+    for (const Line &line : lines) {
         paintUnderlines(block, line);
         paintFindMatches(block, line);
     }
@@ -85,24 +86,21 @@ PassagePainter::Extent PassagePainter::bandExtent(const QTextLine &line)
         line.y() + line.ascent() + line.descent() + ReaderMetrics::bandBelowDescent};
 }
 
-std::vector<QTextLine> PassagePainter::visibleLines(const Block &block) const
+std::vector<PassagePainter::Line> PassagePainter::visibleLines(const Block &block) const
 {
-    // A paragraph may have thousands of lines, so the first one is searched for and not walked to.
     const qreal top = m_context.clip.top() - block.origin.y();
     const qreal bottom = m_context.clip.bottom() - block.origin.y();
-    int first = 0;
-    for (int count = block.layout.lineCount(); count > 0;) {
-        const int step = count / 2;
-        const bool isAbove = bandExtent(block.layout.lineAt(first + step)).bottom + 1 < top;
-        first += isAbove ? step + 1 : 0;
-        count = isAbove ? count - step - 1 : step;
-    }
-    std::vector<QTextLine> lines;
-    for (int number = first; number < block.layout.lineCount(); ++number) {
-        const QTextLine line = block.layout.lineAt(number);
+    // A binary search, since a paragraph may have thousands of lines.
+    const auto numbers = std::views::iota(0, block.layout.lineCount());
+    const auto first = std::ranges::partition_point(
+        numbers, [&](int number) { return bandExtent(block.layout.lineAt(number)).bottom + 1 < top; });
+    std::vector<Line> lines;
+    for (auto number = first; number != numbers.end(); ++number) {
+        const QTextLine line = block.layout.lineAt(*number);
         if (bandExtent(line).top - 1 > bottom)
             break;
-        lines.push_back(line);
+        const int start = block.start + line.textStart();
+        lines.push_back({line, start, start + line.textLength()});
     }
     return lines;
 }
@@ -115,11 +113,11 @@ QRectF PassagePainter::snapped(const QRectF &rectangle) const
     return m_fromDevice.mapRect(QRectF(topLeft, bottomRight));
 }
 
-std::vector<QRectF> PassagePainter::rectangles(const Block &block, const QTextLine &line, int start, int end) const
+std::vector<QRectF> PassagePainter::rectangles(const Block &block, const Line &line, int start, int end) const
 {
-    const Extent extent = bandExtent(line);
+    const Extent extent = bandExtent(line.text);
     std::vector<QRectF> result;
-    for (const auto &[left, right] : block.shape.spans(line, start - block.start, end - block.start)) {
+    for (const auto &[left, right] : block.shape.spans(line.text, start - block.start, end - block.start)) {
         const QRectF rectangle(left, extent.top, right - left, extent.bottom - extent.top);
         result.push_back(snapped(rectangle.translated(block.origin)));
     }
@@ -132,23 +130,21 @@ bool PassagePainter::isBanded(int position) const
     return isFlashed || m_marks.passages.covers(position);
 }
 
-void PassagePainter::paintBands(const Block &block, const QTextLine &line)
+void PassagePainter::paintBands(const Block &block, const Line &line)
 {
-    const int lineStart = block.start + line.textStart();
-    const int lineEnd = lineStart + line.textLength();
-    const TextMarks::Flash flash = m_marks.flash.value_or(TextMarks::Flash{lineEnd, lineEnd, {}});
-    for (const PassageSegment &segment : m_marks.passages.within(lineStart, lineEnd)) {
+    const TextMarks::Flash flash = m_marks.flash.value_or(TextMarks::Flash{line.end, line.end, {}});
+    for (const PassageSegment &segment : m_marks.passages.within(line.start, line.end)) {
         const QColor color = withAlpha(QColor(segment.color), ReaderMetrics::bandAlpha);
-        const int start = std::max(segment.start, lineStart);
-        const int end = std::min(segment.end, lineEnd);
+        const int start = std::max(segment.start, line.start);
+        const int end = std::min(segment.end, line.end);
         paintBand(block, line, start, std::min(end, flash.start), color);
         paintBand(block, line, std::max(start, flash.end), end, color);
     }
-    paintBand(block, line, std::max(flash.start, lineStart), std::min(flash.end, lineEnd),
+    paintBand(block, line, std::max(flash.start, line.start), std::min(flash.end, line.end),
         withAlpha(flash.color, ReaderMetrics::flashAlpha));
 }
 
-void PassagePainter::paintBand(const Block &block, const QTextLine &line, int start, int end, const QColor &color)
+void PassagePainter::paintBand(const Block &block, const Line &line, int start, int end, const QColor &color)
 {
     if (start >= end)
         return;
@@ -158,7 +154,7 @@ void PassagePainter::paintBand(const Block &block, const QTextLine &line, int st
         m_painter.fillPath(bandShape(band, isLeftRound, isRightRound), color);
 }
 
-void PassagePainter::paintSelection(const Block &block, const QTextLine &line)
+void PassagePainter::paintSelection(const Block &block, const Line &line)
 {
     if (m_selectionStart >= m_selectionEnd || m_selectionEnd <= block.start || m_selectionStart >= block.end)
         return;
@@ -166,13 +162,12 @@ void PassagePainter::paintSelection(const Block &block, const QTextLine &line)
     for (const QRectF &rectangle : rectangles(block, line, m_selectionStart, m_selectionEnd))
         m_painter.fillRect(rectangle, brush);
 
-    const bool isLastLine = line.lineNumber() + 1 == block.layout.lineCount();
-    if (!isLastLine || m_selectionEnd < block.end)
+    if (line.end + 1 != block.end || m_selectionEnd < block.end) // only the block's last line has a line break
         return;
-    const Extent extent = bandExtent(line);
+    const Extent extent = bandExtent(line.text);
     const bool isRightToLeft = block.layout.textOption().alignment().testFlag(Qt::AlignRight);
-    const qreal edge = isRightToLeft ? line.naturalTextRect().left() - selectedBreakWidth
-                                     : line.cursorToX(line.textStart() + line.textLength());
+    const qreal edge = isRightToLeft ? line.text.naturalTextRect().left() - selectedBreakWidth
+                                     : line.text.cursorToX(line.end - block.start);
     const QRectF stub(edge, extent.top, selectedBreakWidth, extent.bottom - extent.top);
     m_painter.fillRect(snapped(stub.translated(block.origin)), brush);
 }
@@ -193,13 +188,11 @@ void PassagePainter::paintText(const Block &block)
     block.layout.draw(&m_painter, block.origin, formats, m_context.clip);
 }
 
-void PassagePainter::paintUnderlines(const Block &block, const QTextLine &line)
+void PassagePainter::paintUnderlines(const Block &block, const Line &line)
 {
-    const int lineStart = block.start + line.textStart();
-    const int lineEnd = lineStart + line.textLength();
     const qreal devicePixel = m_fromDevice.mapRect(QRectF(0, 0, 1, 1)).height();
     const qreal thickness = std::max(ReaderMetrics::underlineThickness, devicePixel);
-    for (const PassageSegment &segment : m_marks.passages.within(lineStart, lineEnd)) {
+    for (const PassageSegment &segment : m_marks.passages.within(line.start, line.end)) {
         const QColor color = withAlpha(QColor(segment.color), ReaderMetrics::underlineAlpha);
         for (QRectF rectangle : rectangles(block, line, segment.start, segment.end)) {
             rectangle.setTop(rectangle.bottom() - thickness);
@@ -208,17 +201,15 @@ void PassagePainter::paintUnderlines(const Block &block, const QTextLine &line)
     }
 }
 
-void PassagePainter::paintFindMatches(const Block &block, const QTextLine &line)
+void PassagePainter::paintFindMatches(const Block &block, const Line &line)
 {
-    const int lineStart = block.start + line.textStart();
-    const int lineEnd = lineStart + line.textLength();
     const auto &matches = m_marks.findMatches;
     m_painter.setPen(QPen(m_context.palette.color(QPalette::Link), 1));
     m_painter.setBrush(Qt::NoBrush);
-    for (auto match = std::ranges::upper_bound(matches, lineStart, {}, &TextRange::end);
-         match != matches.end() && match->location < lineEnd; ++match) {
+    for (auto match = std::ranges::upper_bound(matches, line.start, {}, &TextRange::end);
+         match != matches.end() && match->location < line.end; ++match) {
         if (match->location == m_selectionStart && match->end() == m_selectionEnd)
-            continue; // the selection shows it
+            continue; // the selection marks it already
         for (const QRectF &rectangle : rectangles(block, line, int(match->location), int(match->end())))
             m_painter.drawRoundedRect(
                 rectangle.adjusted(-0.5, -0.5, 0.5, 0.5), ReaderMetrics::bandRadius, ReaderMetrics::bandRadius);

@@ -10,14 +10,11 @@
 
 namespace {
 
-/// With more changed stretches than this, flattening everything once is quicker than each of them by itself.
-constexpr size_t maxStretches = 32;
-
-/// Equal, told quickly where the strings are shared, as they are between two lists made from the same codes.
+/// Whether both are equal. Two lists made from the same codes share their strings, so pointers are compared first.
 bool isSame(const TextHighlight &one, const TextHighlight &other)
 {
     const auto same = [](const QString &left, const QString &right) {
-        return left.constData() == right.constData() ? left.size() == right.size() : left == right;
+        return left.isSharedWith(right) || left == right;
     };
     return one.codingID == other.codingID && one.range == other.range && same(one.colorHex, other.colorHex)
         && same(one.name, other.name);
@@ -34,7 +31,7 @@ std::vector<TextRange> differences(std::span<const PassageSegment> before, std::
     }
     std::ranges::sort(edges);
 
-    // The colour at a place that no later call will be before; 0 is no opaque colour.
+    // The colour at a position, which only rises from call to call. 0 means none: every colour here is opaque.
     const auto colorAt = [](std::span<const PassageSegment> &segments, int position) -> QRgb {
         while (!segments.empty() && segments.front().end <= position)
             segments = segments.subspan(1);
@@ -87,23 +84,21 @@ bool PassageSegments::assign(const QList<TextHighlight> &highlights)
     std::transform(newFirst, newLast.base(), std::back_inserter(changed),
         [this](const TextHighlight &highlight) { return passageOf(highlight); });
 
-    std::vector<Stretch> stretches;
-    const auto collect = [&stretches](const Passage &passage) {
-        if (passage.start < passage.end)
-            stretches.push_back({passage.start, passage.end});
+    int from = m_textLength;
+    int to = 0;
+    const auto include = [&from, &to](const Passage &passage) {
+        if (passage.start < passage.end) {
+            from = std::min(from, passage.start);
+            to = std::max(to, passage.end);
+        }
     };
-    std::for_each(oldBegin, oldEnd, collect);
-    std::ranges::for_each(changed, collect);
-    stretches = united(std::move(stretches));
+    std::for_each(oldBegin, oldEnd, include);
+    std::ranges::for_each(changed, include);
 
     m_passages.insert(m_passages.erase(oldBegin, oldEnd), changed.begin(), changed.end());
     m_highlights = highlights;
-    if (stretches.size() > maxStretches) {
-        m_segments = flattened({0, m_textLength});
-    } else {
-        for (const Stretch &stretch : stretches)
-            flattenAgain(stretch);
-    }
+    if (from < to)
+        flattenAgain(from, to);
     return true;
 }
 
@@ -135,14 +130,14 @@ PassageSegments::Passage PassageSegments::passageOf(const TextHighlight &highlig
     return {int(location), int(location + drawn), *color};
 }
 
-std::vector<PassageSegment> PassageSegments::flattened(Stretch stretch) const
+std::vector<PassageSegment> PassageSegments::flattened(int from, int to) const
 {
-    std::vector<int> touching; // indices into the list, so the greater one lies on top
+    std::vector<int> touching; // indices into the list: the higher one lies on top
     std::vector<int> edges;
     for (size_t index = 0; index < m_passages.size(); ++index) {
         const Passage &passage = m_passages[index];
-        const int start = std::max(passage.start, stretch.start);
-        const int end = std::min(passage.end, stretch.end);
+        const int start = std::max(passage.start, from);
+        const int end = std::min(passage.end, to);
         if (start >= end)
             continue;
         touching.push_back(int(index));
@@ -172,32 +167,20 @@ std::vector<PassageSegment> PassageSegments::flattened(Stretch stretch) const
     return segments;
 }
 
-void PassageSegments::flattenAgain(Stretch stretch)
+void PassageSegments::flattenAgain(int from, int to)
 {
     // One unit more on each side, so that a neighbour of the same colour joins.
-    stretch = {std::max(stretch.start - 1, 0), stretch.end < m_textLength ? stretch.end + 1 : stretch.end};
-    std::vector<PassageSegment> fresh = flattened(stretch);
-    const auto stale = within(stretch.start, stretch.end);
-    if (!stale.empty()) { // what sticks out of the stretch stays
-        if (const PassageSegment &head = stale.front(); head.start < stretch.start)
+    from = std::max(from - 1, 0);
+    to = to < m_textLength ? to + 1 : to;
+    std::vector<PassageSegment> fresh = flattened(from, to);
+    const auto stale = within(from, to);
+    if (!stale.empty()) { // what reaches beyond the range stays
+        if (const PassageSegment &head = stale.front(); head.start < from)
             fresh.front().start = head.start;
-        if (const PassageSegment &tail = stale.back(); tail.end > stretch.end)
+        if (const PassageSegment &tail = stale.back(); tail.end > to)
             fresh.back().end = tail.end;
     }
     const auto first = m_segments.begin() + (stale.data() - m_segments.data());
     const auto rest = m_segments.erase(first, first + std::ssize(stale));
     m_segments.insert(rest, fresh.begin(), fresh.end());
-}
-
-std::vector<PassageSegments::Stretch> PassageSegments::united(std::vector<Stretch> stretches)
-{
-    std::ranges::sort(stretches, {}, &Stretch::start);
-    std::vector<Stretch> result;
-    for (const Stretch &stretch : stretches) {
-        if (!result.empty() && stretch.start <= result.back().end)
-            result.back().end = std::max(result.back().end, stretch.end);
-        else
-            result.push_back(stretch);
-    }
-    return result;
 }

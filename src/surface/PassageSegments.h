@@ -1,13 +1,25 @@
 #pragma once
 
-#include "surface/TextHighlight.h"
+#include "records/TextRange.h"
 
 #include <QList>
 #include <QRgb>
+#include <QString>
+#include <QUuid>
 
 #include <optional>
 #include <span>
 #include <vector>
+
+/// A coded passage as the text surface shows it.
+struct TextHighlight {
+    QUuid codingID;
+    TextRange range; ///< may lie outside the text: it is cut at the end, or left out
+    QString colorHex;
+    QString name; ///< the code's name
+
+    bool operator==(const TextHighlight &) const = default;
+};
 
 /// A stretch of text, in UTF-16 code units, that shows one passage's colour.
 struct PassageSegment {
@@ -22,10 +34,10 @@ struct PassageSegment {
 /// is seen and nothing is mixed. Passages that lie outside the text or whose colour doesn't parse are left out.
 class PassageSegments {
 public:
-    /// Forgets everything; from now on passages are cut at `textLength`.
+    /// Removes all passages; later ones are cut at `textLength`.
     void reset(qsizetype textLength);
-    /// Takes the next list and returns whether it differs from the last one. Only what differs is worked out again,
-    /// unless it is much.
+    /// Takes the next list and returns whether it differs from the last one. Only the text from the first to the last
+    /// changed passage is worked out again.
     bool assign(const QList<TextHighlight> &highlights);
 
     [[nodiscard]] const QList<TextHighlight> &highlights() const { return m_highlights; }
@@ -41,15 +53,9 @@ private:
         int end = 0;
         QRgb color = 0;
     };
-    struct Stretch {
-        int start = 0;
-        int end = 0;
-    };
-
     [[nodiscard]] Passage passageOf(const TextHighlight &highlight) const;
-    [[nodiscard]] std::vector<PassageSegment> flattened(Stretch stretch) const;
-    void flattenAgain(Stretch stretch);
-    [[nodiscard]] static std::vector<Stretch> united(std::vector<Stretch> stretches);
+    [[nodiscard]] std::vector<PassageSegment> flattened(int from, int to) const;
+    void flattenAgain(int from, int to);
 
     int m_textLength = 0;
     QList<TextHighlight> m_highlights;

@@ -81,7 +81,7 @@ void ReadingPlace::findAgain()
     m_block = m_layout->document()->findBlock(position).blockNumber();
     m_offset = int(std::lround(line.y())) + belowLine;
     normalise();
-    m_position = position; // the line may begin earlier now, but the way back must lead here
+    m_position = position; // not the line's start, or the place would move when the old width comes back
     m_belowLine = belowLine;
 }
 

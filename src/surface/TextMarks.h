@@ -8,9 +8,9 @@
 #include <optional>
 #include <vector>
 
-/// What is drawn over and under the text besides the selection.
+/// What is drawn under and over the text, besides the selection.
 struct TextMarks {
-    /// A passage that is shown to the reader for a moment: its band takes the place of all others there.
+    /// A passage that was revealed: for a moment its band is drawn instead of all others there.
     struct Flash {
         int start = 0;
         int end = 0;
@@ -21,6 +21,6 @@ struct TextMarks {
 
     PassageSegments passages;
     std::optional<Flash> flash;
-    std::vector<TextRange> findMatches; ///< sorted, without overlaps, inside the text; a selected one isn't outlined
+    std::vector<TextRange> findMatches; ///< sorted, without overlaps, inside the text; the selected one isn't outlined
     std::optional<int> caret;
 };

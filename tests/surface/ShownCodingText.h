@@ -1,5 +1,6 @@
 #pragma once
 
+#include "surface/AccessibleCodingText.h"
 #include "surface/CodingTextView.h"
 
 #include <QApplication>
@@ -67,6 +68,7 @@ public:
         return image.pixelColor(point * image.devicePixelRatio());
     }
 
+    const bool isAccessible = (installAccessibleCodingText(), true); // before the view is made
     CodingTextView view;
     CodingTextView::Content content;
     std::vector<TextRange> reported;
