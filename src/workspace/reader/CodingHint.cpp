@@ -17,7 +17,7 @@ constexpr QMargins padding{12, 7, 8, 7};
 constexpr int distanceToTop = 14;
 constexpr int bulbSize = 11;
 
-/// An icon in the accent's foreground, which follows the look.
+/// Painted rather than a QLabel's pixmap, so that it follows a change between light and dark.
 class Bulb final : public QWidget {
 public:
     explicit Bulb(QWidget *parent) : QWidget(parent) { setFixedSize(bulbSize, bulbSize); }
@@ -47,16 +47,13 @@ CodingHint::CodingHint(QWidget *parent) : Capsule(Shadow::hint(), padding, paren
 
 void CodingHint::setShown(bool isShown)
 {
-    if (isShown == m_isIn)
-        return;
-    m_isIn = isShown;
-    if (isShown)
+    if (isShown && isHidden())
         Transition::fade().appear(*this);
-    else
+    else if (!isShown && !isHidden())
         Transition::fade().disappear(*this);
 }
 
-void CodingHint::place(int top)
+void CodingHint::place()
 {
-    placeAtTop(top + distanceToTop);
+    placeAtTop(distanceToTop);
 }

@@ -2,7 +2,7 @@
 
 #include "kit/controls/Capsule.h"
 
-/// The tip that teaches selecting a passage, until it is closed or the first passage is coded.
+/// The tip that explains coding, floating over the top of the reader.
 class CodingHint final : public Capsule {
     Q_OBJECT
 
@@ -10,12 +10,9 @@ public:
     explicit CodingHint(QWidget *parent);
 
     void setShown(bool isShown);
-    /// To be called when the parent's size has changed. `top` is where the room for it begins.
-    void place(int top);
+    /// Moves the tip to its place in the parent; to be called when the parent's size has changed.
+    void place();
 
 Q_SIGNALS:
     void dismissed();
-
-private:
-    bool m_isIn = false;
 };

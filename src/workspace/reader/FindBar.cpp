@@ -55,7 +55,7 @@ FindBar::FindBar(CodingTextView &text, QWidget *parent)
     auto *done = new QPushButton(u"Done"_s);
     setRole(*done, ButtonRole::bordered, ButtonSize::small);
 
-    auto *column = new ReadingColumn(this);
+    auto *column = new ReadingColumn(*this);
     auto *row = new QHBoxLayout(column);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(Metrics::controlSpacing);
@@ -109,7 +109,7 @@ void FindBar::markMatches()
     m_text.setFindMatches(FindMatches::in(m_text.text(), m_field->text()));
 }
 
-/// Of the first match that doesn't begin before the reader's place; the count of matches if all do.
+/// The index of the first match that begins at or after the caret; the number of matches if none does.
 size_t FindBar::matchAtPlace() const
 {
     const std::vector<TextRange> &matches = m_text.findMatches();
@@ -121,7 +121,7 @@ void FindBar::search()
 {
     markMatches();
     m_current.reset();
-    // The match at the reader's place, so that each further letter stays on it while it fits.
+    // Searched from the caret, so that typing on stays at the same match while it fits.
     if (const size_t count = m_text.findMatches().size(); count > 0)
         select(matchAtPlace() % count);
     showCount();
@@ -160,7 +160,7 @@ void FindBar::showCount()
             u"%1 of %2"_s.arg(LocaleText::number(qint64(*m_current) + 1), LocaleText::number(qint64(count))));
 }
 
-/// Escape in a search field empties it; here it closes the bar.
+/// Escape in a search field would clear it; here it closes the bar.
 bool FindBar::eventFilter(QObject *watched, QEvent *event)
 {
     const bool isEscape = event->type() == QEvent::KeyPress && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape;

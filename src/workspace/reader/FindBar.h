@@ -9,18 +9,18 @@ class ElidedLabel;
 class QPushButton;
 class SearchField;
 
-/// Finds a text in the document, as it is typed: marks all matches, counts them, and goes from one to the next in both
-/// directions, round and round. It selects, and never touches passages.
+/// Searches the document while a text is typed: marks and counts all matches and selects the next or previous one,
+/// starting over at either end.
 class FindBar final : public QWidget {
     Q_OBJECT
 
 public:
     explicit FindBar(CodingTextView &text, QWidget *parent = nullptr);
 
-    /// Shows the bar with the focus in its field and what stands there selected.
+    /// Shows the bar, with the focus in its field and the field's text selected.
     void open();
     void close();
-    /// Looks again, since the document is another one. Nothing is selected or scrolled to.
+    /// Searches the text of another document, without selecting a match.
     void textChanged();
 
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -30,7 +30,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    /// Marks the matches and goes to the one at the reader's place.
+    /// Marks the matches and selects the one at the caret.
     void search();
     void markMatches();
     [[nodiscard]] size_t matchAtPlace() const;

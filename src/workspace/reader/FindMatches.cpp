@@ -3,12 +3,14 @@
 #include "analysis/TextSearch.h"
 #include "records/CharacterTable.h"
 
+#include <algorithm>
+
 namespace {
 
-/// Lowering moves the units of this text: each unit of the copy remembers where it came from.
+/// A lower-case copy of a text in which some characters change their length, with each unit's position in the original.
 struct LoweredCopy {
     QString text;
-    std::vector<qint64> origins; ///< one more than there are units
+    std::vector<qint64> origins; ///< the last one is the original's length
 
     explicit LoweredCopy(QStringView original)
     {
@@ -47,10 +49,8 @@ std::vector<TextRange> FindMatches::in(QStringView text, QStringView needle)
     for (qsizetype at = copy.text.indexOf(lowered); at >= 0; at = copy.text.indexOf(lowered, at + lowered.size())) {
         const qint64 start = copy.origins[size_t(at)];
         const qint64 last = copy.origins[size_t(at + lowered.size() - 1)];
-        qsizetype behind = at + lowered.size();
-        while (copy.origins[size_t(behind)] == last) // the rest of a letter that became several
-            ++behind;
-        matches.push_back({start, copy.origins[size_t(behind)] - start});
+        const auto after = std::upper_bound(copy.origins.begin() + at, copy.origins.end(), last); // whole letters only
+        matches.push_back({start, *after - start});
     }
     return matches;
 }

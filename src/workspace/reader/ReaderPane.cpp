@@ -11,7 +11,6 @@
 #include <QStackedLayout>
 
 #include <algorithm>
-#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -40,14 +39,12 @@ ReaderPane::ReaderPane(LibraryStore &store, QWidget *parent)
 
 void ReaderPane::render()
 {
-    const QList<Document> &documents = m_store.documents().get();
+    const QList<Document> documents = m_store.documents().get(); // a copy: leaving a document may save its memo
     const auto found = m_store.selectedDocumentID().get()
         ? std::ranges::find(documents, *m_store.selectedDocumentID().get(), &Document::id)
         : documents.end();
-    // For the list changes when the memo before is written last of all.
-    const std::optional<Document> shown = found != documents.end() ? std::optional(*found) : std::nullopt;
-    if (shown) {
-        m_reader->showDocument(*shown);
+    if (found != documents.end()) {
+        m_reader->showDocument(*found);
         m_pages->setCurrentWidget(m_reader);
     } else {
         m_reader->showNothing();

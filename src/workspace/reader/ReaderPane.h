@@ -6,7 +6,7 @@ class LibraryStore;
 class QStackedLayout;
 class ReaderView;
 
-/// The right-hand column: the selected document, or what there is to say when none is selected.
+/// The right-hand column: the selected document, or a hint on what to do when none is selected.
 class ReaderPane final : public QWidget {
     Q_OBJECT
 

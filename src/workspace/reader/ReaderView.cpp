@@ -4,6 +4,7 @@
 #include "kit/theme/Theme.h"
 #include "kit/theme/ThemeColors.h"
 #include "library/LibraryStore.h"
+#include "surface/AccessibleCodingText.h"
 #include "surface/CodingTextView.h"
 #include "workspace/lists/MemoBar.h"
 #include "workspace/picker/CodePickerPopover.h"
@@ -24,8 +25,14 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int aboveTitle = 10;
-constexpr int aboveMemo = 6; // the memo has some air of its own
+constexpr int aboveMemo = 6; // plus the memo's own margin
 constexpr int belowMemo = 8;
+
+CodingTextView *makeText()
+{
+    installAccessibleCodingText();
+    return new CodingTextView;
+}
 
 } // namespace
 
@@ -35,7 +42,7 @@ ReaderView::ReaderView(LibraryStore &store, QWidget *parent)
       m_header(new DocumentHeader),
       m_memo(new MemoBar(u"Document memo…"_s)),
       m_divider(new Hairline),
-      m_text(new CodingTextView)
+      m_text(makeText())
 {
     m_findBar = new FindBar(*m_text);
     buildLayout();
@@ -56,8 +63,8 @@ ReaderView::ReaderView(LibraryStore &store, QWidget *parent)
 
 void ReaderView::buildLayout()
 {
-    constexpr int outdent = MemoBar::labelInset; // the memo's label stands where the text begins, its button does not
-    auto *block = new ReadingColumn(this, outdent);
+    constexpr int outdent = MemoBar::labelInset; // the memo's label, not its button, is aligned with the text
+    auto *block = new ReadingColumn(*this, outdent);
     m_header->setContentsMargins(outdent, 0, 0, 0);
     m_memo->setEditorInset(outdent);
     auto *blockColumn = new QVBoxLayout(block);
@@ -123,7 +130,7 @@ void ReaderView::beginDocument()
     readCodings();
     renderText(); // takes the new text
     ++m_resetToken;
-    renderText(); // carries out a reveal that came with it
+    renderText(); // carries out a reveal that was asked for with the text
     m_findBar->textChanged();
 }
 
@@ -131,7 +138,7 @@ void ReaderView::saveMemo(const QString &memo)
 {
     if (!m_document)
         return;
-    const Document document = *m_document; // which is replaced when the store tells of it
+    const Document document = *m_document; // a copy: saving replaces m_document
     const std::optional<QString> known = m_store.documentMemo(document.id);
     if (known && (*known != memo || !m_store.isMemoWritten(document.id)))
         m_store.setDocumentMemo(document, memo);
@@ -140,7 +147,7 @@ void ReaderView::saveMemo(const QString &memo)
 void ReaderView::renderMemo()
 {
     const QString memo = m_store.documentMemo(m_document->id).value_or(QString());
-    if (memo != m_memo->text()) // it may come from elsewhere
+    if (memo != m_memo->text()) // else it was typed here
         m_memo->setText(memo);
 }
 
@@ -188,7 +195,7 @@ void ReaderView::noticeSelection(TextRange range)
 {
     if (range.length >= 1)
         setSelection(range);
-    else if (!m_picker) // while the popover is open the passage stays, though the focus has left the text
+    else if (!m_picker) // the passage stays while the picker is open
         setSelection({});
 }
 
@@ -198,7 +205,7 @@ void ReaderView::setSelection(const std::optional<TextRange> &selection)
     renderSelectionBar();
 }
 
-/// While the user goes from match to match the bar would only spring up and down; it comes when she is done.
+/// Hidden while the find bar has the focus, or it would appear and vanish with each match.
 void ReaderView::renderSelectionBar()
 {
     const bool isFinding = m_findBar->isAncestorOf(QApplication::focusWidget());
@@ -216,7 +223,7 @@ void ReaderView::openPicker()
             m_picker->deleteLater();
         m_picker.clear();
     });
-    m_picker->onlyCloseAt(*m_text); // or the click would give up the passage
+    m_picker->onlyCloseAt(*m_text); // such a click must not clear the selection
     m_picker->openAt(*m_selectionBar, m_selectionBar->addButton());
 }
 
@@ -228,7 +235,7 @@ void ReaderView::closePicker()
 
 void ReaderView::finishAssignment()
 {
-    m_text->setFocus(Qt::OtherFocusReason); // the bar, where it may have been before, leaves
+    m_text->setFocus(Qt::OtherFocusReason); // the selection bar, which may have had it, is about to hide
     setSelection({});
     ++m_resetToken;
     renderText();
@@ -239,7 +246,7 @@ void ReaderView::removeCoding(const QUuid &codingID)
     const auto found = std::ranges::find(m_codings, codingID, &Coding::id);
     if (found == m_codings.end())
         return;
-    const Coding coding = *found; // the list is read anew while the store removes it
+    const Coding coding = *found; // a copy: removing reads m_codings again
     m_store.removeCoding(coding);
 }
 
@@ -247,14 +254,14 @@ void ReaderView::openFindBar()
 {
     if (!m_document)
         return;
-    closePicker(); // the bar to which it belongs gives way
+    closePicker(); // its selection bar is about to hide
     m_findBar->open();
 }
 
 void ReaderView::placeOverlays()
 {
     m_selectionBar->place();
-    m_hint->place(0);
+    m_hint->place();
 }
 
 void ReaderView::resizeEvent(QResizeEvent *event)

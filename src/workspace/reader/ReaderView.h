@@ -2,7 +2,7 @@
 
 #include "records/Coding.h"
 #include "records/Document.h"
-#include "surface/TextHighlight.h"
+#include "surface/PassageSegments.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -18,8 +18,7 @@ class LibraryStore;
 class MemoBar;
 class SelectionBar;
 
-/// One document to read and to code: header, memo and text, and the state of the coding gesture. Stays in place when
-/// another document is selected, and then begins anew.
+/// Shows one document to read and to code: header, memo and text. One view serves all documents in turn.
 class ReaderView final : public QWidget {
     Q_OBJECT
 
@@ -27,7 +26,7 @@ public:
     explicit ReaderView(LibraryStore &store, QWidget *parent = nullptr);
 
     [[nodiscard]] CodingTextView &textView() const { return *m_text; }
-    /// The passage that would be coded now.
+    /// The passage that "Add Code" would code.
     [[nodiscard]] const std::optional<TextRange> &selection() const { return m_selection; }
 
     void showDocument(const Document &document);

@@ -1,28 +1,20 @@
 #include "workspace/reader/ReadingColumn.h"
 
+#include "surface/ReaderMetrics.h"
+
 #include <QEvent>
 
-#include <algorithm>
-
-ReadingColumn::ReadingColumn(QWidget *parent, int outdent) : QWidget(parent), m_outdent(outdent)
+ReadingColumn::ReadingColumn(QWidget &parent, int outdent) : QWidget(&parent), m_outdent(outdent)
 {
-    if (parent != nullptr)
-        parent->installEventFilter(this);
+    parent.installEventFilter(this);
     centre();
 }
 
 QSize ReadingColumn::minimumSizeHint() const
 {
     const QMargins margins = contentsMargins();
-    const int least = 2 * sideMargin - m_outdent;
-    return QWidget::minimumSizeHint() - QSize(margins.left() + margins.right() - least, 0);
-}
-
-bool ReadingColumn::event(QEvent *event)
-{
-    if (event->type() == QEvent::ParentChange && parentWidget() != nullptr)
-        parentWidget()->installEventFilter(this);
-    return QWidget::event(event);
+    const int minMargins = 2 * ReaderMetrics::minSideInset - m_outdent;
+    return QWidget::minimumSizeHint() - QSize(margins.left() + margins.right() - minMargins, 0);
 }
 
 bool ReadingColumn::eventFilter(QObject *watched, QEvent *event)
@@ -34,8 +26,6 @@ bool ReadingColumn::eventFilter(QObject *watched, QEvent *event)
 
 void ReadingColumn::centre()
 {
-    if (parentWidget() == nullptr)
-        return;
-    const int side = std::max(sideMargin, (parentWidget()->width() - textWidth) / 2);
+    const int side = ReaderMetrics::sideInset(parentWidget()->width());
     setContentsMargins(side - m_outdent, 0, side, 0);
 }

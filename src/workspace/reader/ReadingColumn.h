@@ -2,23 +2,18 @@
 
 #include <QWidget>
 
-/// Keeps what it holds on the text's left edge: as wide as the text, in the middle of the pane.
+/// Holds widgets in the column of the reader's text: as wide as the text and centred in the parent.
 class ReadingColumn final : public QWidget {
     Q_OBJECT
 
 public:
-    /// The margin on both sides of a pane that is not wider than the column.
-    static constexpr int sideMargin = 32;
-    static constexpr int textWidth = 660;
+    /// The content begins `outdent` logical pixels to the left of the text.
+    explicit ReadingColumn(QWidget &parent, int outdent = 0);
 
-    /// `outdent` is how far what it holds begins before the text, in logical pixels.
-    explicit ReadingColumn(QWidget *parent, int outdent = 0);
-
-    /// With the least margins: those of a wide pane must not keep it wide.
+    /// With the smallest margins, since the margins of a wide parent must not keep it from getting narrower.
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
-    bool event(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:

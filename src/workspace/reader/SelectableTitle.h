@@ -2,8 +2,8 @@
 
 #include <QTextEdit>
 
-/// A title whose text can be selected and copied. It takes as many lines as its width asks for, breaks words that are
-/// longer than a line, and scrolls beyond a few lines.
+/// A title whose text can be selected and copied. As high as its lines at the given width, breaks words that are longer
+/// than a line, and scrolls beyond six lines.
 class SelectableTitle final : public QTextEdit {
     Q_OBJECT
 
@@ -20,7 +20,11 @@ public:
 
 protected:
     void focusOutEvent(QFocusEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
-    QString m_title; ///< which comes back from the editor with other blanks
+    [[nodiscard]] int heightOf(int lineCount, int width) const;
+    void adjustScrollBar();
+
+    QString m_title; ///< as given: toPlainText() replaces no-break spaces
 };

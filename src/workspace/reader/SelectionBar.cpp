@@ -10,6 +10,8 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -23,14 +25,12 @@ QString countText(qint64 length)
     return LocaleText::number(length) + u" characters selected"_s;
 }
 
-/// The widest text with as many digits: the bar keeps its width while the count changes.
+/// The widest text with as many digits, so that the bar keeps its width while the count changes.
 QString widestText(qint64 length)
 {
     QString text = countText(length);
-    for (QChar &character : text) {
-        if (character.isDigit())
-            character = u'0';
-    }
+    std::ranges::replace_if(
+        text, [](QChar character) { return character.isDigit(); }, QChar(u'0'));
     return text;
 }
 
@@ -43,7 +43,7 @@ SelectionBar::SelectionBar(QWidget *parent) : Capsule(Shadow::selectionBar(), pa
     m_count->setAlignment(Qt::AlignRight);
     m_addButton = new QPushButton(Symbols::icon(u"tag"_s, Symbols::Tint::onAccent), u"Add Code"_s, this);
     m_addButton->setObjectName(u"addCode"_s);
-    m_addButton->setFocusPolicy(Qt::TabFocus); // a click must leave the passage selected in the text
+    m_addButton->setFocusPolicy(Qt::TabFocus); // a click must not clear the selection in the text
     setRole(*m_addButton, ButtonRole::prominent, ButtonSize::capsule);
     row().setSpacing(spacing);
     row().addWidget(m_count);
@@ -54,20 +54,16 @@ SelectionBar::SelectionBar(QWidget *parent) : Capsule(Shadow::selectionBar(), pa
 
 void SelectionBar::showLength(qint64 length)
 {
-    if (length > 0) {
-        m_count->setText(countText(length));
-        m_count->reserveRoomFor(widestText(length));
-        place();
-    }
-    const bool isWanted = length > 0;
-    if (isWanted == m_isIn)
+    if (length <= 0) {
+        if (!isHidden())
+            Transition::selectionBar(*this).disappear(*this);
         return;
-    m_isIn = isWanted;
-    const Transition transition = Transition::selectionBar(*this);
-    if (isWanted)
-        transition.appear(*this);
-    else
-        transition.disappear(*this);
+    }
+    m_count->setText(countText(length));
+    m_count->reserveRoomFor(widestText(length));
+    place();
+    if (isHidden())
+        Transition::selectionBar(*this).appear(*this);
 }
 
 void SelectionBar::place()

@@ -5,7 +5,7 @@
 class ElidedLabel;
 class QPushButton;
 
-/// Floats below the text while a passage is selected: how long it is, and "Add Code".
+/// Floats over the bottom of the text while a passage is selected: the passage's length, and "Add Code".
 class SelectionBar final : public Capsule {
     Q_OBJECT
 
@@ -14,9 +14,9 @@ public:
 
     [[nodiscard]] QPushButton &addButton() const { return *m_addButton; }
 
-    /// Shows the bar for a passage of so many UTF-16 code units; 0 takes it away.
+    /// Shows the bar for a passage of so many UTF-16 code units; 0 hides it.
     void showLength(qint64 length);
-    /// To be called when the parent's size has changed.
+    /// Moves the bar to its place in the parent; to be called when the parent's size has changed.
     void place();
 
 Q_SIGNALS:
@@ -25,5 +25,4 @@ Q_SIGNALS:
 private:
     ElidedLabel *m_count;
     QPushButton *m_addButton;
-    bool m_isIn = false;
 };
