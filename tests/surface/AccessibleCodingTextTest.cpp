@@ -1,5 +1,4 @@
 #include "ShownCodingText.h"
-#include "support/Cases.h"
 #include "support/Printing.h"
 
 #include <QAccessible>
@@ -24,47 +23,42 @@ struct Surface : ShownCodingText {
     QAccessibleTextInterface &texts;
 };
 
-struct UnitCase {
-    const char *name;
-    QAccessible::TextBoundaryType type;
-    qint64 offset;
-    QString before;
-    QString at;
-    QString after;
-};
-using AccessibleUnit = testing::TestWithParam<UnitCase>;
-
 const qint64 last = text.indexOf(u"Last"_s);
 
 } // namespace
 
-TEST_P(AccessibleUnit, IsReadAroundAnOffset)
+TEST(AccessibleCodingText, ReadsTheUnitsAroundAnOffset)
 {
     const Surface surface;
-    const auto &[name, type, offset, before, at, after] = GetParam();
-    int start = -1;
-    int end = -1;
-    EXPECT_EQ(surface.texts.textAtOffset(int(offset), type, &start, &end), at);
-    EXPECT_EQ(surface.texts.text(start, end), at);
-    EXPECT_EQ(surface.texts.textBeforeOffset(int(offset), type, &start, &end), before);
-    EXPECT_EQ(surface.texts.text(start, end), before);
-    EXPECT_EQ(surface.texts.textAfterOffset(int(offset), type, &start, &end), after);
-    EXPECT_EQ(surface.texts.text(start, end), after);
+    struct UnitCase {
+        QAccessible::TextBoundaryType type;
+        qint64 offset;
+        QString before;
+        QString at;
+        QString after;
+    };
+    const QString line = u"Filling line of text.\n"_s;
+    const std::vector<UnitCase> cases{{QAccessible::CharBoundary, 0, {}, u"F"_s, u"i"_s},
+        {QAccessible::CharBoundary, last + 5, u" "_s, u"e\u0301"_s, u" "_s},
+        {QAccessible::CharBoundary, 34, u"."_s, u"\r\n"_s, u"F"_s},
+        {QAccessible::CharBoundary, text.size(), u"."_s, {}, {}},
+        {QAccessible::WordBoundary, 7, u" "_s, u"words"_s, u" "_s},
+        {QAccessible::SentenceBoundary, 3, {}, u"First words here. "_s, u"Second sentence.\r\n"_s},
+        {QAccessible::LineBoundary, 3, {}, text.left(36), line},
+        {QAccessible::LineBoundary, last + 2, line, text.mid(last), {}}, // never laid out before
+        {QAccessible::ParagraphBoundary, 3, {}, text.left(36), line}, {QAccessible::NoBoundary, 3, {}, text, {}}};
+    for (const auto &[type, offset, before, at, after] : cases) {
+        SCOPED_TRACE(testing::Message() << "type " << type << " at " << offset);
+        int start = -1;
+        int end = -1;
+        EXPECT_EQ(surface.texts.textAtOffset(int(offset), type, &start, &end), at);
+        EXPECT_EQ(surface.texts.text(start, end), at);
+        EXPECT_EQ(surface.texts.textBeforeOffset(int(offset), type, &start, &end), before);
+        EXPECT_EQ(surface.texts.text(start, end), before);
+        EXPECT_EQ(surface.texts.textAfterOffset(int(offset), type, &start, &end), after);
+        EXPECT_EQ(surface.texts.text(start, end), after);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Reader, AccessibleUnit,
-    testing::Values(UnitCase{"character", QAccessible::CharBoundary, 1, u"F"_s, u"i"_s, u"r"_s},
-        UnitCase{"character_at_the_start", QAccessible::CharBoundary, 0, {}, u"F"_s, u"i"_s},
-        UnitCase{"character_with_its_mark", QAccessible::CharBoundary, last + 5, u" "_s, u"e\u0301"_s, u" "_s},
-        UnitCase{"line_break_is_one_character", QAccessible::CharBoundary, 34, u"."_s, u"\r\n"_s, u"F"_s},
-        UnitCase{"word", QAccessible::WordBoundary, 7, u" "_s, u"words"_s, u" "_s},
-        UnitCase{"sentence", QAccessible::SentenceBoundary, 3, {}, u"First words here. "_s, u"Second sentence.\r\n"_s},
-        UnitCase{"line", QAccessible::LineBoundary, 3, {}, text.left(36), u"Filling line of text.\n"_s},
-        UnitCase{"line_never_laid_out", QAccessible::LineBoundary, last + 2, u"Filling line of text.\n"_s,
-            text.mid(last), {}},
-        UnitCase{"paragraph", QAccessible::ParagraphBoundary, 3, {}, text.left(36), u"Filling line of text.\n"_s},
-        UnitCase{"the_end", QAccessible::CharBoundary, text.size(), u"."_s, {}, {}}),
-    rowName);
 
 TEST(AccessibleCodingText, NamesItselfAndSelectsButCantBeEdited)
 {

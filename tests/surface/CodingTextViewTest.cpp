@@ -1,5 +1,4 @@
 #include "ShownCodingText.h"
-#include "support/Cases.h"
 #include "support/Printing.h"
 
 #include <QAction>
@@ -14,15 +13,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
+#include <functional>
 #include <limits>
 
 using namespace Qt::StringLiterals;
 using testing::ElementsAre;
 
 namespace {
-
-constexpr qint64 huge = std::numeric_limits<qint64>::max();
-constexpr qint64 least = std::numeric_limits<qint64>::min();
 
 const QString sentence = u"The quick brown fox jumps over the lazy dog."_s;
 
@@ -55,97 +53,121 @@ QColor behind(ShownCodingText &shown, qint64 position)
     return shown.colorAt({rectangle.center().x(), rectangle.top()});
 }
 
-QColor over(const QColor &base, const QColor &color, double alpha)
+/// How many pixels below a character are nearly blue.
+int blueUnderline(ShownCodingText &shown, qint64 position)
 {
-    const auto mixed = [alpha](int below, int above) { return int(below + (above - below) * alpha + 0.5); };
-    return QColor(mixed(base.red(), color.red()), mixed(base.green(), color.green()), mixed(base.blue(), color.blue()));
+    const QRect rectangle = shown.view.characterRectangle(position);
+    const QImage image = shown.picture();
+    int count = 0;
+    for (int y = rectangle.bottom() - 2; y < rectangle.bottom() + 6; ++y) {
+        const QColor color = image.pixelColor(rectangle.center().x(), y);
+        count += color.blue() > 240 && color.red() < 40 && color.red() > 5 ? 1 : 0;
+    }
+    return count;
 }
 
-bool isNear(const QColor &one, const QColor &other)
+/// Whether that colour, so opaque, lies over the page behind a character.
+bool isTinted(ShownCodingText &shown, qint64 position, const QColor &color, double alpha)
 {
-    return std::abs(one.red() - other.red()) <= 2 && std::abs(one.green() - other.green()) <= 2
-        && std::abs(one.blue() - other.blue()) <= 2;
+    const QColor base = shown.view.palette().color(QPalette::Base);
+    const QColor seen = behind(shown, position);
+    const auto isMixed = [alpha](int below, int above, int mixed) {
+        return std::abs(below + (above - below) * alpha - mixed) <= 2;
+    };
+    return isMixed(base.red(), color.red(), seen.red()) && isMixed(base.green(), color.green(), seen.green())
+        && isMixed(base.blue(), color.blue(), seen.blue());
 }
-
-struct OffsetCase {
-    const char *name;
-    QString between;
-};
-using Offsets = testing::TestWithParam<OffsetCase>;
 
 } // namespace
 
-// Offsets
-
-TEST_P(Offsets, AreTheTextsOwnOnTheSurface)
+TEST(CodingTextView, SpeaksOfOffsetsInTheGivenText)
 {
-    const QString text = u"before"_s + GetParam().between + u"target after"_s;
-    const qint64 target = text.indexOf(u"target"_s);
-    ShownCodingText shown(text);
-    const QPoint inside = shown.pointAt(target + 2);
-    EXPECT_EQ(shown.view.characterAt(inside), target + 2);
-
-    QTest::mouseDClick(shown.view.viewport(), Qt::LeftButton, {}, inside);
-    EXPECT_EQ(shown.view.selection(), (TextRange{target, 6}));
-    shown.press(Qt::Key_C, Qt::ControlModifier);
-    EXPECT_EQ(QApplication::clipboard()->text(), u"target"_s);
-
-    shown.press(Qt::Key_End, Qt::ControlModifier);
-    EXPECT_EQ(shown.view.selection(), (TextRange{text.size(), 0}));
-    shown.press(Qt::Key_A, Qt::ControlModifier);
-    EXPECT_EQ(shown.view.selection(), (TextRange{0, text.size()}));
-}
-
-INSTANTIATE_TEST_SUITE_P(Reader, Offsets,
-    testing::Values(OffsetCase{"pair_of_return_and_line_feed", u"\r\n"_s}, OffsetCase{"lone_return", u"\r"_s},
-        OffsetCase{"line_separator", u"\u2028"_s}, OffsetCase{"object_replacement", u"\uFFFC "_s},
-        OffsetCase{"null", u" "_s + QChar(0) + u" "_s}, OffsetCase{"high_half", QChar(0xD83D) + u" "_s},
-        OffsetCase{"emoji", u" \U0001F469\u200D\U0001F469\u200D\U0001F467 "_s},
-        OffsetCase{"arabic_line", u"\n\u0639\u0644\u064A\u0643\u0645\n"_s},
-        OffsetCase{"combining_mark_at_the_start_of_a_line", u"\n\u0301 "_s}),
-    rowName);
-
-TEST(CodingTextView, ReportsNoHalfOfALineBreak)
-{
-    ShownCodingText shown(u"ab\r\ncd"_s);
-    shown.click(0);
-    for (int step = 0; step < 2; ++step)
+    ShownCodingText shown({});
+    for (const QString &between : {u"\r\n"_s, u"\r"_s, u"\u2028"_s, u"\uFFFC "_s, u" "_s + QChar(0) + u" "_s,
+             QChar(0xD83D) + u" "_s, u" \U0001F469\u200D\U0001F469\u200D\U0001F467 "_s,
+             u"\n\u0639\u0644\u064A\u0643\u0645\n"_s, u"\n\u0301 "_s}) {
+        const QString text = u"before"_s + between + u"target after"_s;
+        shown.content.text = text;
+        shown.apply();
+        const qint64 target = text.indexOf(u"target"_s);
+        const QPoint inside = shown.pointAt(target + 2);
+        EXPECT_EQ(shown.view.characterAt(inside), target + 2) << between.toStdString();
+        QTest::mouseDClick(shown.view.viewport(), Qt::LeftButton, {}, inside);
+        EXPECT_EQ(shown.view.selection(), (TextRange{target, 6})) << between.toStdString();
+        shown.press(Qt::Key_C, Qt::ControlModifier);
+        EXPECT_EQ(QApplication::clipboard()->text(), u"target"_s);
+        shown.press(Qt::Key_End, Qt::ControlModifier);
+        EXPECT_EQ(shown.view.selection(), (TextRange{text.size(), 0})) << between.toStdString();
+    }
+    shown.content.text = u"ab\r\ncd"_s;
+    shown.apply();
+    for (const qint64 end : {1, 2, 4, 5}) { // one step over both halves of a line break
         shown.press(Qt::Key_Right, Qt::ShiftModifier);
-    EXPECT_EQ(shown.view.selection(), (TextRange{0, 2}));
-    shown.press(Qt::Key_Right, Qt::ShiftModifier);
-    EXPECT_EQ(shown.view.selection(), (TextRange{0, 4})) << "one step over both";
-    shown.press(Qt::Key_Home);
-    shown.press(Qt::Key_Up);
-    shown.press(Qt::Key_End, Qt::ShiftModifier);
-    EXPECT_EQ(shown.view.selection(), (TextRange{0, 2}));
+        EXPECT_EQ(shown.view.selection(), (TextRange{0, end}));
+    }
 }
 
-// Selection
-
-TEST(CodingTextView, SelectsByMouseAndKeysAndReportsEachChange)
+TEST(CodingTextView, MovesAndSelectsAsAPlainTextEditDoes)
 {
-    ShownCodingText shown(sentence + u"\nSecond line.\nThird."_s);
+    QString text;
+    QRandomGenerator random(8);
+    for (int word = 0; word < 900; ++word)
+        text += QString(random.bounded(1, 9), QChar(u'a' + random.bounded(26))) + (random.bounded(40) ? u' ' : u'\n');
+    ShownCodingText shown(text);
+    QTextEdit plain;
+    plain.setFont(shown.view.font());
+    plain.document()->setDocumentMargin(0);
+    plain.setReadOnly(true);
+    plain.setTextInteractionFlags(shown.view.textInteractionFlags());
+    plain.setLineWrapMode(QTextEdit::FixedPixelWidth);
+    plain.setLineWrapColumnOrWidth(660);
+    plain.setPlainText(text);
+    plain.show();
+
+    constexpr std::array keys{Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down, Qt::Key_Home, Qt::Key_End};
+    for (int step = 0; step < 400; ++step) {
+        if (step % 40 == 0) {
+            const int position = random.bounded(int(text.size()));
+            shown.view.select({position, 0});
+            QTextCursor cursor = plain.textCursor();
+            cursor.setPosition(position);
+            plain.setTextCursor(cursor);
+        }
+        const Qt::Key key = keys[size_t(random.bounded(int(keys.size())))];
+        const bool isByWord = random.bounded(4) == 0 && (key == Qt::Key_Left || key == Qt::Key_Right);
+        const Qt::KeyboardModifiers modifiers = (random.bounded(2) ? Qt::ShiftModifier : Qt::NoModifier)
+            | (isByWord ? Qt::ControlModifier : Qt::NoModifier);
+        shown.press(key, modifiers);
+        QTest::keyClick(&plain, key, modifiers);
+        const QTextCursor cursor = plain.textCursor();
+        const TextRange wanted{cursor.selectionStart(), cursor.selectionEnd() - cursor.selectionStart()};
+        ASSERT_EQ(shown.view.selection(), wanted) << "step " << step << ", key " << key;
+        ASSERT_EQ(shown.reported.back(), wanted);
+        ASSERT_EQ(shown.view.textCursor().position(), cursor.position()) << step;
+        const QRect caret = shown.view.characterRectangle(cursor.position());
+        ASSERT_TRUE(shown.view.viewport()->rect().contains(caret)) << "it scrolls with the caret: " << step;
+    }
+}
+
+TEST(CodingTextView, SelectsByMouse)
+{
+    ShownCodingText shown(sentence + u"\nSecond line."_s);
     QWidget *page = shown.view.viewport();
-    shown.click(4);
-    shown.press(Qt::Key_Right, Qt::ShiftModifier);
-    shown.press(Qt::Key_Right, Qt::ShiftModifier | Qt::ControlModifier);
-    EXPECT_EQ(shown.selectedText(), u"quick "_s);
-    shown.press(Qt::Key_Left, Qt::ShiftModifier);
-    EXPECT_THAT(shown.reported, ElementsAre(TextRange{4, 0}, TextRange{4, 1}, TextRange{4, 6}, TextRange{4, 5}));
-    shown.press(Qt::Key_Down);
-    EXPECT_EQ(shown.view.selection().length, 0);
-    EXPECT_GT(shown.view.selection().location, sentence.size());
     shown.click(0);
     shown.click(9, Qt::ShiftModifier);
     EXPECT_EQ(shown.selectedText(), u"The quick"_s);
-
     QTest::mousePress(page, Qt::LeftButton, {}, shown.pointAt(10));
     QTest::mouseMove(page, shown.pointAt(15));
     EXPECT_EQ(shown.selectedText(), u"brown"_s) << "while the button is held";
     QTest::mouseMove(page, shown.pointAt(4));
     QTest::mouseRelease(page, Qt::LeftButton, {}, shown.pointAt(4));
-    EXPECT_EQ(shown.selectedText(), u"quick "_s);
     EXPECT_EQ(shown.reported.back(), (TextRange{4, 6}));
+    for (const bool isTaken : {true, false}) { // the first Escape clears the selection, the next is for the parents
+        QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, {});
+        QApplication::sendEvent(&shown.view, &escape);
+        EXPECT_EQ(escape.isAccepted(), isTaken);
+        EXPECT_EQ(shown.view.selection(), (TextRange{4, 0}));
+    }
 }
 
 TEST(CodingTextView, SelectsTheWholeParagraphByAThirdClickThoughItIsLaidOutInPieces)
@@ -161,30 +183,36 @@ TEST(CodingTextView, SelectsTheWholeParagraphByAThirdClickThoughItIsLaidOutInPie
     EXPECT_EQ(shown.view.selection(), (TextRange{7, paragraph.size() + 2}));
 }
 
-TEST(CodingTextView, ScrollsWhileADragLeavesThePage)
+TEST(CodingTextView, ScrollsWhileADragIsHeldAtOrBeyondItsEdge)
 {
-    ShownCodingText shown(paragraphs(300));
+    ShownCodingText shown(paragraphs(60));
     QWidget *page = shown.view.viewport();
-    QTest::mousePress(page, Qt::LeftButton, {}, shown.pointAt(3));
-    const QPoint below(200, page->height() + 40);
-    QCursor::setPos(page->mapToGlobal(below)); // where the pointer stays while the page scrolls
-    QTest::mouseMove(page, below);
-    EXPECT_TRUE(QTest::qWaitFor([&shown] { return shown.scrolled() > 200; }));
-    QTest::mouseRelease(page, Qt::LeftButton, {}, QPoint(200, page->height() - 5));
-    EXPECT_EQ(shown.view.selection().location, 3);
-    EXPECT_GT(shown.view.characterRectangle(shown.view.selection().end()).top(), page->height() - 80);
-}
-
-TEST(CodingTextView, ClearsTheSelectionByTheFirstEscapeAndLeavesTheNextToItsParents)
-{
-    ShownCodingText shown(sentence);
-    shown.view.select({4, 5});
-    for (const bool isTaken : {true, false}) {
-        QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, {});
-        QApplication::sendEvent(&shown.view, &escape);
-        EXPECT_EQ(escape.isAccepted(), isTaken);
-        EXPECT_EQ(shown.view.selection(), (TextRange{4, 0}));
-    }
+    const auto drag = [&](int y, const std::function<bool()> &isScrolled) {
+        const QPoint point(200, y);
+        shown.view.select({}); // a press on the selection would drag the text away
+        QTest::mousePress(page, Qt::LeftButton, {}, QPoint(200, page->height() / 2));
+        const qint64 start = shown.view.selection().location;
+        QCursor::setPos(page->mapToGlobal(point)); // where the pointer stays while the page scrolls
+        QTest::mouseMove(page, point);
+        EXPECT_TRUE(QTest::qWaitFor(isScrolled)) << "at " << y;
+        QTest::mouseRelease(page, Qt::LeftButton, {}, point);
+        const TextRange selected = shown.view.selection();
+        EXPECT_TRUE(selected.location == start || selected.end() == start);
+        const int scrolled = shown.scrolled();
+        QTest::qWait(120);
+        EXPECT_EQ(shown.scrolled(), scrolled) << "after the button was released";
+    };
+    for (const int beyond : {-2, 40}) // the window may touch the screen's edge, so that the pointer can't leave it
+        drag(page->height() + beyond, [&, from = shown.scrolled()] { return shown.scrolled() > from + 100; });
+    for (const int y : {2, -40})
+        drag(y, [&, from = shown.scrolled()] { return shown.scrolled() < from - 90; });
+    const int scrolled = shown.scrolled();
+    shown.view.select({});
+    QTest::mousePress(page, Qt::LeftButton, {}, QPoint(200, 200));
+    QTest::mouseMove(page, QPoint(200, page->height() - 20));
+    QTest::qWait(120);
+    EXPECT_EQ(shown.scrolled(), scrolled) << "not near the edge already";
+    QTest::mouseRelease(page, Qt::LeftButton, {}, QPoint(200, 200));
 }
 
 TEST(CodingTextView, CopiesTheTextAsItWasGiven)
@@ -204,11 +232,9 @@ TEST(CodingTextView, CopiesTheTextAsItWasGiven)
     EXPECT_FALSE(QApplication::clipboard()->mimeData()->hasHtml());
 }
 
-// Updates
-
-TEST(CodingTextView, StartsANewTextAtTheTopWithNothingSelected)
+TEST(CodingTextView, StartsANewTextAtTheTopAndResetsTheSelectionByAToken)
 {
-    ShownCodingText shown(paragraphs(200));
+    ShownCodingText shown(paragraphs(60));
     shown.scrollTo(900);
     shown.view.select({50, 10});
     ++shown.content.resetToken;
@@ -218,16 +244,12 @@ TEST(CodingTextView, StartsANewTextAtTheTopWithNothingSelected)
         EXPECT_EQ(shown.scrolled(), 900);
         shown.view.select({50, 10});
     }
-
     shown.reported.clear();
-    shown.content.text = paragraphs(201);
-    shown.content.revealRange = TextRange{9000, 10};
-    shown.content.revealToken = 7;
-    shown.content.resetToken = 2;
+    shown.content = {paragraphs(61), {}, 2, TextRange{3000, 10}, 7};
     shown.apply();
     EXPECT_EQ(shown.scrolled(), 0);
     EXPECT_THAT(shown.reported, ElementsAre(TextRange{0, 0}));
-    EXPECT_TRUE(shown.later.empty()) << "a reveal that comes with a text waits";
+    EXPECT_TRUE(shown.later.empty()) << "a reveal that comes with a text waits for the next call";
     shown.apply();
     EXPECT_GT(shown.scrolled(), 0);
     EXPECT_EQ(shown.later.size(), 1U);
@@ -268,79 +290,44 @@ TEST(CodingTextView, ChangesPassagesWithoutMovingAnythingAndDrawsThemAsAfresh)
     EXPECT_TRUE(shown.reported.empty());
 }
 
-TEST(CodingTextView, SurvivesAnyRange)
-{
-    ShownCodingText shown(sentence);
-    const QImage bare = shown.picture();
-    std::vector<TextRange> ranges{{0, 45}, {44, 1}, {3, huge}, {0, 0}};
-    for (const qint64 location : {least, qint64(-1), qint64(44), huge}) {
-        for (const qint64 length : {least, qint64(-1), qint64(0), qint64(1), huge})
-            ranges.push_back({location, length});
-    }
-    for (const TextRange range : ranges) {
-        shown.reveal(range);
-        shown.view.setFindMatches({range});
-        shown.view.select(range);
-        shown.view.select({});
-    }
-    EXPECT_TRUE(shown.later.empty()) << "a range that isn't wholly inside is dropped";
-    EXPECT_EQ(shown.picture(), bare);
-    shown.view.select({40, huge});
-    EXPECT_EQ(shown.view.selection(), (TextRange{40, 4}));
-}
-
-// Flash
-
 TEST(CodingTextView, FlashesARevealedPassageInItsColourForAMoment)
 {
     ShownCodingText shown(sentence);
+    for (const TextRange outside :
+        {TextRange{-1, 5}, {40, 5}, {44, 1}, {4, 0}, {4, std::numeric_limits<qint64>::max()}})
+        shown.reveal(outside);
+    EXPECT_TRUE(shown.later.empty());
     shown.content.highlights = {
         passage(4, 5, u"#00FF00"_s), passage(4, 5, u"#0000FF"_s), passage(20, 4, u"nonsense"_s)};
     shown.apply();
     const QImage calm = shown.picture();
-    const QColor base = shown.view.palette().color(QPalette::Base);
-    for (const qint64 position : {3, 4, 8, 9}) {
-        const bool isCoded = position >= 4 && position < 9;
-        EXPECT_TRUE(isNear(behind(shown, position), isCoded ? over(base, Qt::blue, 0.16) : base)) << position;
-    }
+    for (const qint64 position : {3, 4, 8, 9})
+        EXPECT_TRUE(isTinted(shown, position, Qt::blue, position >= 4 && position < 9 ? 0.16 : 0)) << position;
+    EXPECT_EQ(blueUnderline(shown, 2), 0);
+    EXPECT_GE(blueUnderline(shown, 5), 1);
+    EXPECT_LE(blueUnderline(shown, 5), 2);
     shown.reveal({4, 5});
     ASSERT_EQ(shown.later.size(), 1U);
-    EXPECT_TRUE(isNear(behind(shown, 5), over(base, Qt::green, 0.45))) << "the first with that range gives the colour";
+    EXPECT_TRUE(isTinted(shown, 5, Qt::green, 0.45)) << "the first with that range gives the colour";
     shown.apply();
     EXPECT_EQ(shown.later.size(), 1U) << "the same token again";
-
     shown.reveal({20, 4});
-    EXPECT_TRUE(isNear(behind(shown, 21), over(base, QColor(0xFF, 0xCC, 0), 0.45)));
-    ASSERT_EQ(shown.later.size(), 2U);
+    EXPECT_TRUE(isTinted(shown, 21, QColor(0xFF, 0xCC, 0), 0.45)) << "no colour of its own";
     const QImage flashed = shown.picture();
-    shown.later[0].second();
-    EXPECT_EQ(shown.picture(), flashed) << "only the last of two reveals ends the flash";
-    shown.later[1].second();
+    shown.later.at(0).second();
+    EXPECT_EQ(shown.picture(), flashed) << "only the last reveal ends the flash";
+    shown.later.at(1).second();
+    EXPECT_EQ(shown.picture(), calm);
+
+    shown.reveal({4, 5}); // and a change of the passages or of the text ends it at once
+    shown.content.highlights.append(passage(4, 0));
+    shown.apply();
+    EXPECT_EQ(shown.picture(), calm);
+    shown.reveal({4, 5});
+    shown.content.text += u' ';
+    shown.apply();
     EXPECT_EQ(shown.picture(), calm);
 }
-
-TEST(CodingTextView, EndsAFlashWhenPassagesOrTextChange)
-{
-    ShownCodingText shown(sentence);
-    const auto expectCalm = [&] {
-        EXPECT_EQ(shown.later.size(), 1U);
-        EXPECT_TRUE(isNear(behind(shown, 5), shown.view.palette().color(QPalette::Base)));
-        shown.later.clear();
-    };
-    ++shown.content.revealToken;
-    shown.apply();
-    shown.content.revealRange = TextRange{4, 5}; // the token wasn't used up without a range
-    shown.apply();
-    shown.content.highlights = {passage(30, 4)};
-    shown.apply();
-    expectCalm();
-    shown.reveal({4, 5});
-    shown.content.text = sentence + u"!"_s;
-    shown.apply();
-    expectCalm();
-}
-
-// Context menu
 
 TEST(CodingTextView, OffersWhatCanBeDoneAtACharacterAndDoesIt)
 {
@@ -384,25 +371,27 @@ TEST(CodingTextView, OffersWhatCanBeDoneAtACharacterAndDoesIt)
     menu->close();
 }
 
-// Find
-
-TEST(CodingTextView, OutlinesFindMatchesAndSelectsTheCurrentOne)
+TEST(CodingTextView, OutlinesFindMatchesAndSelectsOne)
 {
-    ShownCodingText shown(paragraphs(100));
+    ShownCodingText shown(sentence.repeated(200));
     const QImage bare = shown.picture();
     std::vector<TextRange> matches;
     for (qint64 at = shown.content.text.indexOf(u"fox"_s); at >= 0; at = shown.content.text.indexOf(u"fox"_s, at + 1))
         matches.push_back({at, 3});
+    const qint64 size = shown.content.text.size();
+    std::vector<TextRange> given{{-1, 3}, {size - 2, 3}, {20, 0}, matches[3]}; // outside, empty, twice
+    given.insert(given.end(), matches.rbegin(), matches.rend());
+    shown.view.setFindMatches(given);
+    EXPECT_EQ(shown.view.findMatches(), matches);
+    const QImage outlined = shown.picture();
+    EXPECT_NE(outlined, bare);
+    shown.view.setFindMatches({matches.begin() + 1, matches.end()});
+    EXPECT_NE(shown.picture(), outlined);
     shown.view.setFindMatches(matches);
-    EXPECT_NE(shown.picture(), bare);
-    for (const size_t index : {size_t(150), matches.size()}) { // there is no such match
+    EXPECT_EQ(shown.picture(), outlined);
+    for (const size_t index : {size_t(150), matches.size()}) { // the last one doesn't exist
         shown.view.selectFindMatch(index);
-        EXPECT_EQ(shown.view.currentFindMatch(), 150U);
         EXPECT_EQ(shown.view.selection(), matches[150]);
     }
     EXPECT_TRUE(shown.view.viewport()->rect().contains(shown.view.characterRectangle(matches[150].location)));
-    shown.view.setFindMatches({});
-    shown.view.select({});
-    shown.scrollTo(0);
-    EXPECT_EQ(shown.picture(), bare);
 }

@@ -81,7 +81,8 @@ std::vector<int> lineStarts(const QTextBlock &block)
     return starts;
 }
 
-/// Whether each pixel of a line's middle row is selected, as Qt draws a selection.
+/// Which columns of a line's pixels Qt draws as selected. Emoji keep their colours though the pen is transparent, so
+/// the whole column is looked at.
 std::vector<bool> drawnSelection(const QTextLayout &layout, const QTextLine &line, int start, int end, int width)
 {
     QTextLayout::FormatRange selection{start, end - start, {}};
@@ -92,10 +93,12 @@ std::vector<bool> drawnSelection(const QTextLayout &layout, const QTextLine &lin
     QPainter painter(&image);
     painter.setPen(Qt::transparent);
     layout.draw(&painter, {}, {selection});
-    std::vector<bool> row;
-    for (int x = 0; x < width; ++x)
-        row.push_back(qGreen(image.pixel(x, int(line.y() + line.height() / 2))) < 128);
-    return row;
+    std::vector<bool> columns(size_t(width), false);
+    for (int y = int(std::ceil(line.y())); y < int(line.y() + line.height()); ++y) {
+        for (int x = 0; x < width; ++x)
+            columns[size_t(x)] = columns[size_t(x)] || image.pixelColor(x, y) == QColor(Qt::red);
+    }
+    return columns;
 }
 
 } // namespace

@@ -12,28 +12,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 huge = std::numeric_limits<qint64>::max();
-constexpr qint64 least = std::numeric_limits<qint64>::min();
-
-TextHighlight highlight(qint64 location, qint64 length, const QString &colorHex)
-{
-    return {QUuid::createUuid(), {location, length}, colorHex, u"name"_s};
-}
-
-/// What each unit shows, found by drawing every passage over the ones before. 0 is nothing.
-std::vector<QRgb> drawnUnits(const QList<TextHighlight> &highlights, qint64 textLength)
-{
-    std::vector<QRgb> units(size_t(textLength), 0);
-    for (const TextHighlight &passage : highlights) {
-        const QColor color(passage.colorHex);
-        if (passage.range.location < 0 || !color.isValid())
-            continue;
-        for (qint64 unit = passage.range.location;
-             unit < textLength && unit - passage.range.location < passage.range.length; ++unit)
-            units[size_t(unit)] = color.rgb();
-    }
-    return units;
-}
+constexpr qint64 maximum = std::numeric_limits<qint64>::max();
+constexpr qint64 minimum = std::numeric_limits<qint64>::min();
+constexpr size_t nowhere = std::numeric_limits<size_t>::max();
 
 std::vector<QRgb> unitsOf(std::span<const PassageSegment> segments, qint64 textLength)
 {
@@ -51,13 +32,18 @@ std::vector<PassageSegment> all(const PassageSegments &segments)
 
 TextHighlight randomHighlight(QRandomGenerator &random, int textLength)
 {
-    static const QStringList colors{u"#FF0000"_s, u"#00FF00"_s, u"#0000FF"_s, u"#FFCC00"_s, u"no colour"_s};
+    static const QStringList colors{u"#FF0000"_s, u"00ff00"_s, u"#0000FF"_s, u"#FFCC00"_s, u"#F00"_s, u"no colour"_s};
+    const auto orExtreme = [&random](qint64 ordinary) {
+        const int kind = random.bounded(60);
+        return kind == 0 ? maximum : kind == 1 ? minimum : ordinary;
+    };
     const qint64 location = random.bounded(-2, textLength + 2);
     const qint64 length = random.bounded(4) == 0 ? random.bounded(textLength * 2) : random.bounded(-1, 12);
-    return highlight(location, length, colors[random.bounded(int(colors.size()))]);
+    return {QUuid::createUuid(), {orExtreme(location), orExtreme(length)}, colors[random.bounded(int(colors.size()))],
+        u"name"_s};
 }
 
-/// As researchers do it, and worse.
+/// Changes of the kind that coding makes, and larger ones.
 void change(QList<TextHighlight> &highlights, QRandomGenerator &random, int textLength)
 {
     const int place = random.bounded(int(highlights.size()) + 1);
@@ -79,66 +65,70 @@ void change(QList<TextHighlight> &highlights, QRandomGenerator &random, int text
         highlights.clear();
 }
 
+/// What each unit shows when every passage is painted over the ones before; 0 is nothing.
+struct Painted {
+    Painted(const QList<TextHighlight> &highlights, qint64 textLength)
+        : units(size_t(textLength), 0),
+          first(units.size(), nowhere)
+    {
+        for (const TextHighlight &passage : highlights) {
+            const QString hex = passage.colorHex.startsWith(u'#') ? passage.colorHex : u'#' + passage.colorHex;
+            const QColor color(hex);
+            if (passage.range.location < 0 || hex.size() != 7 || !color.isValid())
+                continue;
+            for (qint64 unit = passage.range.location;
+                 unit < textLength && unit - passage.range.location < passage.range.length; ++unit) {
+                units[size_t(unit)] = color.rgb();
+                first[size_t(unit)] = std::min(first[size_t(unit)], size_t(&passage - highlights.data()));
+            }
+        }
+    }
+    std::vector<QRgb> units;
+    std::vector<size_t> first; ///< index of the first passage there
+};
+
 } // namespace
 
-TEST(PassageSegments, AreDrawnOnlyInsideTheText)
-{
-    PassageSegments segments;
-    segments.reset(10);
-    const auto isDrawn = [&](qint64 location, qint64 length, const QString &color = u"#FF0000"_s) {
-        segments.assign({highlight(location, length, color)});
-        EXPECT_EQ(segments.firstAt(9, 8) != nullptr, !all(segments).empty());
-        return !all(segments).empty();
-    };
-    for (const auto &[location, length] : {std::pair{huge, huge}, {least, huge}, {9, least}, {-1, 20}, {10, 1}})
-        EXPECT_FALSE(isDrawn(location, length)) << location;
-    EXPECT_FALSE(isDrawn(9, 1, u"#F00"_s)) << "no colour";
-    EXPECT_TRUE(isDrawn(9, 5, u"FF0000"_s)) << "past the end";
-    EXPECT_TRUE(isDrawn(9, huge, u"#ff0000"_s)) << "a sum that overflows";
-}
-
-TEST(PassageSegments, ShowTheLaterPassageWhereTwoOverlap)
-{
-    PassageSegments segments;
-    segments.reset(100);
-    segments.assign({highlight(10, 30, u"#FF0000"_s), highlight(20, 10, u"#0000FF"_s)});
-    EXPECT_EQ(
-        all(segments), (std::vector<PassageSegment>{{10, 20, 0xFFFF0000}, {20, 30, 0xFF0000FF}, {30, 40, 0xFFFF0000}}));
-    ASSERT_NE(segments.firstAt(25, 24), nullptr);
-    EXPECT_EQ(segments.firstAt(25, 24)->range.location, 10) << "the first in the list is taken, not the one that shows";
-    EXPECT_EQ(segments.firstAt(40, 40), nullptr);
-    for (const auto &[start, end, count] : {std::tuple(0, 10, 0U), {40, 50, 0U}, {19, 31, 3U}, {20, 30, 1U}})
-        EXPECT_EQ(segments.within(start, end).size(), count) << start;
-    EXPECT_TRUE(segments.covers(10) && !segments.covers(40) && !segments.covers(-1));
-}
-
-TEST(PassageSegments, StayWhatDrawingOneAfterTheOtherGives)
+TEST(PassageSegments, ShowWhatPaintingOnePassageAfterTheOtherShows)
 {
     QRandomGenerator random(42);
     for (int round = 0; round < 60; ++round) {
-        const int textLength = random.bounded(1, 300);
+        const int length = random.bounded(1, 300);
         PassageSegments changed;
-        changed.reset(textLength);
+        changed.reset(length);
         QList<TextHighlight> highlights;
         for (int step = 0; step < 40; ++step) {
-            change(highlights, random, textLength);
+            const QList<TextHighlight> former = highlights;
+            change(highlights, random, length);
             const auto before = all(changed);
-            changed.assign(highlights);
+            ASSERT_EQ(changed.assign(highlights), highlights != former);
             const auto after = all(changed);
-            ASSERT_EQ(unitsOf(after, textLength), drawnUnits(highlights, textLength)) << round << "/" << step;
+            const Painted painted(highlights, length);
+            ASSERT_EQ(unitsOf(after, length), painted.units) << round << "/" << step;
 
             PassageSegments fresh;
-            fresh.reset(textLength);
+            fresh.reset(length);
             fresh.assign(highlights);
-            ASSERT_EQ(after, all(fresh)) << "changes leave splinters: " << round << "/" << step;
+            ASSERT_EQ(after, all(fresh)) << "a change left segments divided: " << round << "/" << step;
 
-            const auto unitsBefore = unitsOf(before, textLength);
-            const auto unitsAfter = unitsOf(after, textLength);
-            std::vector<bool> differs(size_t(textLength), false);
+            std::vector<bool> differs(size_t(length), false);
             for (const TextRange &range : differences(before, after))
                 std::fill_n(differs.begin() + range.location, range.length, true);
-            for (size_t unit = 0; unit < differs.size(); ++unit)
-                ASSERT_EQ(differs[unit], unitsBefore[unit] != unitsAfter[unit]) << round << "/" << step;
+            const auto unitsBefore = unitsOf(before, length);
+            for (int unit = 0; unit < length; ++unit) {
+                ASSERT_EQ(differs[size_t(unit)], unitsBefore[size_t(unit)] != painted.units[size_t(unit)]);
+                ASSERT_EQ(changed.covers(unit), painted.units[size_t(unit)] != 0) << unit;
+                const int other = random.bounded(length);
+                const TextHighlight *first = changed.firstAt(unit, other);
+                const size_t wanted = std::min(painted.first[size_t(unit)], painted.first[size_t(other)]);
+                ASSERT_EQ(first ? size_t(first - changed.highlights().data()) : nowhere, wanted) << unit;
+            }
+            const int start = random.bounded(length);
+            const int end = random.bounded(start, length + 1);
+            const auto touches = [&](const PassageSegment &segment) {
+                return segment.start < end && start < segment.end;
+            };
+            ASSERT_EQ(std::ssize(changed.within(start, end)), std::ranges::count_if(after, touches));
         }
     }
 }
