@@ -31,7 +31,7 @@ SelectableTitle::SelectableTitle(const QFont &font, QWidget *parent) : QTextEdit
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     document()->setDocumentMargin(0);
     viewport()->setAutoFillBackground(false);
-    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred); // a fixed height would end at the size hint
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
 }
