@@ -29,7 +29,8 @@ void Scene::draw(const QWidget *part)
 {
     for (const uint scheme : {1U, 2U}) {
         m_settings.set(u"org.freedesktop.appearance/color-scheme"_s, scheme);
-        QApplication::processEvents();
+        for (int round = 0; round < 3; ++round) // one layout asks the one around it
+            QApplication::processEvents();
         (scheme == 1 ? m_dark : m_light).append(Picture::of(root(), part));
     }
 }
