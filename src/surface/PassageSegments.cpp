@@ -14,7 +14,7 @@ namespace {
 bool isSame(const TextHighlight &one, const TextHighlight &other)
 {
     const auto same = [](const QString &left, const QString &right) {
-        return left.isSharedWith(right) || left == right;
+        return left.constData() == right.constData() ? left.size() == right.size() : left == right;
     };
     return one.codingID == other.codingID && one.range == other.range && same(one.colorHex, other.colorHex)
         && same(one.name, other.name);
