@@ -1,13 +1,13 @@
 #include "Corpus.h"
 #include "Row.h"
 
-#include "exchange/UuidSource.h"
 #include "library/CodeCountCache.h"
 #include "library/DocumentCache.h"
 #include "library/DocumentFilter.h"
 #include "records/AppDatabase.h"
 #include "records/Coding.h"
 #include "records/Document.h"
+#include "records/UuidSource.h"
 #include "records/database/Request.h"
 #include "records/database/Row.h"
 

@@ -32,20 +32,6 @@ Stretch stretchOf(const Coding &coding)
     return {coding.start, saturatingAdd(coding.start, std::max<qint64>(coding.length, 1))};
 }
 
-// Sorted, and with what overlaps or touches united.
-Stretches united(Stretches stretches)
-{
-    std::ranges::sort(stretches, {}, &Stretch::lower);
-    Stretches result;
-    for (const Stretch &stretch : stretches) {
-        if (!result.empty() && result.back().upper >= stretch.lower)
-            result.back().upper = std::max(result.back().upper, stretch.upper);
-        else
-            result.push_back(stretch);
-    }
-    return result;
-}
-
 // Both must be united, and so is the result: stretches of either have gaps between them.
 Stretches overlaps(const Stretches &some, const Stretches &others)
 {
@@ -65,7 +51,7 @@ Stretches sharedByAll(const StretchesByCode &byCode, const QList<QUuid> &codeIDs
 {
     std::optional<Stretches> shared;
     for (const QUuid &codeID : codeIDs) {
-        const Stretches stretches = united(byCode.value(codeID));
+        const Stretches stretches = united<&Stretch::lower, &Stretch::upper>(byCode.value(codeID));
         shared = shared ? overlaps(*shared, stretches) : stretches;
         if (shared->empty())
             break;

@@ -1,19 +1,11 @@
 #include "analysis/ListIdentity.h"
 
-#include <QRandomGenerator64>
-
-#include <array>
-#include <bit>
+#include "records/UuidSource.h"
 
 QUuid ListIdentity::fresh()
 {
-    thread_local QRandomGenerator64 random = QRandomGenerator64::securelySeeded();
-    const auto bytes = std::bit_cast<std::array<char, 16>>(std::array{random.generate(), random.generate()});
-    QUuid id = QUuid::fromRfc4122(QByteArrayView(bytes.data(), qsizetype(bytes.size())));
-    // Version 4 (random) of the usual variant, as the two fields have it.
-    id.data3 = ushort((id.data3 & 0x0FFF) | 0x4000);
-    id.data4[0] = uchar((id.data4[0] & 0x3F) | 0x80);
-    return id;
+    thread_local UuidSource source;
+    return source.next();
 }
 
 QUuid ListIdentity::ofRow(const QUuid &list, qsizetype row)

@@ -5,8 +5,7 @@
 /// Identities for the rows of lists, which are made anew with each list and never stored.
 namespace ListIdentity {
 
-/// A random identifier. Drawn from a generator of the thread's own: asking the system for each of 100,000 rows takes
-/// longer than finding them.
+/// A random identifier.
 [[nodiscard]] QUuid fresh();
 /// That of a row in a list which has one identity as a whole: another one for each row, and the same each time.
 [[nodiscard]] QUuid ofRow(const QUuid &list, qsizetype row);

@@ -13,13 +13,10 @@ PassageCursor::PassageCursor(std::span<const TextRange> passages, qsizetype text
     for (const TextRange &passage : passages) {
         const qint64 start = std::max<qint64>(passage.location, 0);
         const qint64 end = std::min<qint64>(saturatingAdd(passage.location, passage.length), textLength);
-        if (start >= end)
-            continue;
-        if (!m_covered.empty() && start <= m_covered.back().end)
-            m_covered.back().end = std::max(m_covered.back().end, end);
-        else
+        if (start < end)
             m_covered.push_back({start, end});
     }
+    m_covered = united<&Stretch::start, &Stretch::end>(std::move(m_covered));
 }
 
 bool PassageCursor::operator()(qsizetype start, qsizetype end)

@@ -3,7 +3,7 @@
 #include "exchange/RefiQdpx.h"
 #include "exchange/XmlReader.h"
 #include "platform/TextDecoder.h"
-#include "records/LongestName.h"
+#include "records/NameLength.h"
 
 #include <algorithm>
 #include <charconv>
@@ -40,7 +40,7 @@ std::optional<QString> stringValue(const XmlAttributes &attributes, QByteArrayVi
 QString nameOr(const QString &substitute, const XmlAttributes &attributes)
 {
     QString name = stringValue(attributes, "name").value_or(substitute);
-    if (name.size() > longestName)
+    if (name.size() > maxNameLength)
         throw RefiError::notUsable(u"a name in it is too long"_s);
     return name;
 }

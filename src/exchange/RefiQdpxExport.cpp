@@ -1,13 +1,13 @@
 #include "exchange/RefiQdpxExport.h"
 
 #include "exchange/RefiQdpx.h"
-#include "exchange/UuidSource.h"
 #include "exchange/XmlWriter.h"
 #include "platform/AtomicFile.h"
 #include "platform/ChildProcess.h"
 #include "platform/FileError.h"
 #include "platform/StagingFolder.h"
-#include "records/UnpairedSurrogates.h"
+#include "platform/UnpairedSurrogates.h"
+#include "records/UuidSource.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,6 +1,6 @@
 #include "exchange/XmlReader.h"
 
-#include "records/LongestName.h"
+#include "records/NameLength.h"
 
 #include <QByteArray>
 #include <QIODevice>
@@ -25,7 +25,7 @@ constexpr int maxAttributes = 256; ///< in one tag
 constexpr int maxNamespaces = 256; ///< declared by all open elements together
 /// In bytes of UTF-8; comments count as tags. Has room for the longest name with every character escaped.
 constexpr qsizetype maxTag = 1 << 21;
-static_assert(maxTag > longestName * 6 + (1 << 16));
+static_assert(maxTag > maxNameLength * 6 + (1 << 16));
 
 const char *bytesAt(const xmlChar *text)
 {

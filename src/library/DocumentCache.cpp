@@ -6,10 +6,10 @@
 
 namespace {
 
-// The text comes last, and is only asked for where it isn't known: SQLite follows its pages no further than needed.
-constexpr auto columns = "SELECT rowid, id, projectID, title, addedAt, sourceKind, wordCount, charCount, memo, text "
-                         "FROM document ";
-constexpr int textColumn = 9;
+QByteArray rowsWhere(const char *condition)
+{
+    return "SELECT rowid, " + RecordMapping::columnNames<Document>() + " FROM document WHERE " + condition;
+}
 
 } // namespace
 
@@ -41,7 +41,7 @@ void DocumentCache::loadAll(Database &database, const QUuid &projectID)
 {
     m_projectID.reset(); // until the whole has come in
     std::map<qint64, Document> rows;
-    database.forEachRow(QByteArray(columns) + "WHERE projectID = ?", {ValueEncoding::encoded(projectID)},
+    database.forEachRow(rowsWhere("projectID = ?"), {ValueEncoding::encoded(projectID)},
         [&](const Statement &row) { rows.emplace_hint(rows.end(), row.column(0).integer, read(row)); });
     m_rows = std::move(rows);
     m_projectID = projectID;
@@ -51,8 +51,8 @@ void DocumentCache::loadChanged(Database &database, const std::vector<qint64> &r
 {
     for (const qint64 rowID : rowIDs) {
         std::optional<Document> document;
-        database.forEachRow(QByteArray(columns) + "WHERE rowid = ? AND projectID = ?",
-            {rowID, ValueEncoding::encoded(*m_projectID)}, [&](const Statement &row) { document = read(row); });
+        database.forEachRow(rowsWhere("rowid = ? AND projectID = ?"), {rowID, ValueEncoding::encoded(*m_projectID)},
+            [&](const Statement &row) { document = read(row); });
         if (document)
             m_rows.insert_or_assign(rowID, *std::move(document));
         else
@@ -69,20 +69,18 @@ const Document *DocumentCache::known(const QUuid &id, qint64 rowID) const
 
 Document DocumentCache::read(const Statement &row) const
 {
-    using ValueEncoding::decode;
     Document document;
-    decode(row.column(1), "id", document.id);
-    decode(row.column(2), "projectID", document.projectID);
-    decode(row.column(3), "title", document.title);
-    decode(row.column(4), "addedAt", document.addedAt);
-    decode(row.column(5), "sourceKind", document.sourceKind);
-    decode(row.column(6), "wordCount", document.wordCount);
-    decode(row.column(7), "charCount", document.charCount);
-    decode(row.column(8), "memo", document.memo);
-    if (const Document *before = known(document.id, row.column(0).integer))
-        document.text = before->text;
-    else
-        decode(row.column(textColumn), "text", document.text);
+    int column = 0;
+    const auto take = [&](const char *name, auto &value) {
+        ++column; // behind the row's number; the identifier comes first
+        const bool isText = QByteArrayView(name) == "text";
+        if (const Document *before = isText ? known(document.id, row.column(0).integer) : nullptr)
+            document.text = before->text;
+        else
+            ValueEncoding::decode(row.column(column), name, value);
+    };
+    std::apply(
+        [&](const auto &...field) { (take(field.name, document.*field.member), ...); }, Document::databaseColumns());
     return document;
 }
 

@@ -1,10 +1,10 @@
 #include "library/FileNames.h"
 
-#include "records/UnpairedSurrogates.h"
+#include "platform/UnpairedSurrogates.h"
 
 namespace {
 
-constexpr qsizetype longestName = 80; // units; with its ending still a valid name in UTF-8 everywhere
+constexpr qsizetype maxLength = 80; // units; with its ending still a valid name in UTF-8 everywhere
 
 bool isAwkward(QChar character)
 {
@@ -17,7 +17,7 @@ bool isAwkward(QChar character)
 
 QString FileNames::cleaned(const QString &name)
 {
-    QString result = name.left(longestName);
+    QString result = name.left(maxLength);
     if (!result.isEmpty() && result.back().isHighSurrogate())
         result.chop(1);
     for (QChar &character : result) {

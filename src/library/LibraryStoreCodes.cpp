@@ -2,8 +2,8 @@
 
 #include "library/CodeTree.h"
 #include "library/LibraryStoreAccess.h"
+#include "platform/UnpairedSurrogates.h"
 #include "records/CodePalette.h"
-#include "records/UnpairedSurrogates.h"
 #include "records/TextTrimming.h"
 
 std::optional<Code> LibraryStore::createCode(const QString &name, const std::optional<QString> &colorHex)

@@ -1,7 +1,7 @@
 #include "library/LibraryStore.h"
 
 #include "library/LibraryStoreAccess.h"
-#include "records/UnpairedSurrogates.h"
+#include "platform/UnpairedSurrogates.h"
 #include "records/TextTrimming.h"
 
 using namespace Qt::StringLiterals;

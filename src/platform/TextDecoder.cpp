@@ -1,5 +1,7 @@
 #include "platform/TextDecoder.h"
 
+#include "platform/UnpairedSurrogates.h"
+
 #include <QStringDecoder>
 #include <QtEndian>
 
@@ -50,17 +52,6 @@ std::optional<QString> decodedStrictly(const char *name, QByteArrayView bytes)
     return text;
 }
 
-void replaceUnpairedSurrogates(QString &text)
-{
-    for (qsizetype index = 0; index < text.size(); ++index) {
-        const QChar unit = text.at(index);
-        if (unit.isHighSurrogate() && index + 1 < text.size() && text.at(index + 1).isLowSurrogate())
-            ++index;
-        else if (unit.isSurrogate())
-            text[index] = QChar::ReplacementCharacter;
-    }
-}
-
 } // namespace
 
 std::optional<QString> TextDecoder::utf8(QByteArrayView bytes)
@@ -84,9 +75,7 @@ std::optional<QString> TextDecoder::utf16(QByteArrayView bytes)
         qFromLittleEndian<char16_t>(units.data(), text.size(), text.data());
     else
         qFromBigEndian<char16_t>(units.data(), text.size(), text.data());
-    if (!text.isValidUtf16())
-        replaceUnpairedSurrogates(text);
-    return text;
+    return replaceUnpairedSurrogates(std::move(text));
 }
 
 std::optional<QString> TextDecoder::gb18030(QByteArrayView bytes)

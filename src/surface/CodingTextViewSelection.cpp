@@ -1,6 +1,6 @@
 #include "surface/CodingTextView.h"
 
-#include "records/UnpairedSurrogates.h"
+#include "platform/UnpairedSurrogates.h"
 #include "surface/DisplayText.h"
 #include "surface/LazyTextLayout.h"
 

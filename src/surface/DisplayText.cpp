@@ -1,6 +1,6 @@
 #include "surface/DisplayText.h"
 
-#include "records/UnpairedSurrogates.h"
+#include "platform/UnpairedSurrogates.h"
 
 namespace {
 

@@ -1,5 +1,7 @@
 #include "surface/ParagraphShape.h"
 
+#include "records/TextRange.h"
+
 #include <QGlyphRun>
 #include <QTextBlock>
 #include <QTextLayout>
@@ -31,22 +33,6 @@ bool mayRunRightToLeft(const QString &text)
     constexpr char16_t firstRightToLeft = 0x0590; // below it there is nothing to look up
     return std::ranges::any_of(text, [](QChar unit) { return unit.unicode() >= firstRightToLeft; })
         && std::ranges::any_of(text.toUcs4(), runsRightToLeft);
-}
-
-/// Merges spans that overlap or touch: runs in different fonts report the same rectangle, and neighbours may be a
-/// rounding error apart.
-std::vector<Span> united(std::vector<Span> spans)
-{
-    constexpr qreal crack = 0.1;
-    std::ranges::sort(spans, {}, &Span::left);
-    std::vector<Span> result;
-    for (const Span &span : spans) {
-        if (!result.empty() && span.left < result.back().right + crack)
-            result.back().right = std::max(result.back().right, span.right);
-        else
-            result.push_back(span);
-    }
-    return result;
 }
 
 } // namespace
@@ -90,5 +76,6 @@ std::vector<Span> ParagraphShape::mixedSpans(const QTextLine &line, int start, i
         const auto [left, right] = std::minmax({line.cursorToX(position), line.cursorToX(position + 1)});
         found.push_back({left, right});
     }
-    return united(std::move(found));
+    constexpr qreal crack = 0.1; // neighbouring runs touch but for a rounding error
+    return united<&Span::left, &Span::right>(std::move(found), crack);
 }

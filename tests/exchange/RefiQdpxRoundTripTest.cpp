@@ -1,9 +1,9 @@
 #include "exchange/RefiQdpx.h"
 #include "exchange/RefiQdpxExport.h"
 #include "exchange/RefiQdpxImport.h"
+#include "platform/UnpairedSurrogates.h"
 #include "records/AppDatabase.h"
-#include "records/LongestName.h"
-#include "records/UnpairedSurrogates.h"
+#include "records/NameLength.h"
 #include "records/database/Request.h"
 #include "support/NastyText.h"
 #include "support/Printing.h"
@@ -145,7 +145,7 @@ TEST(RoundTripOfNames, TakesTheLongestWithAllOfItEscaped)
     input.documents = {{}};
     input.documents.first().id = QUuid::createUuid();
     input.documents.first().text = u"text"_s;
-    const QString name(longestName, u'"');
+    const QString name(maxNameLength, u'"');
     for (QString *each : {&input.project.name, &input.codes.first().name, &input.documents.first().title})
         *each = name;
     exportArchive(input, folder.path(u"study.qdpx"_s));

@@ -5,7 +5,7 @@
 #include "kit/theme/Fonts.h"
 #include "kit/theme/Metrics.h"
 #include "kit/theme/Symbols.h"
-#include "records/LongestName.h"
+#include "records/NameLength.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -67,7 +67,7 @@ void Alert::addTexts(QVBoxLayout &column, const Content &content)
 void Alert::addField(QVBoxLayout &column, const Field &field)
 {
     m_field = new QLineEdit(this);
-    m_field->setMaxLength(longestName); // by itself it cuts earlier, silently
+    m_field->setMaxLength(maxNameLength); // by itself it cuts earlier, silently
     m_field->setText(field.text);
     m_field->setPlaceholderText(field.placeholder);
     m_field->setAccessibleName(field.accessibleName.isEmpty() ? field.placeholder : field.accessibleName);

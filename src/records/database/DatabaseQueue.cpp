@@ -1,7 +1,6 @@
 #include "records/database/DatabaseQueue.h"
 
 #include "records/database/DatabaseError.h"
-#include "records/database/TableChanges.h"
 
 #include <sqlite3.h>
 
@@ -69,11 +68,11 @@ DatabaseQueue::DatabaseQueue(const Configuration &configuration) : m_database(op
 
 DatabaseQueue::~DatabaseQueue() = default;
 
-void DatabaseQueue::addWatcher(TableChanges &watcher)
+void DatabaseQueue::addWatcher(RowWatcher &watcher)
 {
     if (m_watchers.empty()) {
         const auto tell = [](void *watchers, int, const char *, const char *table, sqlite3_int64 rowID) {
-            for (TableChanges *each : *static_cast<std::vector<TableChanges *> *>(watchers))
+            for (RowWatcher *each : *static_cast<std::vector<RowWatcher *> *>(watchers))
                 each->noteChange(table, rowID);
         };
         sqlite3_update_hook(m_database->connection(), tell, &m_watchers);
@@ -81,7 +80,7 @@ void DatabaseQueue::addWatcher(TableChanges &watcher)
     m_watchers.push_back(&watcher);
 }
 
-void DatabaseQueue::removeWatcher(TableChanges &watcher)
+void DatabaseQueue::removeWatcher(RowWatcher &watcher)
 {
     std::erase(m_watchers, &watcher);
 }

@@ -4,12 +4,12 @@
 
 #include <QString>
 
+#include <atomic>
 #include <memory>
 #include <mutex>
 #include <thread>
 #include <type_traits>
-
-class TableChanges;
+#include <vector>
 
 /// The settings of a connection; the program always uses these values.
 struct Configuration {
@@ -17,6 +17,12 @@ struct Configuration {
     bool readonly = false; ///< otherwise the file is opened for writing and made if missing
     QString label;
     bool acceptsDoubleQuotedStringLiterals = false;
+};
+
+/// Is told of each row that a connection inserts, updates or deletes.
+struct RowWatcher {
+    virtual ~RowWatcher() = default;
+    virtual void noteChange(const char *table, qint64 rowID) = 0;
 };
 
 /// One connection; every access to it waits its turn. There is no busy handler: a file that another process has
@@ -65,8 +71,8 @@ public:
     }
 
     /// `watcher` is told of every row that this connection changes, until it is removed. Not owned.
-    void addWatcher(TableChanges &watcher);
-    void removeWatcher(TableChanges &watcher);
+    void addWatcher(RowWatcher &watcher);
+    void removeWatcher(RowWatcher &watcher);
 
     /// A transaction that rolls back unless it was committed.
     class Transaction {
@@ -106,7 +112,7 @@ private:
     };
 
     std::unique_ptr<Database> m_database;
-    std::vector<TableChanges *> m_watchers;
+    std::vector<RowWatcher *> m_watchers;
     std::mutex m_mutex;
     std::atomic<std::thread::id> m_holder;
 };

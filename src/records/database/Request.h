@@ -127,19 +127,20 @@ template <typename R>
         R::databaseColumns());
 }
 
+/// The columns in the order of the record's fields, for a statement.
+template <typename R>
+[[nodiscard]] QByteArray columnNames()
+{
+    return std::apply(
+        [](const auto &...field) { return QByteArrayList{('"' + QByteArray(field.name) + '"')...}.join(", "); },
+        R::databaseColumns());
+}
+
 template <typename R>
 [[nodiscard]] QByteArray insertStatement()
 {
-    QByteArray names;
-    QByteArray marks;
-    std::apply(
-        [&](const auto &...field) {
-            ((names += (names.isEmpty() ? "\"" : ", \"") + QByteArray(field.name) + '"',
-                 marks += marks.isEmpty() ? "?" : ", ?"),
-                ...);
-        },
-        R::databaseColumns());
-    return "INSERT INTO " + quotedTable<R>() + " (" + names + ") VALUES (" + marks + ')';
+    const QByteArrayList marks(std::tuple_size_v<decltype(R::databaseColumns())>, "?");
+    return "INSERT INTO " + quotedTable<R>() + " (" + columnNames<R>() + ") VALUES (" + marks.join(", ") + ')';
 }
 
 template <typename R>

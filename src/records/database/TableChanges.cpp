@@ -1,7 +1,5 @@
 #include "records/database/TableChanges.h"
 
-#include "records/database/DatabaseQueue.h"
-
 #include <algorithm>
 
 TableChanges::TableChanges(DatabaseQueue &queue, const char *table) : m_queue(queue), m_table(table)

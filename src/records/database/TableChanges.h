@@ -1,18 +1,16 @@
 #pragma once
 
-#include "records/database/Database.h"
+#include "records/database/DatabaseQueue.h"
 
 #include <QByteArray>
 
 #include <vector>
 
-class DatabaseQueue;
-
 /// Says which rows of one table may have changed since its owner last asked, so that what was read before can be kept.
 ///
 /// Changes made through the queue are known row by row; after a change by another process, of the schema, or of very
 /// many rows, the answer is "everything". A change that was rolled back is told too: it only costs a look.
-class TableChanges {
+class TableChanges final : RowWatcher {
 public:
     struct Changes {
         bool everything = false;
@@ -23,7 +21,7 @@ public:
 
     /// `queue` must outlive this.
     TableChanges(DatabaseQueue &queue, const char *table);
-    ~TableChanges();
+    ~TableChanges() override;
     TableChanges(const TableChanges &) = delete;
     TableChanges &operator=(const TableChanges &) = delete;
 
@@ -33,10 +31,9 @@ public:
     /// Makes the next answer "everything", as after a read that failed half way.
     void forget() noexcept { m_everything = true; }
 
-    /// Called by the queue's connection for each row that it inserts, updates or deletes.
-    void noteChange(const char *table, qint64 rowID);
-
 private:
+    void noteChange(const char *table, qint64 rowID) override;
+
     static constexpr size_t rowLimit = 20'000;
 
     DatabaseQueue &m_queue;

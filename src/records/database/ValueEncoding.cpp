@@ -1,7 +1,7 @@
 #include "records/database/ValueEncoding.h"
 
 #include "platform/TextDecoder.h"
-#include "records/UnpairedSurrogates.h"
+#include "platform/UnpairedSurrogates.h"
 #include "records/database/DatabaseError.h"
 
 #include <QTimeZone>

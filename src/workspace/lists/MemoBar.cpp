@@ -7,7 +7,7 @@
 #include "kit/theme/Symbols.h"
 #include "kit/theme/Theme.h"
 #include "kit/theme/ThemeColors.h"
-#include "records/UnpairedSurrogates.h"
+#include "platform/UnpairedSurrogates.h"
 #include "records/TextTrimming.h"
 
 #include <QFontMetrics>

@@ -6,7 +6,7 @@
 #include "kit/theme/Fonts.h"
 #include "kit/theme/Metrics.h"
 #include "library/LibraryStore.h"
-#include "records/LongestName.h"
+#include "records/NameLength.h"
 #include "workspace/picker/PickerDelegate.h"
 #include "workspace/picker/PickerModel.h"
 
@@ -52,7 +52,7 @@ CodePickerPopover::CodePickerPopover(LibraryStore &store, Document document, Tex
 void CodePickerPopover::buildLayout()
 {
     m_field->setObjectName(u"pickerField"_s);
-    m_field->setMaxLength(longestName); // by itself it cuts earlier, silently
+    m_field->setMaxLength(maxNameLength); // by itself it cuts earlier, silently
     m_field->setPlaceholderText(u"Search or create…"_s);
     m_field->setAccessibleName(u"Search or create a code"_s);
     m_list->setObjectName(u"pickerList"_s);

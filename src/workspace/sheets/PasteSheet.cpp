@@ -2,7 +2,7 @@
 
 #include "kit/theme/Metrics.h"
 #include "library/LibraryStore.h"
-#include "records/LongestName.h"
+#include "records/NameLength.h"
 #include "workspace/sheets/PasteEditor.h"
 
 #include <QLineEdit>
@@ -25,7 +25,7 @@ PasteSheet::PasteSheet(LibraryStore &store, QWidget &window)
       m_text(new PasteEditor(this))
 {
     m_title->setObjectName(u"pasteTitle"_s);
-    m_title->setMaxLength(longestName); // the default limit cuts what is pasted much earlier, silently
+    m_title->setMaxLength(maxNameLength); // the default limit cuts what is pasted much earlier, silently
     m_title->setPlaceholderText(u"Title (optional)"_s);
     m_title->setAccessibleName(u"Title"_s);
     m_text->setObjectName(u"pasteText"_s);

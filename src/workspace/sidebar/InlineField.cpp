@@ -1,7 +1,7 @@
 #include "workspace/sidebar/InlineField.h"
 
 #include "kit/theme/FocusRing.h"
-#include "records/LongestName.h"
+#include "records/NameLength.h"
 
 #include <QKeyEvent>
 #include <QStyleOptionFrame>
@@ -9,7 +9,7 @@
 InlineField::InlineField(const QString &placeholder, QWidget &list, QWidget *parent) : QLineEdit(parent), m_list(list)
 {
     setFrame(false);
-    setMaxLength(longestName); // by itself it cuts earlier, silently
+    setMaxLength(maxNameLength); // by itself it cuts earlier, silently
     setPlaceholderText(placeholder);
     setAccessibleName(placeholder);
     hide();

@@ -1,6 +1,6 @@
 #include "Hand.h"
 #include "kit/controls/Popover.h"
-#include "records/UnpairedSurrogates.h"
+#include "platform/UnpairedSurrogates.h"
 #include "records/database/DatabaseQueue.h"
 #include "records/database/Request.h"
 #include "records/database/Row.h"

@@ -1,4 +1,4 @@
-#include "exchange/UuidSource.h"
+#include "records/UuidSource.h"
 
 #include <gtest/gtest.h>
 
