@@ -10,19 +10,19 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 largestFile = qint64(1) << 30; // bytes
+constexpr qint64 maxFileSize = qint64(1) << 30; // bytes
 
 } // namespace
 
 QByteArray AtomicFile::readFile(const QString &path)
 {
-    // A pipe or a device would keep its reader waiting.
+    // Opening a pipe or a device could block for ever.
     if (const QFileInfo info(path); info.exists() && !info.isFile())
         throw FileError(path, u"It isn't a file"_s);
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw FileError(file);
-    if (file.size() > largestFile)
+    if (file.size() > maxFileSize)
         throw FileError(path, u"It is too large"_s);
     QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError)
@@ -47,8 +47,8 @@ void AtomicFile::writeInPieces(const QString &path, const std::function<void(con
 
 void AtomicFile::writeAll(QFileDevice &file, QByteArrayView bytes)
 {
-    // On a disk that becomes full the first write is merely short: only the next one says why. A buffer of the file
-    // would write once and know no reason.
+    // On a full disk the first write is merely short, and only the next one reports why. A buffered file would write
+    // once and lose the reason.
     while (!bytes.isEmpty()) {
         const qint64 count = file.write(bytes.data(), bytes.size());
         if (count <= 0)

@@ -34,7 +34,7 @@ void leaveTerminal(QProcess &process)
 #endif
 }
 
-/// Takes what has come so far; returns whether that was more than is wanted.
+/// Reads what has arrived so far; returns whether it exceeded the limit.
 bool drain(QProcess &process, const Command &command, Result &result)
 {
     process.readAllStandardError();
@@ -71,7 +71,7 @@ Result run(const Command &command)
             process.kill();
         }
     }
-    // A program may have written too much and ended before it was looked at: what was kept isn't all it had to say.
+    // The program may have written too much just before it ended.
     overflowing = drain(process, command, result) || overflowing;
     result.status = process.exitCode();
     result.end = stopped || overflowing               ? Result::End::stopped

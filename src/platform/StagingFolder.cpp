@@ -23,25 +23,25 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Returns `path`, at which there is a private folder now. Throws FileError.
+/// Makes a private folder and returns `path`. Throws FileError.
 QString madePrivate(const QString &path)
 {
     std::error_code error;
     const fs::path folder(QFile::encodeName(path).toStdString());
     fs::create_directories(folder.parent_path(), error);
-    // Private from its first moment, and nobody else's folder that happens to be there.
+    // mkdir makes it private at once and fails if something is there already.
     if (::mkdir(folder.c_str(), S_IRWXU) != 0)
         throw FileError(path, QString::fromStdString(std::generic_category().message(errno)));
-    fs::permissions(folder, fs::perms::owner_all, error); // whatever the process takes from new files
+    fs::permissions(folder, fs::perms::owner_all, error); // whatever the umask took away
     return path;
 }
 
-/// Removes folders that nobody may enter, and folders that lie deeper than files may be open: both may come out of an
-/// archive. Links aren't followed.
+/// Also removes folders without permissions and folders nested deeper than file descriptors last: an archive may hold
+/// both. Links aren't followed.
 void removeStubbornly(const fs::path &root)
 {
     std::error_code error;
-    std::vector<fs::path> folders{root}; // each before those that it holds
+    std::vector<fs::path> folders{root}; // parents before children
     for (size_t index = 0; index < folders.size(); ++index) {
         const fs::path folder = folders[index];
         fs::permissions(folder, fs::perms::owner_all, fs::perm_options::add | fs::perm_options::nofollow, error);
@@ -104,12 +104,12 @@ void StagingFolder::makeFolder(const QString &relative) const
 
 void StagingFolder::removeAbandoned(const QString &prefix)
 {
-    constexpr qint64 youngest = 60; // seconds
+    constexpr qint64 minAge = 60; // seconds
     const QDateTime now = QDateTime::currentDateTime();
     const QFileInfoList folders =
         QDir(QDir::tempPath()).entryInfoList({prefix + u'*'}, QDir::Dirs | QDir::Hidden | QDir::NoSymLinks);
     for (const QFileInfo &folder : folders) {
-        if (folder.lastModified().secsTo(now) < youngest)
+        if (folder.lastModified().secsTo(now) < minAge)
             continue;
         const int lock = lockedFolder(folder.absoluteFilePath());
         if (lock >= 0)

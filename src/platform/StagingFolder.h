@@ -2,8 +2,8 @@
 
 #include <QString>
 
-/// A private folder in the system's temporary folder, gone with this object on every path. What a process leaves that
-/// was killed is removed by a later one.
+/// A private folder in the system's temporary folder, removed with this object. A later process removes the folders of
+/// one that was killed.
 class StagingFolder {
 public:
     /// The folder's name is `prefix` and a fresh identifier in upper case. Throws FileError.

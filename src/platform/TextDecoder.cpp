@@ -59,7 +59,7 @@ std::optional<QString> TextDecoder::utf8(QByteArrayView bytes)
     if (!bytes.isValidUtf8())
         return {};
     QString text = QString::fromUtf8(bytes); // leaves the byte-order mark out
-    text.squeeze(); // the buffer was for one unit a byte, and a document's text is kept
+    text.squeeze(); // the buffer has one unit per byte, and a document's text stays in memory
     return text;
 }
 

@@ -1,12 +1,12 @@
 #include "records/AppDatabase.h"
 
-#include "platform/ApplicationFolder.h"
 #include "records/SchemaGuard.h"
 #include "records/database/DatabaseMigrator.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
 
@@ -77,10 +77,10 @@ void refuseUnlessOurs(DatabaseQueue &file)
         SchemaGuard::refuseUnlike(model, file);
 }
 
-/// The interviews of a study are nobody else's business, also where a link leads to a file that is yet to be made.
+/// Only the user may read the file. SQLite would make it, or the missing target of a link, with ordinary permissions.
 void makePrivateFile(const QString &path)
 {
-    if (!QFileInfo::exists(path)) // which looks behind a link, as QFile::exists doesn't always do
+    if (!QFileInfo::exists(path)) // follows a link
         QFile(path).open(QIODevice::ReadWrite, QFile::ReadOwner | QFile::WriteOwner);
 }
 
@@ -94,7 +94,11 @@ AppDatabase &AppDatabase::shared()
 
 QString AppDatabase::path()
 {
-    return ApplicationFolder::prepared() + u"/vorn.sqlite"_s;
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/Vorn"_s;
+    QDir().mkpath(QFileInfo(folder).path());
+    // Private from the first moment. A failure shows when the file is opened.
+    QDir().mkdir(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    return folder + u"/vorn.sqlite"_s;
 }
 
 AppDatabase::AppDatabase() : dbQueue(openQueue(path()))

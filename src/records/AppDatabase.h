@@ -12,7 +12,7 @@ public:
     /// The shared instance, opened and brought up to date on first use. Throws DatabaseError or FileError when there
     /// can be no database; the records in it are then as they were.
     static AppDatabase &shared();
-    /// Where its file is.
+    /// Where its file is. Makes the folder, for the user alone, if it is missing.
     [[nodiscard]] static QString path();
     /// A new, empty, private database in memory with the same schema. Throws DatabaseError.
     [[nodiscard]] static std::unique_ptr<DatabaseQueue> makeFreshQueue();

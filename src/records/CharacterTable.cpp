@@ -26,7 +26,7 @@ struct LowerCase {
 
 bool joinsClusters(char16_t unit)
 {
-    // Precomposed Hangul joins nothing but jamo, and jamo bear the trait themselves.
+    // Precomposed Hangul joins only jamo, which have the trait themselves.
     switch (u_getIntPropertyValue(unit, UCHAR_GRAPHEME_CLUSTER_BREAK)) {
     case U_GCB_OTHER:
     case U_GCB_LV:
@@ -129,7 +129,7 @@ QString CharacterTable::composed(QStringView text)
     UErrorCode status = U_ZERO_ERROR;
     const UNormalizer2 *normalizer = unorm2_getNFCInstance(&status);
     if (U_FAILURE(status) || text.size() > std::numeric_limits<int32_t>::max())
-        return text.toString(); // ICU counts in 32 bits; no stored text is that long
+        return text.toString(); // ICU counts in 32 bits; SQLite stores no text that long
     QString result(text.size(), Qt::Uninitialized);
     const auto normalize = [&] {
         status = U_ZERO_ERROR;

@@ -22,7 +22,7 @@ struct Document : Record<Document> {
     std::optional<QString> memo;
 
     bool operator==(const Document &other) const;
-    /// Lists that were handed around share their texts: equal buffers need no look at a hundred megabytes.
+    /// O(1) for copies of one document, which share their buffer.
     [[nodiscard]] bool hasSameText(const Document &other) const
     {
         return (text.constData() == other.text.constData() && text.size() == other.text.size()) || text == other.text;

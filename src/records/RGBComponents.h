@@ -10,8 +10,8 @@ struct RGBComponents {
     double green = 0;
     double blue = 0;
 
-    /// Parses six hexadecimal digits of either case, with or without a leading "#", blanks around them allowed.
-    /// Nothing for every other text: neither three nor eight digits are a stored colour.
+    /// Parses six hexadecimal digits of either case, with or without a leading "#", with blanks around them
+    /// or not. Absent for every other text, also for three or eight digits.
     [[nodiscard]] static std::optional<RGBComponents> from(QStringView hex);
 
     bool operator==(const RGBComponents &) const = default;

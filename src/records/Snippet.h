@@ -6,8 +6,8 @@
 
 #include <utility>
 
-/// A passage as lists and reports show it. It shares its document's text and is copied out only when it's asked for:
-/// passages may be whole documents, and each of them may be listed many times.
+/// A passage as lists and reports show it. Shares its document's text and copies only what is asked for: a passage may
+/// be a whole document and be listed many times.
 class Snippet {
 public:
     Snippet() = default;
@@ -21,7 +21,7 @@ public:
     [[nodiscard]] QString toString() const;
     /// Its first `length` units or, if it's shorter, the whole.
     [[nodiscard]] QString beginning(qsizetype length) const;
-    /// Costs nothing where both share their text.
+    /// O(1) where both share their text.
     bool operator==(const Snippet &other) const;
 
 private:

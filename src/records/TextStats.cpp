@@ -74,7 +74,7 @@ struct IteratorCloser {
     void operator()(UBreakIterator *iterator) const noexcept { ubrk_close(iterator); }
 };
 
-// Opening an iterator costs far more than using it: each thread keeps one. It holds nothing from one text to the next.
+// Opening an iterator costs far more than using it, so each thread keeps one.
 UBreakIterator *characterIterator(QStringView text)
 {
     UErrorCode status = U_ZERO_ERROR;
@@ -87,21 +87,21 @@ UBreakIterator *characterIterator(QStringView text)
     return iterator.get();
 }
 
-// ICU counts in 32 bits. No stored text is longer than a piece, but any text can be given.
-constexpr qsizetype longestPiece = std::numeric_limits<int32_t>::max();
+// ICU counts in 32 bits.
+constexpr qsizetype maxPiece = std::numeric_limits<int32_t>::max();
 
 qint64 clustersByRule(QStringView text)
 {
     qint64 count = 0;
-    for (; !text.isEmpty(); text = text.sliced(std::min(text.size(), longestPiece))) {
-        UBreakIterator *iterator = characterIterator(text.first(std::min(text.size(), longestPiece)));
+    for (; !text.isEmpty(); text = text.sliced(std::min(text.size(), maxPiece))) {
+        UBreakIterator *iterator = characterIterator(text.first(std::min(text.size(), maxPiece)));
         while (ubrk_next(iterator) != UBRK_DONE)
             ++count;
     }
     return count;
 }
 
-/// Counts units as clusters wherever they can't join a neighbour, and leaves the stretches between to the rules.
+/// Counts units that can't join a neighbour as clusters by themselves, and lets ICU count the stretches in between.
 class CharacterCounter {
 public:
     explicit CharacterCounter(QStringView text) : m_text(text) { }
@@ -129,7 +129,7 @@ private:
         return m_table[m_text[position].unicode()].has(CharacterTable::joins);
     }
 
-    // Loners: units that don't join. Between two of them a cluster always ends; CR alone looks at what follows it.
+    // Loners are units that don't join. A cluster always ends between two of them, except between CR and LF.
     template <typename Block>
     void skipLoners()
     {
@@ -158,8 +158,8 @@ private:
         ++m_count;
     }
 
-    // The loner before a joining unit may belong to it, and so may the one behind it. Nothing belongs to a CR. Handing
-    // a stretch over costs as much as counting some dozen units, so a stretch takes in the next one when that is near.
+    // The loners on both sides of a joining unit may belong to its cluster, unless they are CR. Each call of ICU costs
+    // as much as counting some dozen units, so stretches near each other are counted together.
     void takeStretch(qsizetype lonersStart)
     {
         const bool hasLonerBefore = m_position > lonersStart;
@@ -200,7 +200,7 @@ qint64 TextStats::characterCount(QStringView text)
 
 QStringView TextStats::leadingCharacters(QStringView text, qint64 count)
 {
-    UBreakIterator *iterator = characterIterator(text.first(std::min(text.size(), longestPiece)));
+    UBreakIterator *iterator = characterIterator(text.first(std::min(text.size(), maxPiece)));
     int32_t end = 0;
     for (qint64 taken = 0; taken < count; ++taken) {
         const int32_t next = ubrk_next(iterator);

@@ -4,8 +4,7 @@
 
 #include <QStringView>
 
-/// What is counted in a text once, when a document is made of it. Linear in the text. Any units may be given, halves of
-/// surrogate pairs, too.
+/// What is counted once, when a document is created. Linear in the text, which may hold unpaired surrogates.
 namespace TextStats {
 
 /// Words: each run of letters, marks and numbers, and each ideograph by itself. Punctuation splits words, apostrophes

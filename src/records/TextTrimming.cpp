@@ -19,7 +19,7 @@ QStringView withoutEnds(QStringView text, Predicate goes)
 
 } // namespace
 
-// ASCII is answered without the table, so that trimming a name doesn't build it.
+// ASCII doesn't need the table, so trimming a name doesn't build it.
 bool TextTrimming::isBlank(char16_t unit)
 {
     if (unit < firstBeyondASCII)

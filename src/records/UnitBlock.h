@@ -9,9 +9,9 @@
 #include <emmintrin.h>
 #endif
 
-// Sixteen neighbouring UTF-16 code units, looked at together. The two kinds do the same; algorithms take the kind as a
-// template parameter, so that the portable one is compiled and tested everywhere. A comparison gives a block of truth
-// values, each with all bits set or none, and `bits` packs them, the first unit's in the lowest bit.
+// Sixteen neighbouring UTF-16 code units, examined at once. Both classes do the same; algorithms take the class as a
+// template parameter, so that the portable one is compiled and tested everywhere. A comparison gives a block of masks,
+// each all ones or all zeros; `bits` packs them into one bit per unit, the first unit lowest.
 
 class PlainUnitBlock {
 public:
@@ -92,7 +92,7 @@ public:
     }
     [[nodiscard]] Sse2UnitBlock within(char16_t first, char16_t last) const
     {
-        // SSE2 compares signed only; subtraction that saturates leaves nothing exactly of what isn't greater.
+        // SSE2 compares signed numbers only; a saturating subtraction is 0 exactly where a <= b.
         const __m128i lowest = _mm_set1_epi16(short(first));
         const __m128i highest = _mm_set1_epi16(short(last));
         const auto halfWithin = [&](__m128i half) {

@@ -1,9 +1,9 @@
-#include "platform/ApplicationFolder.h"
 #include "platform/StagingFolder.h"
 #include "records/AppDatabase.h"
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -94,7 +94,7 @@ TEST_P(Privacy, BeginsWithTheFile)
 
 INSTANTIATE_TEST_SUITE_P(, Privacy,
     testing::Values(
-        Secret{"LibraryFolder", [](const QString &) { return modeOf(ApplicationFolder::prepared()); }, "700"},
+        Secret{"LibraryFolder", [](const QString &) { return modeOf(QFileInfo(AppDatabase::path()).path()); }, "700"},
         Secret{"Library",
             [](const QString &folder) {
                 const auto queue = AppDatabase::openQueue(folder + u"/vorn.sqlite"_s);

@@ -9,7 +9,7 @@
 
 struct sqlite3;
 
-/// The connection as a body of `DatabaseQueue::read` or `write` sees it. Lives for that body only.
+/// The connection inside `DatabaseQueue::read` or `write`.
 class Database {
 public:
     /// Takes over the connection.
@@ -39,7 +39,7 @@ public:
     [[nodiscard]] qint64 integer(QByteArrayView sql, const Arguments &arguments = {});
 
 private:
-    /// A prepared statement for the time of one run; reset in the end, whatever happens.
+    /// A prepared statement for one run, reset at its end.
     struct Lease {
         Lease(Database &database, QByteArrayView sql) : statement(database.prepared(sql)) { }
         ~Lease() { statement->reset(); }

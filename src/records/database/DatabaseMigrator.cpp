@@ -18,7 +18,7 @@ QSet<QString> appliedIdentifiers(Database &database)
     return result;
 }
 
-/// Foreign keys can't be switched within a transaction, so they are off around it, and on again whatever happens.
+/// Switches foreign keys off around a migration, which isn't possible within its transaction.
 class WithoutForeignKeys {
 public:
     explicit WithoutForeignKeys(Database &database)
@@ -34,7 +34,7 @@ public:
             if (m_wereOn)
                 m_database.execute("PRAGMA foreign_keys = ON");
         } catch (const std::exception &) {
-            // The schema declares none; nothing rests on it.
+            // The schema declares no foreign keys, so nothing depends on it.
         }
     }
     WithoutForeignKeys(const WithoutForeignKeys &) = delete;

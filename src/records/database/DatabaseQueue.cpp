@@ -25,7 +25,7 @@ std::unique_ptr<Database> opened(const QByteArray &name, const Configuration &co
     return database;
 }
 
-/// SQLite is content with reading where it may not write, and each change would vanish with the next reload.
+/// SQLite opens a file that it may not write for reading only, without an error.
 void refuseReadOnly(sqlite3 *connection, const Configuration &configuration)
 {
     if (!configuration.readonly && sqlite3_db_readonly(connection, "main") == 1)
@@ -39,17 +39,17 @@ void setUp(Database &database, const Configuration &configuration)
     const int quotes = configuration.acceptsDoubleQuotedStringLiterals ? 1 : 0;
     sqlite3_db_config(connection, SQLITE_DBCONFIG_DQS_DDL, quotes, nullptr);
     sqlite3_db_config(connection, SQLITE_DBCONFIG_DQS_DML, quotes, nullptr);
-    // A file from elsewhere may hold triggers that change what nobody asked to be changed. We have none.
+    // Triggers in a file from elsewhere must not change records. We have none.
     sqlite3_db_config(connection, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
-    // Its views, checks and indexes may call functions; they get no more than plain ones.
+    // Functions with side effects mustn't be called by views, checks and indexes of the file.
     sqlite3_db_config(connection, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     if (configuration.foreignKeysEnabled)
         database.execute("PRAGMA foreign_keys = ON");
     sqlite3_extended_result_codes(connection, 1);
-    refuseReadOnly(connection, configuration); // where the first access could fail over it
+    refuseReadOnly(connection, configuration); // before the first access, which could fail because of it
     database.execute("SELECT * FROM sqlite_master LIMIT 1");
-    refuseReadOnly(connection, configuration); // as the format asks, too
-    // Identifiers are random, so their indexes are written all over: they must fit. Nothing of this is stored.
+    refuseReadOnly(connection, configuration); // again, since only the first access reads the version of the format
+    // Identifiers are random, so an insert may touch any page of an index: all should fit. Not stored in the file.
     database.execute("PRAGMA cache_size = -65536");
 }
 
@@ -92,13 +92,13 @@ DatabaseQueue::Transaction::Transaction(Database &database) : m_database(databas
 
 DatabaseQueue::Transaction::~Transaction()
 {
-    // SQLite ends a transaction by itself after some failures, as of a full disk.
+    // SQLite rolls back by itself after some failures, such as a full disk.
     if (m_ended || !m_database.isInTransaction())
         return;
     try {
         m_database.execute("ROLLBACK TRANSACTION");
     } catch (const std::exception &) {
-        // The failure that brought us here is on its way to the caller; the file is whole through its journal.
+        // The caller gets the first failure; the journal keeps the file whole.
     }
 }
 

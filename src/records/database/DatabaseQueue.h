@@ -25,8 +25,8 @@ struct RowWatcher {
     virtual void noteChange(const char *table, qint64 rowID) = 0;
 };
 
-/// One connection; every access to it waits its turn. There is no busy handler: a file that another process has
-/// locked fails at once. The file stays in the rollback journal's mode.
+/// One connection, used by one thread at a time. There is no busy handler: a file that another process has locked
+/// fails at once. The journal mode stays SQLite's default, the rollback journal.
 class DatabaseQueue {
 public:
     /// Opens or makes the file at `path`. Throws DatabaseError.
@@ -89,7 +89,7 @@ public:
     };
 
 private:
-    /// Holds the connection for one body; throws when the same thread holds it already, instead of waiting for ever.
+    /// Holds the connection for one body. Throws when the same thread holds it already, which would deadlock.
     class Turn {
     public:
         explicit Turn(DatabaseQueue &queue);

@@ -24,7 +24,7 @@ using DatabaseValue = std::variant<NullValue, qint64, double, TextValue, BlobVal
 /// The positional arguments of a statement.
 using Arguments = QList<DatabaseValue>;
 
-/// A value of the row a statement stands on. Text and bytes belong to the statement and live until it moves on.
+/// A value in the current row of a statement. Text and bytes belong to the statement and live until its next step.
 struct ValueView {
     enum class Kind { null, integer, real, text, blob };
 

@@ -19,7 +19,7 @@ template <typename Owner, typename Value>
 Field(const char *, Value Owner::*) -> Field<Owner, Value>;
 
 /// What every stored record can do with its table. A record names its table in `databaseTable` and its fields, the
-/// primary key first, in `databaseColumns()`. The bodies are in Request.h, for those who really talk to a database.
+/// primary key first, in `databaseColumns()`. The bodies are in Request.h.
 template <typename R>
 struct Record {
     [[nodiscard]] static Request<R> all();
@@ -32,8 +32,7 @@ struct Record {
     void insert(Database &database) const;
     /// Writes all columns of the row with this primary key. Throws DatabaseError, also when there is no such row.
     void update(Database &database) const;
-    /// Writes these columns alone: what another program wrote into the others stays. It costs no less than `update`:
-    /// SQLite writes the row anew. Throws as `update` does.
+    /// Writes these columns only, so that what another program wrote into the others stays. Throws as `update` does.
     void update(Database &database, std::initializer_list<const char *> columns) const;
 
     bool operator==(const Record &) const = default;

@@ -9,7 +9,7 @@
 #include <optional>
 #include <vector>
 
-/// A row of a raw query, detached from its statement: typed values by column name.
+/// A copy of a row of a raw query, with typed values by column name.
 class Row {
 public:
     /// Throws DatabaseError.

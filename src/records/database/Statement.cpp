@@ -44,7 +44,7 @@ int Statement::columnIndex(QByteArrayView name) const
 ValueView Statement::column(int index) const
 {
     sqlite3_stmt *handle = m_handle.get();
-    // The pointer must be asked for before the size, so that both speak of the same form of the value.
+    // Ask for the pointer first: that may convert the value and change its size.
     const auto bytes = [&](const void *data) {
         return QByteArrayView(static_cast<const char *>(data), sqlite3_column_bytes(handle, index));
     };

@@ -6,10 +6,10 @@
 
 #include <vector>
 
-/// Says which rows of one table may have changed since its owner last asked, so that what was read before can be kept.
+/// The rows of one table that may have changed since the last call, so that a cache reads only those again.
 ///
 /// Changes made through the queue are known row by row; after a change by another process, of the schema, or of very
-/// many rows, the answer is "everything". A change that was rolled back is told too: it only costs a look.
+/// many rows, the answer is "everything". Changes that were rolled back are included.
 class TableChanges final : RowWatcher {
 public:
     struct Changes {

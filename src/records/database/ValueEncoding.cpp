@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// What the text form can say, in milliseconds: a date must come back when it is written again. QDate has no year 0.
+// The range of the text form, in milliseconds since 1970: what is read must be writable. QDate has no year 0.
 constexpr qint64 firstMoment = -62'135'596'800'000; // 0001-01-01 00:00:00.000 UTC
 constexpr qint64 lastMoment = 253'402'300'799'999; // 9999-12-31 23:59:59.999 UTC
 
@@ -28,7 +28,7 @@ std::optional<QDateTime> fromSeconds(double seconds)
     return fromMoment(std::floor(seconds * 1000.0 + 0.5));
 }
 
-/// Reads the pieces of a date form from left to right.
+/// Reads the parts of a date from left to right.
 class DateScanner {
 public:
     explicit DateScanner(QByteArrayView text) : m_text(text) { }
@@ -115,7 +115,7 @@ std::optional<QTime> scanTime(DateScanner &scanner)
     return QTime(*hour, *minute, *second, *millisecond);
 }
 
-/// Seconds to take away to come to UTC.
+/// Seconds east of UTC.
 std::optional<int> scanZone(DateScanner &scanner)
 {
     while (scanner.skip(' ')) { }
@@ -183,7 +183,7 @@ std::optional<QUuid> identifier(const ValueView &view)
     if (view.kind != ValueView::Kind::text || view.bytes.size() != 36)
         return {};
     const QUuid parsed = QUuid::fromString(QLatin1StringView(view.bytes));
-    // The null identifier stands for what can't be parsed, too.
+    // QUuid::fromString also returns the null identifier for what it can't parse.
     if (parsed.isNull() && view.bytes != QByteArrayView("00000000-0000-0000-0000-000000000000"))
         return {};
     return parsed;

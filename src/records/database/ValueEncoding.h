@@ -15,7 +15,7 @@ namespace ValueEncoding {
 
 [[nodiscard]] DatabaseValue encoded(const QUuid &value);
 [[nodiscard]] DatabaseValue encoded(const QDateTime &value);
-/// A unit that is no half of a pair can't be written in UTF-8 and becomes U+FFFD, so that positions stay.
+/// Unpaired surrogates become U+FFFD, unit for unit, so that positions stay valid.
 [[nodiscard]] DatabaseValue encoded(const QString &value);
 template <std::integral Integer>
 [[nodiscard]] DatabaseValue encoded(Integer value)
@@ -30,8 +30,8 @@ template <typename T>
 
 /// The identifier in a blob of 16 bytes or in its hyphenated text form of either case.
 [[nodiscard]] std::optional<QUuid> identifier(const ValueView &view);
-/// The moment in text of one of SQLite's date forms, or in a number of seconds since 1970 in UTC. Nothing outside the
-/// years 0000 to 9999, since it couldn't be written back.
+/// The moment in text of one of SQLite's date forms, or in a number of seconds since 1970 in UTC. Absent
+/// outside the years 1 to 9999, which couldn't be written back.
 [[nodiscard]] std::optional<QDateTime> date(const ValueView &view);
 /// A date form: [YYYY-MM-DD][ or T][HH:MM[:SS[.fraction]]][Z or ±HH:MM]. A time alone is of the day 2000-01-01.
 [[nodiscard]] std::optional<QDateTime> parsedDate(QByteArrayView text);
