@@ -190,8 +190,6 @@ INSTANTIATE_TEST_SUITE_P(Documents, ImportedCodings,
         CodingsCase{"other_case_beyond_ascii", selection("1", "3", referenceTo("é")), {u"three 1+2"_s}},
         CodingsCase{"same_identifier_twice", selection("1", "3", referenceTo("aB")), {u"last 1+2"_s}},
         CodingsCase{"empty_identifier", selection("1", "3", referenceTo("")), {}},
-        CodingsCase{"several_codings", selection("1", "3", referenceTo("cd") + referenceTo("x") + referenceTo("ab")),
-            {u"two 1+2"_s, u"last 1+2"_s}},
         CodingsCase{
             "first_reference_counts", selection("1", "3", "<Coding><CodeRef/><CodeRef targetGUID='cd'/></Coding>"), {}},
         CodingsCase{"reference_in_another_element",
@@ -199,7 +197,6 @@ INSTANTIATE_TEST_SUITE_P(Documents, ImportedCodings,
         CodingsCase{"past_the_end", selection("10", "1000", referenceTo("cd")), {u"two 10+20"_s}},
         CodingsCase{"at_the_end", selection("30", "31", referenceTo("cd")), {}},
         CodingsCase{"last_unit", selection("29", "30", referenceTo("cd")), {u"two 29+1"_s}},
-        CodingsCase{"empty", selection("5", "5", referenceTo("cd")), {}},
         CodingsCase{"backwards", selection("5", "4", referenceTo("cd")), {}},
         CodingsCase{"negative_start_keeps_its_span", selection("-3", "4", referenceTo("cd")), {u"two 0+7"_s}},
         CodingsCase{"signs_and_zeros", selection("+02", "0004", referenceTo("cd")), {u"two 2+2"_s}},
@@ -335,21 +332,22 @@ TEST_F(QdpxImport, CanBeStoppedAmidCodesPassagesAndALongDocument)
     const QByteArray document =
         project(codes, coded(selection("0", "1", referenceTo("a")).repeated(2'500) + QByteArray(1'000'000, ' ')));
     AtomicFile::write(m_folder.path(u"study.qdpx"_s), TestArchive().add("project.qde", document).bytes());
-    QStringList names;
-    const auto stopAt = [&](int question) {
-        names.clear();
-        importQdpx(m_folder.path(u"study.qdpx"_s), *m_queue, m_projectID, [&](const ImportStep &step) {
-            names.append(step.name);
-            return names.size() != question;
-        });
+    /// Returns how many questions of that name were asked; `last`, from 1, is answered with no. While the archive is
+    /// unpacked, their number depends on the time that it takes.
+    const auto questions = [&](const QString &name, int last) {
+        int count = 0;
+        importQdpx(m_folder.path(u"study.qdpx"_s), *m_queue, m_projectID,
+            [&](const ImportStep &step) { return step.name != name || ++count != last; });
+        return count;
     };
-    stopAt(0);
-    EXPECT_GT(names.count(u"study.qdpx"_s), 15); // pieces of the document, and codes
-    EXPECT_GE(names.count(u"T"_s), 3);
-    const int questions = int(names.size());
+    EXPECT_GT(questions(u"study.qdpx"_s, 0), 15); // pieces of the document, and codes
+    const int passages = questions(u"T"_s, 0);
+    EXPECT_GE(passages, 3);
     const qsizetype codesBefore = all<Code>().size();
-    for (int question = questions - 10; question <= questions; ++question)
-        EXPECT_THROW(stopAt(question), ImportStopped) << question;
+    for (int question = 1; question <= passages; ++question)
+        EXPECT_THROW(questions(u"T"_s, question), ImportStopped) << question;
+    for (int question = 1; question <= 15; ++question)
+        EXPECT_THROW(questions(u"study.qdpx"_s, question), ImportStopped) << question;
     EXPECT_EQ(all<Code>().size(), codesBefore);
 }
 

@@ -130,7 +130,10 @@ INSTANTIATE_TEST_SUITE_P(Fonts, RtfBody,
         Rtf{"first_half_swallows_a_paragraph_end", withFonts("\\f2\\'95\\par\\'95\\u65?\\'95"),
             u"\uFFFD\n\uFFFDA\uFFFD"_s},
         Rtf{"greek_of_the_symbol_font_is_latin", withFonts("\\f3 ab\\'b7\\u-3913?"), u"αβ••"_s},
-        Rtf{"bullets_of_dingbats_are_letters", withFonts("\\f4\\'a7\\'fc\\u-3932?z"), u"▪✔\uFFFD\uFFFD"_s},
+        Rtf{"bullets_of_dingbats_are_letters",
+            withFonts("\\f4\\'4a\\'4c\\'6c\\'6e\\'6f\\'71\\'72\\'75\\'76\\'9f\\'a0\\'a7\\'a8\\'d8\\'df\\'e0\\'e1\\'"
+                      "e2\\'e8\\'f0\\'fb\\'fc\\'fd\\'fe\\u-3932?z"),
+            u"☺☹●■□❑❒◆❖•\u00A0▪◻➢←→↑↓➔⇨✘✔☒☑\uFFFD\uFFFD"_s},
         Rtf{"lettered_symbol_font_is_greek", withFonts("\\f7 ab\\'e6"), u"abж"_s},
         Rtf{"symbols_outlive_their_font", withFonts("{\\fonttbl\\f8\\fcharset2 Any;\\f9 Symbol;}\\f9 a"), u"a"_s},
         Rtf{"unknown_code_page_is_taken", withFonts("{\\fonttbl\\f9\\fcharset238\\cpg9999 x;}\\f9\\'e6"), u"ć"_s},
@@ -154,6 +157,34 @@ INSTANTIATE_TEST_SUITE_P(CodePages, RtfBody,
             u"自ﾀ\uFFFD€\uFFFD\u00A0\uFFFD"_s},
         Rtf{"utf8", "\\ansicpg65001\\'e4\\'b8\xAD\xF0\x9F\x98\x80\\'e4\\'b8x\\'c0", u"中\U0001F600\uFFFDx\uFFFD"_s}),
     rowName);
+
+TEST(RtfText, KnowsTheCodePagesOfWindowsAndTheMacintosh)
+{
+    QString found;
+    for (const int page :
+        {437, 720, 737, 775, 819, 850, 852, 855, 857, 858, 860, 861, 862, 863, 864, 865, 866, 869, 874, 932, 936, 949,
+            950, 1250, 1251, 1252, 1253, 1254, 1255, 1256, 1257, 1258, 10000, 10001, 10002, 10003, 10006, 10007, 10008,
+            10029, 10081, 20866, 21866, 28591, 28592, 28595, 28597, 28599, 28605, 51932, 51949, 54936, 65001})
+        found += textOfBody("\\ansicpg" + QByteArray::number(page) + "\\'e6\\'d0\\'a1\\'a4") + u' ';
+    EXPECT_EQ(found,
+        QString::fromUtf16(u"μ╨íñ µ╨\u0629\u062C ό╨κν µąĪż æÐ¡¤ µðíñ ŠđíĄ ТлАц µºíñ µðíñ μ╨íñ μ╨íÁ μ╨íñ μ╨´¨ "
+                           u"ﻧﺫ\u00AD¤ μ╨íñ ц╨бд μΤΐΑ ๆะกค 賻｡､ 嫘· 淵· 禛﹞ ćĐˇ¤ жРЎ¤ æÐ¡¤ ζΠ΅¤ æĞ¡¤ \u05D6\u05C0¡₪ "
+                           u"\u0648\u0630\u060C¤ ęŠ\uFFFD¤ æĐ¡¤ Ê–°§ 賻｡､ 禛﹞ 淵· φ–ΓΛ ж–°§ 嫘· ś–°§ Ê–°§ Фп║╓ Фп║є "
+                           u"æÐ¡¤ ćĐĄ¤ цаЁЄ ζΠ‘€ æĞ¡¤ æÐ¡€ 耒， 淵· 嫘· \uFFFDС\uFFFD "));
+}
+
+TEST(RtfText, KnowsTheCodePagesOfCharacterSets)
+{
+    const QByteArray bytes = "\\'e6\\'d0\\'a1\\'a4";
+    const QList<std::pair<int, int>> pages{{0, 1252}, {1, 775}, {3, 775}, {77, 10000}, {78, 10001}, {79, 10003},
+        {80, 10008}, {81, 10002}, {85, 10006}, {86, 10081}, {88, 10029}, {89, 10007}, {128, 932}, {129, 949},
+        {134, 936}, {136, 950}, {161, 1253}, {162, 1254}, {163, 1258}, {177, 1255}, {178, 1256}, {179, 1256},
+        {180, 1256}, {181, 1255}, {186, 1257}, {204, 1251}, {222, 874}, {238, 1250}, {254, 437}, {255, 850}};
+    for (const auto &[charset, page] : pages)
+        EXPECT_EQ(textOfBody("\\ansicpg775{\\fonttbl\\f1\\fcharset" + QByteArray::number(charset) + " x;}\\f1" + bytes),
+            textOfBody("\\ansicpg" + QByteArray::number(page) + bytes))
+            << charset;
+}
 
 using RtfDocument = testing::TestWithParam<Rtf>;
 

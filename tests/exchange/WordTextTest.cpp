@@ -31,7 +31,7 @@ TEST(WordText, AgreesWithTheStepsTakenOneByOne)
         u"\u200B"_s, u"\U0001F600"_s, u"&#13;"_s, u"&#10;"_s, u"&#x20;"_s, u"&#9;"_s, u"&#x2029;"_s, u"#"_s, u"1"_s,
         QString(1, QChar(0))};
     QRandomGenerator random(11);
-    for (int round = 0; round < 20'000; ++round) {
+    for (int round = 0; round < 10'000; ++round) {
         // Few kinds of pieces at a time, so that those that make something together meet.
         const qsizetype first = random.bounded(pieces.size());
         const qsizetype kinds = 1 + random.bounded(round % 2 == 0 ? 8 : pieces.size());
