@@ -2,6 +2,7 @@
 
 #include "kit/controls/ColumnSplitter.h"
 #include "kit/lists/ListMetrics.h"
+#include "kit/theme/FocusRing.h"
 #include "kit/theme/Metrics.h"
 #include "kit/theme/Roles.h"
 #include "kit/theme/Symbols.h"
@@ -103,12 +104,25 @@ QWidget *RootView::buildReaderColumn()
 void RootView::renderSelection()
 {
     const std::optional<SidebarSelection> selection = m_store.sidebarSelection().get();
-    m_lists->setCurrentWidget(selection ? listFor(*selection) : m_documents);
+    showList(selection ? *listFor(*selection) : *m_documents);
     if (const auto *project = selection ? std::get_if<ProjectSelection>(&*selection) : nullptr)
         m_store.selectProject(project->projectID);
 }
 
-QWidget *RootView::listFor(const SidebarSelection &selection)
+/// A focus in the list that is hidden moves on to the one that is shown, even while another window is active: a sheet
+/// that has just been closed.
+void RootView::showList(ListColumn &list)
+{
+    const QWidget *focused = focusWidget();
+    const bool takesFocus = m_lists->isAncestorOf(focused) && m_lists->currentWidget() != &list;
+    const Qt::FocusReason reason =
+        takesFocus && FocusRing::isDueTo(*focused) ? Qt::TabFocusReason : Qt::OtherFocusReason;
+    m_lists->setCurrentWidget(&list);
+    if (takesFocus)
+        list.takeFocus(reason);
+}
+
+ListColumn *RootView::listFor(const SidebarSelection &selection)
 {
     if (const auto *code = std::get_if<CodeSelection>(&selection)) {
         m_excerpts->setCodeID(code->codeID);

@@ -7,6 +7,7 @@
 class DocumentListView;
 class ExcerptListView;
 class LibraryStore;
+class ListColumn;
 class QPushButton;
 class QStackedWidget;
 class QueryResultsView;
@@ -33,7 +34,8 @@ private:
     [[nodiscard]] QWidget *buildReaderColumn();
     void renderSelection();
     /// What the middle shows for what the sidebar has selected, made ready for it.
-    [[nodiscard]] QWidget *listFor(const SidebarSelection &selection);
+    [[nodiscard]] ListColumn *listFor(const SidebarSelection &selection);
+    void showList(ListColumn &list);
 
     LibraryStore &m_store;
     QStackedWidget *m_lists;

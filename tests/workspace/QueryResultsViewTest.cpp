@@ -2,6 +2,7 @@
 
 #include "ShownView.h"
 #include "kit/controls/ElidedLabel.h"
+#include "kit/lists/SnippetLayout.h"
 #include "kit/lists/SnippetRowDelegate.h"
 #include "kit/theme/CodeColor.h"
 #include "workspace/results/QuerySummary.h"
@@ -135,5 +136,23 @@ TEST_F(QueryResults, ALongSummaryIsCutOffBehindTwoLines)
         runAny({u"Trust"_s, u"Doubt"_s}, QString(length, u'W'));
         EXPECT_EQ(summary().height(), 2 * oneLine);
         EXPECT_GT(summary().accessibleName().size(), length);
+    }
+}
+
+TEST_F(QueryResults, TheSummaryIsAsHighAsItsTextInAnyWidth)
+{
+    library.makeCodes({u"any mention"_s});
+    open();
+    for (const int length : {0, 12, 30, 600'000}) {
+        runAny({u"Trust"_s, u"any mention"_s}, QString(length, u'W'));
+        EXPECT_GE(summary().accessibleName().size(), length);
+        for (int width = 240; width <= 380; width += 7) {
+            view->resize(width, 500);
+            QApplication::processEvents();
+            const SnippetLayout wanted(summary().accessibleName(),
+                {.font = summary().font(), .width = width - 36, .lineHeight = 17, .maxLineCount = 2});
+            ASSERT_EQ(summary().width(), width - 36);
+            ASSERT_EQ(summary().height(), wanted.height()) << "width " << width << ", length " << length;
+        }
     }
 }

@@ -16,7 +16,7 @@ public:
     /// The sum of the heights before `block`, which may be the count. O(log n).
     [[nodiscard]] qint64 top(int block) const;
     [[nodiscard]] qint64 total() const { return top(count()); }
-    /// The block that holds the pixel row `y`; the first or last one for rows outside. There must be a block. O(log n).
+    /// The block at height `y`, or the first or last one for a height outside. Needs at least one block. O(log n).
     [[nodiscard]] int blockAt(qint64 y) const;
 
     /// O(log n).

@@ -3,6 +3,7 @@
 #include "kit/controls/ElidedLabel.h"
 #include "kit/controls/PlainButton.h"
 #include "kit/lists/ListMetrics.h"
+#include "kit/lists/RowList.h"
 #include "kit/theme/Fonts.h"
 #include "kit/theme/Metrics.h"
 #include "kit/theme/Symbols.h"
@@ -16,9 +17,9 @@ namespace {
 
 constexpr int headSpacing = 11;
 constexpr int defaultHeight = 600;
-/// The back button's icon hangs out to the left of its label's line, so that the chevron itself meets it.
+/// So far to the left that the button's chevron, not its frame, is in line with the texts below.
 constexpr int backButtonLeft = 7;
-/// Above and below what stands in the head. The ground of a back row below takes the lower one.
+/// Above and below the head's content. A back row below replaces the lower padding.
 constexpr int headPadding = 2;
 
 } // namespace
@@ -101,6 +102,22 @@ void ListColumn::invalidate()
     m_isStale = !isVisible();
     if (!m_isStale)
         render();
+}
+
+void ListColumn::takeFocus(Qt::FocusReason reason)
+{
+    for (auto *list : findChildren<RowList *>()) {
+        if (!list->isVisible())
+            continue;
+        if (!list->currentIndex().isValid())
+            list->setCurrentInPlace(list->model()->index(0, 0), QItemSelectionModel::NoUpdate);
+        list->scrollTo(list->currentIndex());
+        return list->setFocus(reason);
+    }
+    for (auto *button : findChildren<QPushButton *>()) {
+        if (button->isVisible())
+            return button->setFocus(reason);
+    }
 }
 
 void ListColumn::showEvent(QShowEvent *event)

@@ -10,7 +10,7 @@ class QHBoxLayout;
 class QVBoxLayout;
 
 /// A view of the middle column: a head with its title, and below it whatever the view lists. Reads the store only while
-/// it can be seen, and makes up for it when it is shown.
+/// it is visible, or as soon as it is.
 class ListColumn : public QWidget {
     Q_OBJECT
 
@@ -18,28 +18,31 @@ public:
     explicit ListColumn(QWidget *parent = nullptr);
 
     [[nodiscard]] QSize sizeHint() const override;
+    /// Gives the focus to the list that is shown, at its current or first row, or where nothing is listed to the first
+    /// button.
+    void takeFocus(Qt::FocusReason reason);
 
 protected:
     using Action = std::function<void()>;
 
     /// Shows what the store holds now. Called through `invalidate` only.
     virtual void render() = 0;
-    /// To be called when something that is shown may have changed: renders now, or as soon as the view is visible.
+    /// Call it when something that is shown may have changed: renders now, or as soon as the view is visible.
     void invalidate();
 
     [[nodiscard]] QHBoxLayout &head() const { return *m_head; }
     [[nodiscard]] QVBoxLayout &body() const { return *m_body; }
     /// Puts a title at the left of the head.
     ElidedLabel *addTitle(const QString &title);
-    /// The way back to the documents; without a place yet.
+    /// The button that leads back to the documents; not in a layout yet.
     PlainButton *makeBackButton(Action goBack);
-    /// Puts that button into the head of a view that has no title.
+    /// Puts that button into the head, for a view without a title.
     void addBackButton(Action goBack);
-    /// Takes that many logical pixels from the head's lower end; what stands in it stays where it is.
+    /// Makes the head lower by that many logical pixels at its lower end, without moving what is in it.
     void shortenHead(int by);
-    /// The row of a way back, with the button's icon where the lines begin. Has no parent yet.
+    /// A row for a back button, with its icon where the column's texts begin. Has no parent yet.
     [[nodiscard]] static QHBoxLayout *makeBackRow(PlainButton &button);
-    /// Puts that button as a row of its own on top of `column`, close under the head.
+    /// Adds a row with the button back to the documents to `column`, close below the head.
     void addBackRow(Action goBack, QVBoxLayout &column);
 
     void showEvent(QShowEvent *event) override;

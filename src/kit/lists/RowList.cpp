@@ -1,11 +1,11 @@
 #include "kit/lists/RowList.h"
 
 #include "kit/lists/ListMetrics.h"
+#include "kit/theme/FocusRing.h"
 
 #include <QContextMenuEvent>
 #include <QHoverEvent>
 #include <QMenu>
-#include <QScopedValueRollback>
 
 RowList::RowList(const QString &accessibleName, QWidget *parent) : QListView(parent)
 {
@@ -35,7 +35,7 @@ RowState RowList::stateOf(const QStyleOptionViewItem &option, const QModelIndex 
 
 void RowList::repaintRow(const QModelIndex &index)
 {
-    // The line to the next row lies above that row's fill.
+    // The line that separates it from the next row is above that row's ground.
     viewport()->update(visualRect(index).adjusted(0, 0, 0, ListMetrics::rowGap));
 }
 
@@ -58,18 +58,39 @@ bool RowList::viewportEvent(QEvent *event)
     return isHandled;
 }
 
-void RowList::scrollContentsBy(int dx, int dy)
+/// After scrolling or a reset another row may be under the mouse.
+void RowList::hoverAtMouse()
 {
-    QListView::scrollContentsBy(dx, dy);
     if (viewport()->underMouse())
         setHovered(indexAt(viewport()->mapFromGlobal(QCursor::pos())));
 }
 
-/// A selection can be moved, but not taken away: the store would still have it.
+void RowList::scrollContentsBy(int dx, int dy)
+{
+    QListView::scrollContentsBy(dx, dy);
+    hoverAtMouse();
+}
+
+/// A click moves the selection, but never takes it away: the store would still have it.
 QItemSelectionModel::SelectionFlags RowList::selectionCommand(const QModelIndex &index, const QEvent *event) const
 {
     const auto command = QListView::selectionCommand(index, event);
-    return command.testFlag(QItemSelectionModel::Deselect) ? QItemSelectionModel::NoUpdate : command;
+    const bool takesAway = command.testFlag(QItemSelectionModel::Deselect) || !index.isValid();
+    return takesAway ? QItemSelectionModel::NoUpdate : command;
+}
+
+/// Keys skip rows that can't be current: Home may lead to a heading.
+QModelIndex RowList::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
+{
+    const QModelIndex wanted = QListView::moveCursor(action, modifiers);
+    for (const int step : {1, -1}) {
+        QModelIndex index = wanted;
+        while (index.isValid() && !index.flags().testFlag(Qt::ItemIsEnabled))
+            index = index.siblingAtRow(index.row() + step);
+        if (index.isValid())
+            return index;
+    }
+    return wanted;
 }
 
 void RowList::mousePressEvent(QMouseEvent *event)
@@ -78,8 +99,17 @@ void RowList::mousePressEvent(QMouseEvent *event)
         QListView::mousePressEvent(event);
 }
 
+/// With a button pressed, QListView would select what the mouse passes.
+void RowList::mouseMoveEvent(QMouseEvent *event)
+{
+    if (event->buttons() == Qt::NoButton)
+        QListView::mouseMoveEvent(event);
+}
+
 void RowList::keyPressEvent(QKeyEvent *event)
 {
+    FocusRing::noteKeyboard();
+    viewport()->update(visualRect(currentIndex()));
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -127,10 +157,17 @@ void RowList::setCurrentInPlace(const QModelIndex &index, QItemSelectionModel::S
     setAutoScroll(scrolls);
 }
 
+void RowList::startAnew()
+{
+    setCurrentInPlace({}, QItemSelectionModel::NoUpdate);
+    scrollToTop();
+}
+
 void RowList::reset()
 {
     const int row = currentIndex().row();
     QListView::reset();
     if (model() != nullptr && row >= 0)
         setCurrentInPlace(model()->index(row, 0), QItemSelectionModel::NoUpdate);
+    hoverAtMouse();
 }

@@ -1,10 +1,9 @@
 #include "kit/lists/RowText.h"
 
+#include "platform/LocaleText.h"
 #include "records/TextTrimming.h"
 
 #include <QFontMetrics>
-#include <QPainter>
-#include <QStyle>
 
 #include <algorithm>
 
@@ -13,16 +12,20 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// More than the widest row can show.
-constexpr qsizetype longestLine = 600;
+constexpr qsizetype maxUnits = 600;
 
 } // namespace
 
+QString RowText::withoutBreaks(QString text)
+{
+    std::ranges::replace_if(
+        text, [](QChar unit) { return unit == u'\t' || TextTrimming::isLineBreak(unit.unicode()); }, u' ');
+    return text;
+}
+
 QString RowText::oneLine(const QString &text)
 {
-    QString line = text.left(longestLine);
-    std::ranges::replace_if(
-        line, [](QChar unit) { return unit == u'\t' || TextTrimming::isLineBreak(unit.unicode()); }, u' ');
-    return line;
+    return withoutBreaks(text.left(maxUnits));
 }
 
 QString RowText::fitting(const QString &text, const QFont &font, int width)
@@ -32,15 +35,11 @@ QString RowText::fitting(const QString &text, const QFont &font, int width)
 
 QString RowText::forMenu(const QString &name, const QFont &font)
 {
-    constexpr int widest = 320;
-    return fitting(name, font, widest).replace(u'&', u"&&"_s).replace(u'\t', u' ');
+    constexpr int maxWidth = 320;
+    return fitting(name, font, maxWidth).replace(u'&', u"&&"_s).replace(u'\t', u' ');
 }
 
-void RowText::paint(
-    QPainter &painter, const QRect &rect, const QFont &font, const QString &text, Qt::LayoutDirection direction)
+QString RowText::counted(qint64 count, const QString &noun)
 {
-    painter.setFont(font);
-    const Qt::Alignment alignment = QStyle::visualAlignment(direction, Qt::AlignLeft | Qt::AlignVCenter);
-    painter.setLayoutDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
-    painter.drawText(rect, int(alignment) | Qt::TextSingleLine | Qt::TextDontClip, fitting(text, font, rect.width()));
+    return LocaleText::number(count) + u' ' + noun + (count == 1 ? u""_s : u"s"_s);
 }

@@ -1,5 +1,6 @@
 #include "kit/lists/SnippetLayout.h"
 
+#include "kit/lists/RowText.h"
 #include "records/TextTrimming.h"
 
 #include <QFontMetricsF>
@@ -13,25 +14,18 @@ namespace {
 
 constexpr QChar ellipsis(0x2026);
 
-/// As many units as the lines could hold if every letter were narrow, without half of a pair at the end.
+/// As many units as the lines could hold if every letter were narrow, without half a surrogate pair at the end.
 QString beginning(const QString &passage, const SnippetLayout::Style &style)
 {
-    constexpr int narrowestLetter = 2; // logical pixels
-    constexpr qsizetype least = 64;
-    const qsizetype room = qsizetype(style.maxLineCount) * std::max(style.width, 0) / narrowestLetter;
-    qsizetype length = std::max(least, room);
+    constexpr int minLetterWidth = 2; // logical pixels
+    constexpr qsizetype minLength = 64;
+    const qsizetype room = qsizetype(style.maxLineCount) * std::max(style.width, 0) / minLetterWidth;
+    qsizetype length = std::max(minLength, room);
     if (length >= passage.size())
         return passage;
     if (passage.at(length - 1).isHighSurrogate())
         --length;
     return passage.left(length);
-}
-
-QString inOneParagraph(QString text)
-{
-    std::ranges::replace_if(
-        text, [](QChar unit) { return unit == u'\t' || TextTrimming::isLineBreak(unit.unicode()); }, u' ');
-    return text;
 }
 
 QString withoutBlanksAtEnd(QString text)
@@ -49,7 +43,7 @@ SnippetLayout::SnippetLayout(
       m_emphasis(emphasis),
       m_emphasisFormat(std::move(emphasisFormat)),
       m_lineHeight(lineHeightOf(style)),
-      m_layout(inOneParagraph(beginning(passage, style)), style.font)
+      m_layout(RowText::withoutBreaks(beginning(passage, style)), style.font)
 {
     QTextOption option;
     const bool beginsAtRight = style.direction == Qt::RightToLeft || m_layout.text().isRightToLeft();
@@ -77,8 +71,8 @@ qsizetype SnippetLayout::laidOutLength() const
 
 void SnippetLayout::cutTo(qsizetype length)
 {
-    // A word that the "…" pushes out of the last line loses letters until they fit together. It takes a few, however
-    // the text is made, unless that line holds nothing but what takes no room.
+    // If the "…" pushes the last word out of the last line, that word loses letters until both fit. A few are enough
+    // for any text, except for a line of characters without width, so the loss is limited.
     constexpr int maxLoss = 32;
     m_isCut = true;
     QString kept = withoutBlanksAtEnd(m_layout.text().left(length));
@@ -99,7 +93,7 @@ void SnippetLayout::layOut()
         const qint64 end = std::clamp<qint64>(m_emphasis.end(), start, length);
         m_layout.setFormats({{int(start), int(end - start), m_emphasisFormat}});
     }
-    // The base line of the style's own font decides, so that letters of other fonts don't make the lines uneven.
+    // All lines take the base line of the style's own font, or letters of other fonts would make them uneven.
     const QFontMetricsF metrics(m_style.font);
     const double baseLine = std::floor((m_lineHeight - metrics.height()) / 2) + metrics.ascent();
     m_layout.beginLayout();

@@ -13,14 +13,14 @@ class SnippetLayout {
 public:
     struct Style {
         QFont font;
-        int width = 0; ///< logical pixels; at least one character stands in a line all the same
-        int lineHeight = 18; ///< logical pixels, for every script; grows with the font
+        int width = 0; ///< logical pixels; a line holds at least one character in any case
+        int lineHeight = 18; ///< logical pixels, the same for every script; at least the font's height
         int maxLineCount = 3;
         Qt::LayoutDirection direction = Qt::LeftToRight; ///< of the window
     };
 
-    /// Every line break in `passage` is shown as a blank. Lines begin at the left, or at the right where the window or
-    /// the passage runs from there. `emphasis`, in UTF-16 code units, gets `emphasisFormat`.
+    /// Line breaks in `passage` are shown as blanks. Lines are aligned to the left, or to the right if the window or
+    /// the passage is read from right to left. `emphasis`, in UTF-16 code units, gets `emphasisFormat`.
     SnippetLayout(const QString &passage, const Style &style, const TextRange &emphasis = {},
         QTextCharFormat emphasisFormat = {});
 

@@ -124,8 +124,8 @@ void SnippetList::measureUpFrom(int row)
 void SnippetList::showFrom(qint64 top)
 {
     const QScopedValueRollback guard(m_isMeasuring, true);
-    const qint64 greatest = std::max<qint64>(0, m_heights.total() - viewport()->height());
-    verticalScrollBar()->setRange(0, int(std::min<qint64>(greatest, std::numeric_limits<int>::max())));
+    const qint64 maxValue = std::max<qint64>(0, m_heights.total() - viewport()->height());
+    verticalScrollBar()->setRange(0, int(std::min<qint64>(maxValue, std::numeric_limits<int>::max())));
     verticalScrollBar()->setValue(int(std::clamp<qint64>(top, 0, verticalScrollBar()->maximum())));
 }
 

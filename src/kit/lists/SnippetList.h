@@ -5,9 +5,9 @@
 
 #include <vector>
 
-/// A list whose rows are as high as their text. Asks its delegate for the heights of those rows only that are seen, and
-/// estimates the others, so it opens a hundred thousand rows as quickly as ten. What is in view stays there when an
-/// estimate turns out to be wrong, the width changes, or the model is reset.
+/// A list whose rows are as high as their text. Asks its delegate only for the heights of rows in view, and estimates
+/// the others, so that a hundred thousand rows open as quickly as ten. What is in view stays in place when an estimate
+/// was wrong, the width changes, or the model is reset.
 class SnippetList final : public RowList {
     Q_OBJECT
 

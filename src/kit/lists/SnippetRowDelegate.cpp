@@ -1,12 +1,10 @@
 #include "kit/lists/SnippetRowDelegate.h"
 
 #include "kit/lists/ListMetrics.h"
-#include "kit/lists/RowList.h"
-#include "kit/lists/RowText.h"
 #include "kit/lists/SnippetLayout.h"
+#include "kit/lists/SnippetList.h"
 #include "kit/theme/Fonts.h"
 #include "kit/theme/Metrics.h"
-#include "kit/theme/Painting.h"
 #include "kit/theme/Theme.h"
 #include "kit/theme/ThemeColors.h"
 
@@ -16,20 +14,12 @@
 
 namespace {
 
-constexpr int paddingAbove = 8;
-constexpr int paddingBelow = 8;
+constexpr int padding = 8; // above and below
 constexpr int sourceGap = 4;
-constexpr int sourceHeight = 14;
+constexpr int minSourceHeight = 14;
 constexpr int dotSide = 6;
 constexpr int dotGap = 5;
 constexpr int minTitleWidth = 60; // many dots leave that much room
-/// The first row keeps this distance from the line above the list.
-constexpr int firstRowGap = 6;
-
-int gapAbove(const QModelIndex &index)
-{
-    return index.row() == 0 ? firstRowGap : ListMetrics::rowGap;
-}
 
 /// Lighter than the lines between surfaces, unless lines have to be strong.
 QColor separatorColor()
@@ -44,81 +34,83 @@ QColor separatorColor()
 } // namespace
 
 SnippetRowDelegate::SnippetRowDelegate(QObject *parent)
-    : QStyledItemDelegate(parent),
+    : RowDelegate({.inset = ListMetrics::rowInset,
+                      .radius = Metrics::listRowRadius,
+                      .gapAbove = ListMetrics::rowGap,
+                      .airAbove = ListMetrics::airAbove - ListMetrics::rowGap},
+        parent),
       m_snippetFont(Fonts::body()),
-      m_sourceFont(Fonts::caption()),
-      m_ground(ListMetrics::rowInset, Metrics::listRowRadius)
+      m_sourceFont(Fonts::caption())
 {
 }
 
-int SnippetRowDelegate::heightFor(int lineCount) const
+int SnippetRowDelegate::groundHeight(int lineCount) const
 {
-    const int source = std::max(sourceHeight, QFontMetrics(m_sourceFont).height());
-    return paddingAbove + paddingBelow + lineCount * SnippetLayout::lineHeightOf({.font = m_snippetFont}) + sourceGap
-        + source + ListMetrics::rowGap;
+    const int source = std::max(minSourceHeight, QFontMetrics(m_sourceFont).height());
+    return 2 * padding + lineCount * SnippetLayout::lineHeightOf({.font = m_snippetFont}) + sourceGap + source;
 }
 
-SnippetLayout SnippetRowDelegate::layOut(const QStyleOptionViewItem &option, const QModelIndex &index) const
+SnippetList *SnippetRowDelegate::makeList(
+    const QString &accessibleName, const QString &objectName, int lineCount, QAbstractItemModel *model)
+{
+    auto *delegate = new SnippetRowDelegate;
+    auto *list = new SnippetList(accessibleName, delegate->groundHeight(lineCount) + ListMetrics::rowGap);
+    delegate->setParent(list);
+    list->setObjectName(objectName);
+    list->setItemDelegate(delegate);
+    list->setModel(model);
+    return list;
+}
+
+SnippetLayout SnippetRowDelegate::layOut(int width, Qt::LayoutDirection direction, const QModelIndex &index) const
 {
     const TextRange emphasis{index.data(emphasisStartRole).toLongLong(), index.data(emphasisLengthRole).toLongLong()};
     QTextCharFormat format;
     format.setFontWeight(QFont::DemiBold);
     format.setForeground(Theme::colors().accentText);
-    const int width = option.rect.width() - 2 * ListMetrics::contentInset;
-    return {index.data().toString(), {.font = m_snippetFont, .width = width, .direction = option.direction}, emphasis,
+    return {index.data().toString(),
+        {.font = m_snippetFont, .width = width - 2 * ListMetrics::contentInset, .direction = direction}, emphasis,
         format};
 }
 
 QSize SnippetRowDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    const int lineCount = layOut(option, index).lineCount();
-    return {option.rect.width(), heightFor(lineCount) + gapAbove(index) - ListMetrics::rowGap};
+    const int lineCount = layOut(option.rect.width(), option.direction, index).lineCount();
+    return {option.rect.width(), heightWith(groundHeight(lineCount), index)};
 }
 
+/// A line separates rows from each other, except beside a row that is highlighted.
 void SnippetRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    const QRect ground = option.rect.adjusted(0, gapAbove(index), 0, 0);
-    m_ground.paint(*painter, ground, RowList::stateOf(option, index));
-    paintSeparator(*painter, option, index);
-
-    const QRect content =
-        ground.adjusted(ListMetrics::contentInset, paddingAbove, -ListMetrics::contentInset, -paddingBelow);
-    const SnippetLayout snippet = layOut(option, index);
-    painter->setPen(Theme::colors().text);
-    snippet.draw(*painter, content.topLeft());
-    paintSource(*painter, content.adjusted(0, snippet.height() + sourceGap, 0, 0), option.direction, index);
-}
-
-void SnippetRowDelegate::paintSeparator(
-    QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
-{
+    RowDelegate::paint(painter, option, index);
     if (index.row() == 0 || RowList::stateOf(option, index).isHovered
         || RowList::stateOf(option, index.siblingAtRow(index.row() - 1)).isHovered)
         return;
     constexpr int inset = ListMetrics::contentInset;
     const QRect line(option.rect.left() + inset, option.rect.top() + 1, option.rect.width() - 2 * inset, 1);
-    painter.fillRect(line, separatorColor());
+    painter->fillRect(line, separatorColor());
 }
 
-void SnippetRowDelegate::paintSource(
-    QPainter &painter, const QRect &line, Qt::LayoutDirection direction, const QModelIndex &index) const
+bool SnippetRowDelegate::fill(RowLine &line, const QModelIndex &index) const
 {
-    const QRect text = paintDots(painter, line, direction, index.data(dotColorsRole).value<QList<QColor>>());
-    painter.setPen(Theme::colors().secondary);
-    RowText::paint(painter, QStyle::visualRect(direction, line, text), m_sourceFont,
-        index.data(documentTitleRole).toString(), direction);
+    if (line.painter() == nullptr) // the reader shows the whole passage
+        return true;
+    const SnippetLayout snippet = layOut(line.rest().width(), line.direction(), index);
+    line.skip(ListMetrics::contentInset);
+    line.skipAtEnd(ListMetrics::contentInset);
+    line.painter()->setPen(Theme::colors().text);
+    snippet.draw(*line.painter(), line.rest().topLeft() + QPoint(0, padding));
+    const int top = padding + snippet.height() + sourceGap;
+    fillSource(line.line(top, line.rest().height() - top - padding), index);
+    return true;
 }
 
-QRect SnippetRowDelegate::paintDots(
-    QPainter &painter, const QRect &line, Qt::LayoutDirection direction, const QList<QColor> &colors)
+void SnippetRowDelegate::fillSource(RowLine line, const QModelIndex &index) const
 {
-    QRect rest = line;
-    for (const QColor &color : colors) {
-        if (rest.width() < minTitleWidth)
+    for (const QColor &color : index.data(dotColorsRole).value<QList<QColor>>()) {
+        if (line.rest().width() < minTitleWidth)
             break;
-        const QRect dot(rest.left(), line.top() + (line.height() - dotSide) / 2, dotSide, dotSide);
-        Painting::dot(painter, QStyle::visualRect(direction, line, dot), color);
-        rest.setLeft(dot.right() + 1 + dotGap);
+        line.dot(color, dotSide, dotGap);
     }
-    return rest;
+    line.text(index.data(documentTitleRole).toString(), m_sourceFont, Theme::colors().secondary);
 }

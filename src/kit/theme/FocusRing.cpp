@@ -74,6 +74,11 @@ bool FocusRing::isDueTo(const QWidget &widget)
     return cameByKeyboard && widget.hasFocus();
 }
 
+void FocusRing::noteKeyboard()
+{
+    cameByKeyboard = true;
+}
+
 std::optional<FocusOutline> FocusRing::outlineOf(const QWidget &widget)
 {
     if (const auto *control = dynamic_cast<const HasFocusOutline *>(&widget))

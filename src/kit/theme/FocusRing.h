@@ -38,6 +38,8 @@ public:
 
     /// Whether `widget` has the focus and the keyboard brought it there.
     [[nodiscard]] static bool isDueTo(const QWidget &widget);
+    /// To be called by a widget with rows when the keyboard moves within it: a click may have brought the focus there.
+    static void noteKeyboard();
     static void paint(QPainter &painter, const FocusOutline &outline);
     /// Nothing for widgets that show their focus otherwise, such as lists.
     [[nodiscard]] static std::optional<FocusOutline> outlineOf(const QWidget &widget);

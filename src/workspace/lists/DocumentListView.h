@@ -1,16 +1,16 @@
 #pragma once
 
 #include "kit/lists/ListColumn.h"
+#include "kit/lists/ListModel.h"
+#include "records/Document.h"
 
-class DocumentListModel;
 class EmptyState;
 class LibraryStore;
 class RowList;
 class SearchField;
 class QStackedWidget;
-struct Document;
 
-/// The documents of the current project, a search over them, and the welcome of an empty project.
+/// The documents of the current project, a search field for them, and a welcome while there are none.
 class DocumentListView final : public ListColumn {
     Q_OBJECT
 
@@ -26,15 +26,18 @@ private:
     [[nodiscard]] EmptyState *makeWelcome();
 
     void renderSearchText();
-    /// Selects the store's document, if it is shown.
+    /// Selects the store's document, if it is listed, and scrolls there.
     void renderSelection();
+    /// Scrolls to the selected document if a search has found it, or else to the top.
+    void showFirstHits();
+    [[nodiscard]] QModelIndex selectedIndex() const;
     [[nodiscard]] QWidget *pageToShow() const;
     void takeSelection();
     void showMenu(const QModelIndex &index, const QPoint &globalPosition);
     void askForName(const Document &document);
 
     LibraryStore &m_store;
-    DocumentListModel *m_model;
+    ListModel<QList<Document>> *m_model;
     SearchField *m_search = nullptr;
     QStackedWidget *m_pages = nullptr;
     RowList *m_list = nullptr;

@@ -9,7 +9,7 @@
 #include "kit/lists/SnippetRowDelegate.h"
 #include "kit/theme/CodeColor.h"
 #include "library/LibraryStore.h"
-#include "workspace/lists/ExcerptListModel.h"
+#include "workspace/StoreLookup.h"
 #include "workspace/lists/MemoBar.h"
 
 #include <QHBoxLayout>
@@ -26,7 +26,7 @@ constexpr int memoGapAbove = 1;
 constexpr int memoGapBelow = 5;
 constexpr int defaultLineCount = 2;
 
-/// Whether the passages in both lists of documents are the same. Texts never change.
+/// Whether passages read from both lists of documents are the same: texts never change, and memos don't matter.
 bool holdSamePassages(const QList<Document> &one, const QList<Document> &other)
 {
     return std::ranges::equal(one, other,
@@ -38,7 +38,8 @@ bool holdSamePassages(const QList<Document> &one, const QList<Document> &other)
 ExcerptListView::ExcerptListView(LibraryStore &store, QWidget *parent)
     : ListColumn(parent),
       m_store(store),
-      m_model(new ExcerptListModel(this)),
+      m_model(new ListModel<QList<ExcerptHit>>(
+          [this](const ExcerptHit &hit, int role) { return describe(hit, role); }, this)),
       m_title(addTitle({}))
 {
     m_pages = new QStackedWidget(this);
@@ -53,7 +54,7 @@ ExcerptListView::ExcerptListView(LibraryStore &store, QWidget *parent)
     connect(&m_store.codingRevision(), &Notifier::changed, this, &ExcerptListView::noteCodings);
     connect(&m_store.documents(), &Notifier::changed, this, &ExcerptListView::noteDocuments);
     connect(m_memo, &MemoBar::committed, this, &ExcerptListView::saveMemo);
-    connect(m_list, &RowList::acted, this, &ExcerptListView::reveal);
+    connect(m_list, &RowList::acted, this, [this](const QModelIndex &index) { m_store.reveal(m_model->item(index)); });
 }
 
 QWidget *ExcerptListView::makeContent()
@@ -72,11 +73,7 @@ QWidget *ExcerptListView::makeContent()
     column->addWidget(new Hairline(Hairline::Place::surface, Qt::Horizontal, content));
 
     m_excerptPages = new QStackedWidget(content);
-    auto *delegate = new SnippetRowDelegate(this);
-    m_list = new SnippetList(u"Excerpts"_s, delegate->heightFor(defaultLineCount), m_excerptPages);
-    m_list->setObjectName(u"excerptList"_s);
-    m_list->setItemDelegate(delegate);
-    m_list->setModel(m_model);
+    m_list = SnippetRowDelegate::makeList(u"Excerpts"_s, u"excerptList"_s, defaultLineCount, m_model);
     m_noExcerpts = new EmptyState(u"doc.text.magnifyingglass"_s, iconSize, u"No Excerpts Yet"_s, {}, m_excerptPages);
     m_noExcerpts->setObjectName(u"noExcerpts"_s);
     m_excerptPages->addWidget(m_list);
@@ -85,11 +82,20 @@ QWidget *ExcerptListView::makeContent()
     return content;
 }
 
-const Code *ExcerptListView::code() const
+QVariant ExcerptListView::describe(const ExcerptHit &hit, int role) const
 {
-    const QList<Code> &codes = m_store.codes().get();
-    const auto found = std::ranges::find(codes, m_codeID, &Code::id);
-    return found == codes.end() ? nullptr : &*found;
+    switch (role) {
+    case Qt::DisplayRole:
+        return hit.snippet.beginning(SnippetRowDelegate::maxUnits);
+    case Qt::AccessibleTextRole:
+        return u"%1, %2"_s.arg(hit.snippet.toString(), hit.documentTitle);
+    case SnippetRowDelegate::documentTitleRole:
+        return hit.documentTitle;
+    case SnippetRowDelegate::dotColorsRole:
+        return QVariant::fromValue(QList{m_color});
+    default:
+        return {};
+    }
 }
 
 void ExcerptListView::setCodeID(const QUuid &codeID)
@@ -99,10 +105,9 @@ void ExcerptListView::setCodeID(const QUuid &codeID)
     m_memo->finish();
     m_codeID = codeID;
     m_excerptsAreStale = true;
-    m_list->setCurrentInPlace({}, QItemSelectionModel::NoUpdate);
     renderMemo();
     invalidate();
-    m_list->scrollToTop();
+    m_list->startAnew();
 }
 
 void ExcerptListView::noteCodings()
@@ -122,11 +127,11 @@ void ExcerptListView::noteDocuments()
 void ExcerptListView::render()
 {
     renderMemo();
-    const Code *shown = code();
-    m_title->setText(shown != nullptr ? shown->name : QString());
-    if (shown != nullptr)
+    const std::optional<Code> shown = StoreLookup::code(m_store, m_codeID);
+    m_title->setText(shown ? shown->name : QString());
+    if (shown)
         renderExcerpts(*shown);
-    m_pages->setCurrentWidget(shown != nullptr ? m_content : m_notFound);
+    m_pages->setCurrentWidget(shown ? m_content : m_notFound);
 }
 
 void ExcerptListView::renderMemo()
@@ -135,35 +140,29 @@ void ExcerptListView::renderMemo()
     const bool isAnother = m_memoCodeID != m_codeID;
     if (!memo && !isAnother)
         return;
-    if (isAnother || *memo != m_memo->text()) // it may come from elsewhere
+    if (isAnother || *memo != m_memo->text()) // another program may have written it
         m_memo->setText(memo.value_or(QString()));
     m_memoCodeID = memo ? m_codeID : QUuid();
 }
 
 void ExcerptListView::renderExcerpts(const Code &code)
 {
-    m_model->setColor(CodeColor::orAccent(code.colorHex));
+    m_color = CodeColor::orAccent(code.colorHex);
     m_list->viewport()->update();
     m_noExcerpts->setDescription(
         u"Select text in a document and add “%1”\nto see its excerpts here."_s.arg(shortened(code.name)));
     if (!std::exchange(m_excerptsAreStale, false))
         return;
     m_documents = m_store.documents().get();
-    m_model->setHits(m_store.excerpts(m_codeID));
+    m_model->setItems(m_store.excerpts(m_codeID));
     m_excerptPages->setCurrentWidget(m_model->rowCount() > 0 ? static_cast<QWidget *>(m_list) : m_noExcerpts);
 }
 
 void ExcerptListView::saveMemo(const QString &memo)
 {
-    const Code *shown = code();
-    if (shown == nullptr || m_memoCodeID != m_codeID)
+    const std::optional<Code> shown = StoreLookup::code(m_store, m_codeID);
+    if (!shown || m_memoCodeID != m_codeID)
         return;
     if (m_store.codeMemo(m_codeID) != memo || !m_store.isMemoWritten(m_codeID))
         m_store.setCodeMemo(*shown, memo);
-}
-
-void ExcerptListView::reveal(const QModelIndex &index)
-{
-    const ExcerptHit hit = m_model->hit(index); // the list may change under it
-    m_store.reveal(hit);
 }

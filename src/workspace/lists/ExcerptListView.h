@@ -1,12 +1,14 @@
 #pragma once
 
 #include "kit/lists/ListColumn.h"
+#include "kit/lists/ListModel.h"
 #include "records/Document.h"
+#include "records/ExcerptHit.h"
 
+#include <QColor>
 #include <QUuid>
 
 class EmptyState;
-class ExcerptListModel;
 class LibraryStore;
 class MemoBar;
 class SnippetList;
@@ -20,7 +22,7 @@ class ExcerptListView final : public ListColumn {
 public:
     explicit ExcerptListView(LibraryStore &store, QWidget *parent = nullptr);
 
-    /// Shows another code. There need be none of that id.
+    /// Shows another code. Without a code of that id the view says so.
     void setCodeID(const QUuid &codeID);
 
 protected:
@@ -28,23 +30,22 @@ protected:
 
 private:
     [[nodiscard]] QWidget *makeContent();
-    /// Absent when there is no such code, or no longer.
-    [[nodiscard]] const Code *code() const;
+    [[nodiscard]] QVariant describe(const ExcerptHit &hit, int role) const;
 
     void renderMemo();
     void renderExcerpts(const Code &code);
     void noteCodings();
     void noteDocuments();
     void saveMemo(const QString &memo);
-    void reveal(const QModelIndex &index);
 
     LibraryStore &m_store;
     QUuid m_codeID;
-    QUuid m_memoCodeID; ///< whose memo the bar shows; null before it was there to be read
-    QList<Document> m_documents; ///< as they were when the passages were last asked for
+    QUuid m_memoCodeID; ///< whose memo the bar shows; null until that code exists
+    QList<Document> m_documents; ///< as they were when the passages were last read
     bool m_excerptsAreStale = true;
 
-    ExcerptListModel *m_model;
+    QColor m_color; ///< of the dots of all rows
+    ListModel<QList<ExcerptHit>> *m_model;
     ElidedLabel *m_title;
     MemoBar *m_memo = nullptr;
     SnippetList *m_list = nullptr;

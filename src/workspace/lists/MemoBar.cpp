@@ -3,6 +3,7 @@
 #include "kit/controls/PlainButton.h"
 #include "kit/controls/TextWrapping.h"
 #include "kit/controls/Transition.h"
+#include "kit/lists/RowLine.h"
 #include "kit/theme/Fonts.h"
 #include "kit/theme/Symbols.h"
 #include "kit/theme/Theme.h"
@@ -10,16 +11,17 @@
 #include "platform/UnpairedSurrogates.h"
 #include "records/TextTrimming.h"
 
+#include <QCoreApplication>
 #include <QFontMetrics>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QHideEvent>
 #include <QInputMethod>
+#include <QInputMethodEvent>
 #include <QMimeData>
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
-#include <QStyle>
 #include <QTextBlock>
 #include <QTextEdit>
 #include <QTextLayout>
@@ -44,10 +46,10 @@ constexpr int paddingBelow = 5;
 constexpr int iconSide = 11;
 constexpr int iconGap = 5;
 
-/// "Memo" with its icon. The editor has the name for screen readers.
+/// "Memo" with its icon. Screen readers find the name at the editor.
 class MemoLabel final : public QWidget {
 public:
-    MemoLabel(QString label, QWidget *parent) : QWidget(parent), m_label(std::move(label))
+    explicit MemoLabel(QWidget *parent) : QWidget(parent)
     {
         setFont(Fonts::caption());
         setFixedHeight(std::max(labelHeight, fontMetrics().height()));
@@ -56,22 +58,16 @@ public:
 protected:
     void paintEvent(QPaintEvent *) override
     {
-        QPainter painter(this);
         const QColor &color = Theme::colors().secondary;
-        const auto placed = [this](const QRect &part) { return QStyle::visualRect(layoutDirection(), rect(), part); };
-        const QRect icon(MemoBar::labelInset, (height() - iconSide) / 2, iconSide, iconSide);
-        const QRect text = rect().adjusted(icon.right() + 1 + iconGap, 0, 0, 0);
-        Symbols::paint(painter, placed(icon), u"note.text"_s, color, Symbols::semiboldStroke);
-        painter.setPen(color);
-        painter.drawText(
-            placed(text), int(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter)), m_label);
+        QPainter painter(this);
+        RowLine line(&painter, rect(), layoutDirection());
+        line.skip(MemoBar::labelInset);
+        line.symbol(u"note.text"_s, color, iconSide, iconGap, Symbols::semiboldStroke);
+        line.text(u"Memo"_s, font(), color);
     }
-
-private:
-    QString m_label;
 };
 
-/// The units of an editor as they come back from the file: lines end in one way, and no half of a pair stands alone.
+/// An editor's text as it is stored: with line feeds, and without unpaired surrogates.
 QString asStored(QString units)
 {
     for (const QChar::SpecialCharacter separator : {QChar::ParagraphSeparator, QChar::LineSeparator})
@@ -114,7 +110,7 @@ protected:
     }
 };
 
-/// Lines are a little further apart than the font wants them. New paragraphs inherit it.
+/// Puts lines a little further apart than the font does. New paragraphs inherit it.
 void spreadLines(QTextDocument &document, const QFont &font)
 {
     QTextBlockFormat format;
@@ -137,6 +133,7 @@ MemoBar::MemoBar(const QString &placeholder, QWidget *parent)
     column->addWidget(m_button, 0, Qt::AlignLeading);
     column->addWidget(m_editor);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    m_edit->setAccessibleName(placeholder.chopped(1)); // of a code or a document, without the ellipsis
     connect(m_button, &QPushButton::clicked, this, &MemoBar::expand);
     connect(m_edit, &QTextEdit::textChanged, this, &MemoBar::takeText);
     showFitting(Pace::atOnce);
@@ -147,11 +144,10 @@ QWidget *MemoBar::makeEditor()
     auto *editor = new QWidget(this);
     m_edit = new MemoEditor(editor);
     m_edit->setObjectName(u"memo"_s);
-    m_edit->setAccessibleName(u"Memo"_s);
     auto *column = new QVBoxLayout(editor);
     column->setContentsMargins(0, paddingAbove, 0, paddingBelow);
     column->setSpacing(labelGap);
-    column->addWidget(new MemoLabel(u"Memo"_s, editor));
+    column->addWidget(new MemoLabel(editor));
     auto *row = new QHBoxLayout;
     row->addWidget(m_edit);
     column->addLayout(row);
@@ -169,11 +165,11 @@ bool MemoBar::hasContent() const
     return !TextTrimming::trimmed(m_text).isEmpty();
 }
 
-/// A word in the making is no text yet, though it may have replaced all there was.
-bool MemoBar::isComposing() const
+/// What an input method has in the making. It isn't part of the text yet, though it may have replaced all there was.
+QString MemoBar::composedWord() const
 {
     const QTextLayout *layout = m_edit->textCursor().block().layout();
-    return layout != nullptr && !layout->preeditAreaText().isEmpty();
+    return layout != nullptr ? layout->preeditAreaText() : QString();
 }
 
 void MemoBar::setText(const QString &text)
@@ -185,15 +181,20 @@ void MemoBar::setText(const QString &text)
 
 void MemoBar::finish()
 {
-    if (m_isFinishing) // an input method may still have a word that it has just sent
+    if (m_isFinishing) // committing a word ends here again
         return;
     const QScopedValueRollback finishing(m_isFinishing, true);
     if (m_edit->hasFocus())
         QGuiApplication::inputMethod()->commit();
+    if (const QString word = composedWord(); !word.isEmpty()) { // not every input method does it
+        QInputMethodEvent event;
+        event.setCommitString(word);
+        QCoreApplication::sendEvent(m_edit, &event);
+    }
     commit();
 }
 
-/// Who hears of it may show another memo here.
+/// Works on a copy, since a receiver may show another memo here.
 void MemoBar::commit()
 {
     const QString text = m_text;
@@ -202,7 +203,7 @@ void MemoBar::commit()
 
 void MemoBar::writeIntoEditor()
 {
-    const QSignalBlocker quietly(m_edit); // some input methods commit what they are told to forget
+    const QSignalBlocker quietly(m_edit); // some input methods commit a word when they are reset
     if (m_edit->hasFocus())
         QGuiApplication::inputMethod()->reset();
     static_cast<MemoEditor *>(m_edit)->showMemo(m_text);
@@ -212,7 +213,7 @@ void MemoBar::writeIntoEditor()
 
 void MemoBar::takeText()
 {
-    const QString units = m_edit->document()->toRawText(); // unlike plain text with its no-break spaces
+    const QString units = m_edit->document()->toRawText(); // toPlainText() would turn no-break spaces into blanks
     const QString text = asStored(units);
     keepAsStored(units, text);
     if (text == m_text)
@@ -222,7 +223,7 @@ void MemoBar::takeText()
     showFitting(Pace::fading);
 }
 
-/// What is shown stays what is stored, to the unit, also when it's undone.
+/// Replaces in the editor the units that are stored differently, as part of the same step of undoing.
 void MemoBar::keepAsStored(const QString &units, const QString &text)
 {
     std::vector<int> differing;
@@ -252,7 +253,7 @@ void MemoBar::expand()
 
 void MemoBar::showFitting(Pace pace)
 {
-    const bool showsEditor = m_isExpanded || hasContent() || isComposing();
+    const bool showsEditor = m_isExpanded || hasContent() || !composedWord().isEmpty();
     const bool hadFocus = m_edit->hasFocus();
     m_button->setVisible(!showsEditor);
     if (pace == Pace::atOnce)

@@ -5,8 +5,8 @@
 class PlainButton;
 class QTextEdit;
 
-/// A memo below a heading: a quiet button while there is none, an editor once there is one or it is wanted. Every
-/// change that the user makes is committed at once.
+/// A memo below a heading: a quiet button while there is none, and an editor once there is one or the user opens it.
+/// Every change that the user makes is committed at once.
 class MemoBar final : public QWidget {
     Q_OBJECT
 
@@ -14,23 +14,22 @@ public:
     /// How far icon and label stand from the bar's leading edge, in logical pixels.
     static constexpr int labelInset = 8;
 
-    /// `placeholder` labels the button.
+    /// `placeholder` labels the button; without the ellipsis at its end it is the editor's accessible name.
     explicit MemoBar(const QString &placeholder, QWidget *parent = nullptr);
 
-    /// As it was set or typed, to the last unit.
+    /// As it was set or typed, unchanged.
     [[nodiscard]] const QString &text() const { return m_text; }
 
-    /// Shows the memo of another thing, or another memo. Commits nothing; what was typed before can't be undone into
-    /// it.
+    /// Shows the memo of something else, or another memo. Commits nothing, and clears the steps of undoing.
     void setText(const QString &text);
-    /// Commits once more, with the word that is being composed: before the memo of another thing is shown, while it's
-    /// still known whose memo this is.
+    /// Commits once more, with the word that an input method has in the making. Call it before the memo of something
+    /// else is shown.
     void finish();
     /// Moves the editor's leading edge in, in logical pixels, so that it can meet the label.
     void setEditorInset(int inset);
 
 Q_SIGNALS:
-    /// After each change by the user, and once more when the bar is finished with or disappears.
+    /// After each change by the user, and once more on `finish` and when the bar is hidden.
     void committed(const QString &text);
 
 protected:
@@ -39,7 +38,7 @@ protected:
 private:
     [[nodiscard]] QWidget *makeEditor();
     [[nodiscard]] bool hasContent() const;
-    [[nodiscard]] bool isComposing() const;
+    [[nodiscard]] QString composedWord() const;
     void expand();
     void commit();
     void takeText();

@@ -3,15 +3,21 @@
 #include "kit/controls/Capsule.h"
 #include "kit/controls/Hairline.h"
 #include "kit/controls/Paragraph.h"
+#include "kit/lists/RowDelegate.h"
+#include "kit/lists/RowList.h"
+#include "kit/lists/RowText.h"
+#include "kit/theme/CodeColor.h"
 #include "kit/theme/Fonts.h"
 #include "kit/theme/Metrics.h"
+#include "kit/theme/Theme.h"
+#include "kit/theme/ThemeColors.h"
 #include "library/LibraryStore.h"
+#include "records/CharacterTable.h"
 #include "records/NameLength.h"
-#include "workspace/picker/PickerDelegate.h"
-#include "workspace/picker/PickerModel.h"
+#include "records/TextTrimming.h"
 
+#include <QFontMetrics>
 #include <QLineEdit>
-#include <QListView>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -22,8 +28,73 @@ namespace {
 
 constexpr int listPadding = 6;
 constexpr int rowSpacing = 1;
-constexpr int highestList = 250;
+constexpr int maxListHeight = 250;
 constexpr int messageLineHeight = 17;
+
+enum Role {
+    countRole = Qt::UserRole + 1, ///< qint64; absent for the row that creates a code
+    colorRole, ///< QString, as stored
+};
+
+QVariant describe(const PickerRow &row, int role)
+{
+    const std::optional<Code> &code = row.code;
+    switch (role) {
+    case Qt::DisplayRole:
+        return code ? code->name : u"Create “%1”"_s.arg(row.name);
+    case Qt::AccessibleTextRole:
+        return code ? u"%1, %2"_s.arg(code->name, RowText::counted(row.count, u"coded passage"_s))
+                    : describe(row, Qt::DisplayRole);
+    case countRole:
+        return code ? QVariant(row.count) : QVariant();
+    case colorRole:
+        return code ? QVariant(code->colorHex) : QVariant();
+    default:
+        return {};
+    }
+}
+
+/// Paints a dot or a plus, the name, and the count.
+class PickerRows final : public RowDelegate {
+public:
+    explicit PickerRows(QObject *parent)
+        : RowDelegate({.height = Metrics::rowHeightFor(Metrics::pickerRowHeight, QFontMetrics(Fonts::body()).height()),
+                          .radius = Metrics::rowRadius},
+            parent)
+    {
+    }
+
+protected:
+    bool fill(RowLine &line, const QModelIndex &index) const override
+    {
+        constexpr int padding = 8;
+        constexpr int gap = 8;
+        constexpr int plusSide = 11; // centred over the dots
+        line.skipAtEnd(padding);
+        const QVariant count = index.data(countRole);
+        if (count.isValid()) {
+            line.skip(padding);
+            line.dot(CodeColor::orAccent(index.data(colorRole).toString()), Metrics::dotDiameter, gap);
+            line.count(count.toLongLong(), m_countFont, gap);
+        } else {
+            line.skip(padding - 1);
+            line.symbol(u"plus"_s, Theme::colors().text, plusSide, gap - 1, Symbols::semiboldStroke);
+        }
+        const QString name = RowText::oneLine(index.data().toString()).simplified();
+        return line.text(name, m_nameFont, Theme::colors().text);
+    }
+    /// The row that Return takes looks like one under the mouse.
+    [[nodiscard]] RowState stateOf(const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        RowState state = RowDelegate::stateOf(option, index);
+        state.isHovered = state.isHovered || index.row() == 0;
+        return state;
+    }
+
+private:
+    QFont m_nameFont = Fonts::body();
+    QFont m_countFont = Fonts::caption();
+};
 
 } // namespace
 
@@ -32,9 +103,9 @@ CodePickerPopover::CodePickerPopover(LibraryStore &store, Document document, Tex
       m_store(store),
       m_document(std::move(document)),
       m_selection(selection),
-      m_model(new PickerModel(this)),
+      m_model(new ListModel<QList<PickerRow>>(describe, this)),
       m_field(new QLineEdit),
-      m_list(new QListView),
+      m_list(new RowList(u"Codes"_s)),
       m_message(new Paragraph({}, Fonts::callout(), Symbols::Tint::secondary, messageLineHeight))
 {
     setObjectName(u"codePicker"_s);
@@ -42,8 +113,7 @@ CodePickerPopover::CodePickerPopover(LibraryStore &store, Document document, Tex
     buildLayout();
     connect(m_field, &QLineEdit::textChanged, this, &CodePickerPopover::render);
     connect(m_field, &QLineEdit::returnPressed, this, &CodePickerPopover::submit);
-    connect(m_list, &QListView::clicked, this, &CodePickerPopover::choose);
-    connect(m_list, &QListView::activated, this, &CodePickerPopover::choose);
+    connect(m_list, &RowList::acted, this, &CodePickerPopover::choose);
     connect(&m_store.codes(), &Notifier::changed, this, &CodePickerPopover::render);
     connect(&m_store.codeCounts(), &Notifier::changed, this, &CodePickerPopover::render);
     render();
@@ -52,20 +122,15 @@ CodePickerPopover::CodePickerPopover(LibraryStore &store, Document document, Tex
 void CodePickerPopover::buildLayout()
 {
     m_field->setObjectName(u"pickerField"_s);
-    m_field->setMaxLength(maxNameLength); // by itself it cuts earlier, silently
+    m_field->setMaxLength(maxNameLength); // the default limit cuts what is pasted, silently
     m_field->setPlaceholderText(u"Search or create…"_s);
     m_field->setAccessibleName(u"Search or create a code"_s);
     m_list->setObjectName(u"pickerList"_s);
-    m_list->setAccessibleName(u"Codes"_s);
     m_list->setModel(m_model);
-    m_list->setItemDelegate(new PickerDelegate(m_list));
-    m_list->setFrameShape(QFrame::NoFrame);
-    m_list->setSpacing(0);
+    m_list->setItemDelegate(new PickerRows(m_list));
     m_list->setUniformItemSizes(true);
-    m_list->setMouseTracking(true);
-    m_list->viewport()->setAutoFillBackground(false);
-    m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_list->setSelectionMode(QAbstractItemView::NoSelection);
+    m_list->viewport()->setAutoFillBackground(false); // the popover is seen through it
 
     auto *fieldRow = new QVBoxLayout;
     fieldRow->setContentsMargins(10, 8, 10, 8);
@@ -87,9 +152,33 @@ void CodePickerPopover::openAt(const Capsule &bar, const QWidget &button)
     openAbove(bar, button, m_field);
 }
 
+/// The text in the field, trimmed, if no code has that name in any case.
+std::optional<QString> CodePickerPopover::creatableName() const
+{
+    const QString name = TextTrimming::trimmed(m_field->text()).toString();
+    const QString lowered = CharacterTable::lowered(name);
+    const bool isTaken = std::ranges::any_of(
+        m_store.codes().get(), [&](const Code &code) { return CharacterTable::lowered(code.name) == lowered; });
+    return name.isEmpty() || isTaken ? std::nullopt : std::optional(name);
+}
+
+/// Perhaps a row that creates a code, and the codes whose names hold the text.
+QList<PickerRow> CodePickerPopover::rows() const
+{
+    QList<PickerRow> rows;
+    if (const std::optional<QString> name = creatableName())
+        rows.append({.code = {}, .name = *name});
+    const QString lowered = CharacterTable::lowered(TextTrimming::trimmed(m_field->text()).toString());
+    for (const Code &code : m_store.codes().get()) {
+        if (CharacterTable::lowered(code.name).contains(lowered))
+            rows.append({.code = code, .name = {}, .count = m_store.codeCounts()->value(code.id)});
+    }
+    return rows;
+}
+
 void CodePickerPopover::render()
 {
-    m_model->show(m_field->text(), m_store.codes().get(), m_store.codeCounts().get());
+    m_model->setItems(rows());
     const bool isEmpty = m_model->rowCount() == 0;
     m_message->setText(m_store.codes()->isEmpty() ? u"No codes yet — type a name above to create the first one."_s
                                                   : u"No matching code."_s);
@@ -101,43 +190,29 @@ void CodePickerPopover::render()
 void CodePickerPopover::fitList()
 {
     const int rowHeight = m_list->itemDelegate()->sizeHint({}, {}).height() + rowSpacing;
-    const int wanted = int(std::min<qint64>(qint64(rowHeight) * m_model->rowCount(), highestList));
+    const int wanted = int(std::min<qint64>(qint64(rowHeight) * m_model->rowCount(), maxListHeight));
     m_list->setFixedHeight(std::max(wanted, rowHeight));
     if (isVisible())
         place();
 }
 
-void CodePickerPopover::choose(const QModelIndex &index)
-{
-    if (const std::optional<Code> code = m_model->codeAt(index.row()))
-        assign(*code);
-    else
-        static_cast<void>(createAndAssign());
-}
-
-/// A name that no code bears is created, even if longer names that hold it are listed.
+/// Return takes the first row, which creates a new name even if longer names contain it.
 void CodePickerPopover::submit()
 {
-    if (createAndAssign() || m_model->filteredCodes().isEmpty())
-        return;
-    assign(m_model->filteredCodes().first());
+    if (m_model->rowCount() > 0)
+        choose(m_model->index(0));
 }
 
-bool CodePickerPopover::createAndAssign()
+void CodePickerPopover::choose(const QModelIndex &index)
 {
-    const std::optional<QString> name = m_model->creatableName();
-    const std::optional<Code> code = name ? m_store.createCode(*name) : std::nullopt;
-    if (!code)
-        return false;
-    assign(*code);
-    return true;
+    const PickerRow row = m_model->item(index);
+    if (const std::optional<Code> code = row.code ? row.code : m_store.createCode(row.name))
+        assign(*code);
 }
 
 void CodePickerPopover::assign(const Code &code)
 {
-    // The model's list changes while the store assigns it.
-    const Code assignedCode = code; // NOLINT(performance-unnecessary-copy-initialization)
-    m_store.assignCode(assignedCode, m_document, m_selection);
+    m_store.assignCode(code, m_document, m_selection);
     Q_EMIT assigned();
     close();
 }

@@ -1,19 +1,32 @@
 #pragma once
 
 #include "kit/controls/Popover.h"
+#include "kit/lists/ListModel.h"
+#include "records/Code.h"
 #include "records/Document.h"
 #include "records/TextRange.h"
+
+#include <QList>
+
+#include <optional>
 
 class Capsule;
 class LibraryStore;
 class Paragraph;
-struct Code;
-class PickerModel;
+class RowList;
 class QLineEdit;
-class QListView;
 
-/// A small list over the selected passage: one field that filters the codes and names a new one. Return or a click
-/// codes the passage, creating the code first where there is none of that name.
+/// A code to choose, or the name of one to create.
+struct PickerRow {
+    std::optional<Code> code;
+    QString name; ///< of a code that isn't there yet
+    qint64 count = 0; ///< the code's passages
+
+    bool operator==(const PickerRow &) const = default;
+};
+
+/// A field that filters the codes or names a new one, over a list of the codes. Return or a click codes the selected
+/// passage, and creates the code first if there is none of that name.
 class CodePickerPopover final : public Popover {
     Q_OBJECT
 
@@ -33,14 +46,15 @@ private:
     void fitList();
     void choose(const QModelIndex &index);
     void submit();
-    [[nodiscard]] bool createAndAssign();
+    [[nodiscard]] std::optional<QString> creatableName() const;
+    [[nodiscard]] QList<PickerRow> rows() const;
     void assign(const Code &code);
 
     LibraryStore &m_store;
     Document m_document;
     TextRange m_selection;
-    PickerModel *m_model;
+    ListModel<QList<PickerRow>> *m_model;
     QLineEdit *m_field;
-    QListView *m_list;
+    RowList *m_list;
     Paragraph *m_message;
 };

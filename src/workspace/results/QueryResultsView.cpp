@@ -2,97 +2,93 @@
 
 #include "kit/controls/ElidedLabel.h"
 #include "kit/controls/EmptyState.h"
-#include "kit/controls/Hairline.h"
-#include "kit/controls/PlainButton.h"
-#include "kit/lists/ListMetrics.h"
+#include "kit/lists/RowText.h"
 #include "kit/lists/SnippetList.h"
 #include "kit/lists/SnippetRowDelegate.h"
-#include "kit/theme/Fonts.h"
+#include "kit/theme/CodeColor.h"
 #include "library/LibraryStore.h"
-#include "platform/LocaleText.h"
-#include "workspace/results/QueryResultsModel.h"
 #include "workspace/results/QuerySummary.h"
+#include "workspace/results/ResultPage.h"
 
-#include <QHBoxLayout>
-#include <QStackedWidget>
+#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-constexpr int iconSize = 34;
-constexpr int defaultLineCount = 2;
-constexpr int headerSpacing = 4;
-constexpr int headerBottom = 10;
-
-} // namespace
 
 QueryResultsView::QueryResultsView(LibraryStore &store, QWidget *parent)
     : ListColumn(parent),
       m_store(store),
-      m_model(new QueryResultsModel(this)),
-      m_summary(new QuerySummary(this)),
-      m_count(new ElidedLabel({}, Fonts::caption(), Symbols::Tint::secondary, this)),
-      m_pages(new QStackedWidget(this))
+      m_model(new ListModel<QList<QueryResult>>(
+          [this](const QueryResult &result, int role) { return describe(result, role); }, this)),
+      m_summary(new QuerySummary)
 {
     addBackButton([this] { m_store.goToDocuments(); });
-    addHeader();
-    addPages();
+    addPage();
     connect(&m_store.queryResults(), &Notifier::changed, this, &QueryResultsView::invalidate);
     connect(&m_store.activeQuery(), &Notifier::changed, this, &QueryResultsView::invalidate);
     connect(&m_store.codes(), &Notifier::changed, this, &QueryResultsView::invalidate);
-    connect(m_list, &RowList::acted, this, &QueryResultsView::reveal);
+    connect(&m_page->list(), &RowList::acted, this,
+        [this](const QModelIndex &index) { m_store.reveal(m_model->item(index)); });
 }
 
-void QueryResultsView::addHeader()
+void QueryResultsView::addPage()
 {
+    constexpr int iconSize = 34;
+    constexpr int defaultLineCount = 2;
+    constexpr int spacing = 4;
+    auto *noMatches = new EmptyState(u"text.magnifyingglass"_s, iconSize, u"No Matches"_s,
+        u"No passages match this query.\nTry “Any of the codes”, fewer codes, or a different filter."_s);
+    noMatches->setObjectName(u"noMatches"_s);
     m_summary->setObjectName(u"querySummary"_s);
-    m_count->setObjectName(u"passageCount"_s);
-    auto *header = new QVBoxLayout;
-    header->setContentsMargins(ListMetrics::contentInset, 0, ListMetrics::contentInset, headerBottom);
-    header->setSpacing(headerSpacing);
-    header->addWidget(m_summary);
-    header->addWidget(m_count);
-    body().addLayout(header);
-    body().addWidget(new Hairline(Hairline::Place::surface, Qt::Horizontal, this));
-}
-
-void QueryResultsView::addPages()
-{
-    auto *delegate = new SnippetRowDelegate(this);
-    m_list = new SnippetList(u"Passages"_s, delegate->heightFor(defaultLineCount), m_pages);
-    m_list->setObjectName(u"resultList"_s);
-    m_list->setItemDelegate(delegate);
-    m_list->setModel(m_model);
-    m_noMatches = new EmptyState(u"text.magnifyingglass"_s, iconSize, u"No Matches"_s,
-        u"No passages match this query.\nTry “Any of the codes”, fewer codes, or a different filter."_s, m_pages);
-    m_noMatches->setObjectName(u"noMatches"_s);
-    m_pages->addWidget(m_list);
-    m_pages->addWidget(m_noMatches);
-    body().addWidget(m_pages, 1);
+    m_page = new ResultPage(m_summary, spacing,
+        SnippetRowDelegate::makeList(u"Passages"_s, u"resultList"_s, defaultLineCount, m_model), noMatches);
+    m_page->count().setObjectName(u"passageCount"_s);
+    body().addWidget(m_page);
 }
 
 void QueryResultsView::render()
 {
     m_summary->setText(m_store.querySummary());
-    m_model->setCodes(m_store.codes().get());
-    m_list->viewport()->update();
-    renderResults();
+    m_codes.clear();
+    for (const Code &code : m_store.codes().get())
+        m_codes.insert(code.id, code);
+    if (m_model->setItems(m_store.queryResults().get()))
+        m_page->list().startAnew();
+    m_page->list().viewport()->update(); // codes may have other colours
+    m_page->renderCount(RowText::counted(m_model->rowCount(), u"passage"_s));
 }
 
-void QueryResultsView::renderResults()
+QVariant QueryResultsView::describe(const QueryResult &result, int role) const
 {
-    const QList<QueryResult> &results = m_store.queryResults().get();
-    m_count->setText(LocaleText::number(results.size()) + (results.size() == 1 ? u" passage"_s : u" passages"_s));
-    m_pages->setCurrentWidget(results.isEmpty() ? static_cast<QWidget *>(m_noMatches) : m_list);
-    if (!m_model->setResults(results))
-        return;
-    m_list->setCurrentInPlace({}, QItemSelectionModel::NoUpdate);
-    m_list->scrollToTop();
+    switch (role) {
+    case Qt::DisplayRole:
+        return result.snippet.beginning(SnippetRowDelegate::maxUnits);
+    case Qt::AccessibleTextRole:
+        return spoken(result);
+    case SnippetRowDelegate::documentTitleRole:
+        return result.documentTitle;
+    case SnippetRowDelegate::dotColorsRole:
+        return QVariant::fromValue(dotsOf(result));
+    default:
+        return {};
+    }
 }
 
-void QueryResultsView::reveal(const QModelIndex &index)
+/// Codes that are gone have dots all the same.
+QList<QColor> QueryResultsView::dotsOf(const QueryResult &result) const
 {
-    const QueryResult result = m_model->result(index); // the list may change under it
-    m_store.reveal(result);
+    QList<QColor> colors;
+    for (const QUuid &codeID : result.codeIDs.first(std::min(result.codeIDs.size(), SnippetRowDelegate::maxDots)))
+        colors.append(CodeColor::orAccent(m_codes.value(codeID).colorHex));
+    return colors;
+}
+
+/// The passage, its document, and the names of its codes, since dots can't be heard.
+QString QueryResultsView::spoken(const QueryResult &result) const
+{
+    QStringList parts{result.snippet.toString(), result.documentTitle};
+    for (const QUuid &codeID : result.codeIDs) {
+        if (const auto code = m_codes.constFind(codeID); code != m_codes.constEnd())
+            parts.append(code->name);
+    }
+    return parts.join(u", "_s);
 }

@@ -1,13 +1,16 @@
 #pragma once
 
+#include "analysis/QueryResult.h"
 #include "kit/lists/ListColumn.h"
+#include "kit/lists/ListModel.h"
+#include "records/Code.h"
 
-class EmptyState;
+#include <QColor>
+#include <QHash>
+
 class LibraryStore;
-class QueryResultsModel;
 class QuerySummary;
-class SnippetList;
-class QStackedWidget;
+class ResultPage;
 
 /// The last query in words, and every passage that it found.
 class QueryResultsView final : public ListColumn {
@@ -20,16 +23,14 @@ protected:
     void render() override;
 
 private:
-    void addHeader();
-    void addPages();
-    void renderResults();
-    void reveal(const QModelIndex &index);
+    void addPage();
+    [[nodiscard]] QVariant describe(const QueryResult &result, int role) const;
+    [[nodiscard]] QList<QColor> dotsOf(const QueryResult &result) const;
+    [[nodiscard]] QString spoken(const QueryResult &result) const;
 
     LibraryStore &m_store;
-    QueryResultsModel *m_model;
+    QHash<QUuid, Code> m_codes;
+    ListModel<QList<QueryResult>> *m_model;
     QuerySummary *m_summary;
-    ElidedLabel *m_count;
-    QStackedWidget *m_pages;
-    SnippetList *m_list = nullptr;
-    EmptyState *m_noMatches = nullptr;
+    ResultPage *m_page = nullptr;
 };

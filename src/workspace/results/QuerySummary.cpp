@@ -1,12 +1,12 @@
 #include "workspace/results/QuerySummary.h"
 
-#include "kit/lists/ListMetrics.h"
 #include "kit/lists/SnippetLayout.h"
 #include "kit/theme/Fonts.h"
 #include "kit/theme/Theme.h"
 #include "kit/theme/ThemeColors.h"
 
 #include <QPainter>
+#include <QResizeEvent>
 
 namespace {
 
@@ -18,9 +18,7 @@ constexpr int maxLineCount = 2;
 QuerySummary::QuerySummary(QWidget *parent) : QWidget(parent)
 {
     setFont(Fonts::callout());
-    QSizePolicy policy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    policy.setHeightForWidth(true);
-    setSizePolicy(policy);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
 }
 
 void QuerySummary::setText(const QString &text)
@@ -29,38 +27,36 @@ void QuerySummary::setText(const QString &text)
         return;
     m_text = text;
     setAccessibleName(text);
-    updateGeometry();
+    fitHeight();
     update();
 }
 
-SnippetLayout QuerySummary::layOut(int width) const
+SnippetLayout QuerySummary::layOut() const
 {
     return {m_text,
         {.font = font(),
-            .width = width,
+            .width = width(),
             .lineHeight = lineHeight,
             .maxLineCount = maxLineCount,
             .direction = layoutDirection()}};
 }
 
-int QuerySummary::heightForWidth(int width) const
+/// Not left to heightForWidth(): the column's layout, asked for another width, cut the second line off.
+void QuerySummary::fitHeight()
 {
-    return layOut(width).height();
+    setFixedHeight(layOut().height());
 }
 
-QSize QuerySummary::sizeHint() const
+void QuerySummary::resizeEvent(QResizeEvent *event)
 {
-    return {ListMetrics::defaultColumnWidth, heightForWidth(ListMetrics::defaultColumnWidth)};
-}
-
-QSize QuerySummary::minimumSizeHint() const
-{
-    return {0, SnippetLayout::lineHeightOf({.font = font(), .lineHeight = lineHeight})};
+    QWidget::resizeEvent(event);
+    if (event->size().width() != event->oldSize().width())
+        fitHeight();
 }
 
 void QuerySummary::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setPen(Theme::colors().text);
-    layOut(width()).draw(painter, {});
+    layOut().draw(painter, {});
 }

@@ -9,28 +9,26 @@ class QStackedWidget;
 class QVBoxLayout;
 class RowList;
 
-/// What was found: a header that says what for and how much, and below it the list, or a panel when it is empty.
+/// A header with what was searched for and how much was found, and below it the list, or a panel when that is empty.
 class ResultPage final : public QWidget {
     Q_OBJECT
 
 public:
-    /// Takes both as its children.
-    ResultPage(RowList *list, EmptyState *empty, QWidget *parent = nullptr);
+    /// Takes all three as its children. `spacing` below the title is in logical pixels.
+    ResultPage(QWidget *title, int spacing, RowList *list, EmptyState *empty);
 
     [[nodiscard]] RowList &list() const { return *m_list; }
+    [[nodiscard]] ElidedLabel &count() const { return *m_count; }
 
     /// Puts a row above the header, `gapBelow` logical pixels away from it.
     void addTopRow(QHBoxLayout *row, int gapBelow);
-    /// Keeps the header that far away from the page's upper edge.
+    /// In logical pixels.
     void setTopPadding(int padding);
-    /// Shows the panel if the list is empty.
-    void render(const QString &title, const QString &count);
-    /// Gives the focus to the list, or to the page's button if the list is empty.
-    void takeFocus(Qt::FocusReason reason);
+    /// Says how much was found, and shows the panel if the list is empty.
+    void renderCount(const QString &count);
 
 private:
     QVBoxLayout *m_column;
-    ElidedLabel *m_title;
     ElidedLabel *m_count;
     QStackedWidget *m_pages;
     RowList *m_list;

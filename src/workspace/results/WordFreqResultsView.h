@@ -1,16 +1,14 @@
 #pragma once
 
+#include "analysis/OccurrenceList.h"
 #include "kit/lists/ListColumn.h"
+#include "kit/lists/ListModel.h"
 
 class LibraryStore;
-class OccurrenceListModel;
 class ResultPage;
-class TermListModel;
-class QModelIndex;
 class QStackedWidget;
 
-/// The most frequent terms of the last count, or once a term is chosen, the places where it stands. Which of the two is
-/// shown follows the store's chosen term alone.
+/// The most frequent terms of the last count, or, while the store has a chosen term, the places where that occurs.
 class WordFreqResultsView final : public ListColumn {
     Q_OBJECT
 
@@ -27,12 +25,16 @@ private:
     void renderOccurrences(const QString &term);
     void chooseTerm(const QModelIndex &index);
     void goToTerms(Qt::FocusReason reason);
-    void reveal(const QModelIndex &index);
+    [[nodiscard]] QVariant describeTerm(const WordFrequency::Item &item, int role) const;
+    [[nodiscard]] QVariant describeOccurrence(const WordFrequency::Occurrence &place, int role) const;
 
     LibraryStore &m_store;
-    TermListModel *m_terms;
-    OccurrenceListModel *m_occurrences;
+    QString m_shownTerm; ///< whose occurrences are listed
+    ListModel<QList<WordFrequency::Item>> *m_terms;
+    ListModel<OccurrenceList> *m_occurrences;
     QStackedWidget *m_pages;
+    ElidedLabel *m_scope = nullptr;
+    ElidedLabel *m_term = nullptr;
     ResultPage *m_termPage = nullptr;
     ResultPage *m_occurrencePage = nullptr;
 };

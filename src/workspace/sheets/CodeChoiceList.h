@@ -1,27 +1,46 @@
 #pragma once
 
+#include "kit/lists/ListModel.h"
 #include "kit/lists/RowList.h"
+#include "records/FlatCode.h"
 
-class CodeChoiceDelegate;
-class CodeChoiceModel;
+#include <QHash>
+#include <QSet>
 
-/// Toggle rows, one for each code. A click or Space toggles a row; Return is left to the sheet. As high as its rows, up
-/// to a limit, beyond which it scrolls.
+/// A code to choose, with the count of its passages.
+struct CodeChoice {
+    FlatCode line;
+    qint64 count = 0;
+
+    bool operator==(const CodeChoice &) const = default;
+};
+
+/// Rows to check, one for each code in the order of their tree. A click or Space checks a row; Return is left to the
+/// sheet. As high as its rows, up to a limit, beyond which it scrolls.
 class CodeChoiceList final : public RowList {
     Q_OBJECT
 
 public:
-    /// `model` must outlive this.
-    explicit CodeChoiceList(CodeChoiceModel &model, QWidget *parent = nullptr);
+    explicit CodeChoiceList(QWidget *parent = nullptr);
+
+    [[nodiscard]] qsizetype chosenCount() const { return m_chosen.size(); }
+    /// In the order of the tree.
+    [[nodiscard]] QList<QUuid> chosenIDs() const;
+    /// Codes that were chosen and are still there stay chosen.
+    void setCodes(const QList<FlatCode> &codes, const QHash<QUuid, qint64> &counts);
+
+Q_SIGNALS:
+    void chosenCountChanged();
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
 
 private:
-    void fit();
+    [[nodiscard]] QVariant describe(const CodeChoice &choice, int role) const;
+    void fitHeight();
     void toggle(const QModelIndex &index);
 
-    CodeChoiceModel &m_model;
-    CodeChoiceDelegate *m_delegate;
+    QSet<QUuid> m_chosen;
+    ListModel<QList<CodeChoice>> *m_codes;
 };

@@ -7,7 +7,6 @@
 #include "library/LibraryStore.h"
 #include "platform/LocaleText.h"
 #include "workspace/sheets/CodeChoiceList.h"
-#include "workspace/sheets/CodeChoiceModel.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -46,7 +45,6 @@ QuerySheet::QuerySheet(LibraryStore &store, QWidget &window)
     : FormSheet(window, u"Compound Query"_s, sheetWidth, padding,
         u"Find passages across your codes — together or one by one."_s),
       m_store(store),
-      m_codes(new CodeChoiceModel(this)),
       m_mode(new SegmentedControl(modeLabels(), this)),
       m_textFilter(new QLineEdit(this))
 {
@@ -61,7 +59,7 @@ QuerySheet::QuerySheet(LibraryStore &store, QWidget &window)
 
     connect(&m_store.codes(), &Notifier::changed, this, &QuerySheet::renderCodes);
     connect(&m_store.codeCounts(), &Notifier::changed, this, &QuerySheet::renderCodes);
-    connect(m_codes, &CodeChoiceModel::chosenCountChanged, this, &QuerySheet::renderChoice);
+    connect(m_list, &CodeChoiceList::chosenCountChanged, this, &QuerySheet::renderChoice);
     connect(m_mode, &SegmentedControl::currentIndexChanged, this, &QuerySheet::renderChoice);
     renderCodes();
 }
@@ -83,7 +81,7 @@ void QuerySheet::addCodes()
 {
     rows().addSpacing(spacingOfGroups);
     rows().addWidget(new Paragraph(u"Codes"_s, Fonts::sectionHead(), Symbols::Tint::secondary, captionHeight, this));
-    m_list = new CodeChoiceList(*m_codes, this);
+    m_list = new CodeChoiceList(this);
     m_list->setObjectName(u"codeChoices"_s);
     m_noCodes = new Paragraph(
         u"No codes yet — code some passages first."_s, Fonts::callout(), Symbols::Tint::secondary, calloutHeight, this);
@@ -101,14 +99,14 @@ QuerySpec::Mode QuerySheet::mode() const
 
 void QuerySheet::renderCodes()
 {
-    m_codes->setCodes(m_store.orderedCodes(), m_store.codeCounts().get());
-    m_list->setVisible(m_codes->rowCount() > 0);
-    m_noCodes->setVisible(m_codes->rowCount() == 0);
+    m_list->setCodes(m_store.orderedCodes(), m_store.codeCounts().get());
+    m_list->setVisible(!m_store.codes()->isEmpty());
+    m_noCodes->setVisible(m_store.codes()->isEmpty());
 }
 
 void QuerySheet::renderChoice()
 {
-    const qsizetype count = m_codes->chosenCount();
+    const qsizetype count = m_list->chosenCount();
     const bool isEnough = count >= minCodeCount(mode());
     if (isEnough)
         m_hint->setText(u"%1 selected"_s.arg(LocaleText::number(count)));
@@ -122,5 +120,5 @@ void QuerySheet::renderChoice()
 void QuerySheet::act()
 {
     accept();
-    m_store.runQuery({.codeIDs = m_codes->chosenIDs(), .mode = mode(), .textFilter = m_textFilter->text()});
+    m_store.runQuery({.codeIDs = m_list->chosenIDs(), .mode = mode(), .textFilter = m_textFilter->text()});
 }

@@ -4,7 +4,6 @@
 #include "workspace/sheets/FormSheet.h"
 
 class CodeChoiceList;
-class CodeChoiceModel;
 class LibraryStore;
 class Paragraph;
 class QLineEdit;
@@ -28,7 +27,6 @@ private:
     void act() override;
 
     LibraryStore &m_store;
-    CodeChoiceModel *m_codes;
     SegmentedControl *m_mode;
     QLineEdit *m_textFilter;
     CodeChoiceList *m_list;

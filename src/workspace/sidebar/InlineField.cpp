@@ -9,7 +9,7 @@
 InlineField::InlineField(const QString &placeholder, QWidget &list, QWidget *parent) : QLineEdit(parent), m_list(list)
 {
     setFrame(false);
-    setMaxLength(maxNameLength); // by itself it cuts earlier, silently
+    setMaxLength(maxNameLength); // the default limit cuts what is pasted, silently
     setPlaceholderText(placeholder);
     setAccessibleName(placeholder);
     hide();
@@ -39,7 +39,7 @@ void InlineField::place(const QRect &name)
     setVisible(m_isOpen && !name.isEmpty());
 }
 
-/// What the style and the field itself leave on both sides of the text.
+/// Of the text from the sides of the field, as the style and QLineEdit leave it.
 int InlineField::textMargin() const
 {
     constexpr int ownMargin = 2;
@@ -61,5 +61,5 @@ void InlineField::keyPressEvent(QKeyEvent *event)
     default:
         QLineEdit::keyPressEvent(event);
     }
-    event->accept(); // the list below would take the key, too
+    event->accept(); // or the list below would take the key as well
 }

@@ -2,19 +2,19 @@
 
 #include <QLineEdit>
 
-/// A field in place of a row's name. It stays open, with its text, until Return or Escape is pressed in it; losing the
-/// focus means nothing. Its owner places it over the row and shows it as long as the row is there.
+/// A field in place of a row's name. It stays open, with its text, until Return or Escape is pressed in it, even while
+/// the focus is elsewhere. Its owner places it over the row.
 class InlineField final : public QLineEdit {
     Q_OBJECT
 
 public:
-    /// Gives the focus to `list`, on which it lies, when it closes.
+    /// Lies on `list`, which gets the focus when the field closes.
     InlineField(const QString &placeholder, QWidget &list, QWidget *parent);
 
     [[nodiscard]] bool isOpen() const { return m_isOpen; }
     void open(const QString &draft);
     void close();
-    /// Lays the field's text over the name in `name`, or hides the field when that is empty.
+    /// Places the field so that its text covers the name in `name`; hides it if `name` is empty.
     void place(const QRect &name);
 
 Q_SIGNALS:

@@ -1,7 +1,7 @@
 #include "workspace/sidebar/SidebarDialogs.h"
 
 #include "kit/controls/Shortened.h"
-#include "workspace/sidebar/StoreLookup.h"
+#include "workspace/StoreLookup.h"
 
 using namespace Qt::StringLiterals;
 

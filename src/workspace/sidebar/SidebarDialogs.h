@@ -4,17 +4,14 @@
 #include "records/Code.h"
 #include "records/Project.h"
 
-#include <QCoreApplication>
 #include <QPointer>
 
 class LibraryStore;
 
-/// The questions that the sidebar asks, one at a time. An answer is carried out on what the store holds by then.
+/// The sidebar's dialogs, one at a time. An answer acts on the store's records as they are by then.
 class SidebarDialogs {
-    Q_DECLARE_TR_FUNCTIONS(SidebarDialogs)
-
 public:
-    /// The dialogs hang in the window of `parent`. Both must outlive this.
+    /// The dialogs open in the window of `parent`. Both must outlive this.
     SidebarDialogs(LibraryStore &store, QWidget &parent) : m_store(store), m_parent(parent) { }
 
     void askToDelete(const Code &code);

@@ -1,19 +1,27 @@
 #include "workspace/sidebar/SidebarList.h"
 
+#include "kit/lists/RowDelegate.h"
+#include "kit/theme/Compositing.h"
+#include "kit/theme/Painting.h"
+#include "kit/theme/Shadow.h"
 #include "kit/theme/Theme.h"
 #include "kit/theme/ThemeColors.h"
-#include "workspace/sidebar/DragPicture.h"
+#include "workspace/sidebar/SidebarMetrics.h"
+#include "workspace/sidebar/SidebarModel.h"
 
 #include <QApplication>
 #include <QDrag>
 #include <QDragMoveEvent>
-#include <QMimeData>
+#include <QHoverEvent>
 #include <QPainter>
+#include <QPixmap>
 #include <QResizeEvent>
+
+#include <utility>
 
 namespace {
 
-/// While it lives, nothing in the program but `place` takes a drop: a memo or a field would take a code for text.
+/// While this exists, only `place` takes drops: a memo or a field would insert the code's id as text.
 class OnlyPlaceToDrop final : public QObject {
 public:
     OnlyPlaceToDrop(const QWidget &place, QObject &drag) : QObject(&drag), m_place(place)
@@ -35,12 +43,53 @@ private:
     const QWidget &m_place;
 };
 
+void paintCard(QPainter &painter, const QRect &card)
+{
+    constexpr double opacity = .93; // the row below shows through a little
+    const ThemeColors &colors = Theme::colors();
+    if (!windowsCanBeTranslucent()) { // then neither can a drag picture
+        Painting::box(painter, card, 0, colors.raised, colors.raisedEdge);
+        return;
+    }
+    Shadow::hint().paint(painter, card, Metrics::rowRadius);
+    painter.setOpacity(opacity);
+    Painting::box(painter, card, Metrics::rowRadius, colors.raised, colors.raisedEdge);
+    painter.setOpacity(1);
+}
+
+/// What hangs at the mouse while a row is dragged.
+struct DragPicture {
+    QPixmap pixmap;
+    QPoint origin; ///< where the row's left top corner lies in the pixmap, in logical pixels
+};
+
+/// The row, from a little before its mark to a little behind its count, on a raised card.
+DragPicture pictureOf(const SidebarList &list, const QModelIndex &index)
+{
+    const int before = SidebarMetrics::markEnd - Metrics::dotDiameter - SidebarMetrics::rowInset
+        + SidebarModel::rowAt(index).depth * SidebarMetrics::levelIndent;
+    const QRect row(QPoint(), list.visualRect(index).size());
+    const QRect card =
+        QStyle::visualRect(list.layoutDirection(), row, row.adjusted(before, 0, -SidebarMetrics::rowInset, 0));
+    const QRect whole = card.marginsAdded(windowsCanBeTranslucent() ? Shadow::hint().reach() : QMargins());
+
+    const double ratio = list.devicePixelRatioF();
+    DragPicture picture{QPixmap(whole.size() * ratio), -whole.topLeft()};
+    picture.pixmap.setDevicePixelRatio(ratio);
+    picture.pixmap.fill(Qt::transparent);
+    QPainter painter(&picture.pixmap);
+    painter.translate(picture.origin);
+    paintCard(painter, card);
+    static_cast<const RowDelegate &>(*list.itemDelegate()).paintContent(painter, row, list.layoutDirection(), index);
+    return picture;
+}
+
 } // namespace
 
 SidebarList::SidebarList(const QString &accessibleName, QWidget *parent) : RowList(accessibleName, parent)
 {
     viewport()->setAutoFillBackground(false);
-    viewport()->setAttribute(Qt::WA_OpaquePaintEvent); // painted whole below, so it can be scrolled as a picture
+    viewport()->setAttribute(Qt::WA_OpaquePaintEvent); // see paintEvent(); makes scrolling copy pixels
     setAcceptDrops(true);
     setDropIndicatorShown(false);
 }
@@ -50,7 +99,7 @@ void SidebarList::keepScrolled(const std::function<void()> &change)
     const bool scrolls = hasAutoScroll();
     setAutoScroll(false);
     change();
-    executeDelayedItemsLayout(); // painting before it would leave the list empty for a moment
+    executeDelayedItemsLayout(); // or a paint event before it would show an empty list
     setAutoScroll(scrolls);
 }
 
@@ -63,9 +112,21 @@ void SidebarList::paintEvent(QPaintEvent *event)
 {
     QPainter(viewport()).fillRect(event->rect(), Theme::colors().sidebar);
     RowList::paintEvent(event);
+    if (!m_dropTarget.isValid())
+        return;
+    QPainter painter(viewport());
+    const QRect ground = visualRect(m_dropTarget).adjusted(SidebarMetrics::rowInset, 0, -SidebarMetrics::rowInset, 0);
+    Painting::edge(painter, ground, Metrics::rowRadius, Theme::colors().accentForeground, Metrics::ringWidth);
 }
 
-/// Lines of text wrap by the width, of which the list itself takes no notice.
+/// While something is dragged, the list scrolls by itself near its edges, and the mouse comes over other rows.
+void SidebarList::scrollContentsBy(int dx, int dy)
+{
+    RowList::scrollContentsBy(dx, dy);
+    showDropTarget();
+}
+
+/// The hint's height depends on the width, which QListView doesn't expect.
 void SidebarList::resizeEvent(QResizeEvent *event)
 {
     RowList::resizeEvent(event);
@@ -86,40 +147,38 @@ void SidebarList::mousePressEvent(QMouseEvent *event)
     RowList::mousePressEvent(event);
 }
 
-/// The list's own way drags only what is selected.
+/// QListView would drag only what is selected.
 void SidebarList::mouseMoveEvent(QMouseEvent *event)
 {
-    if (!event->buttons().testFlag(Qt::LeftButton)) {
-        RowList::mouseMoveEvent(event);
-        return;
-    }
+    RowList::mouseMoveEvent(event);
     const int distance = (event->position().toPoint() - m_pressedAt).manhattanLength();
-    const QModelIndex index = m_pressed;
-    if (distance < QApplication::startDragDistance() || !index.flags().testFlag(Qt::ItemIsDragEnabled))
+    if (!event->buttons().testFlag(Qt::LeftButton) || distance < QApplication::startDragDistance()
+        || !m_pressed.flags().testFlag(Qt::ItemIsDragEnabled))
         return;
-    m_pressed = QModelIndex();
-    drag(index);
+    drag(std::exchange(m_pressed, QModelIndex()));
 }
 
 void SidebarList::drag(const QModelIndex &index)
 {
     const QRect row = visualRect(index);
-    auto *drag = new QDrag(this); // deleted by Qt when it is over
+    auto *drag = new QDrag(this); // Qt deletes it at the end
     drag->setMimeData(model()->mimeData({index}));
     new OnlyPlaceToDrop(*viewport(), *drag);
-    const DragPicture picture = DragPicture::of(*this, index);
+    const DragPicture picture = pictureOf(*this, index);
     drag->setPixmap(picture.pixmap);
-    drag->setHotSpot(picture.origin + m_pressedAt - row.topLeft());
-    drag->exec(Qt::CopyAction); // a move would have the list take away its selected row
+    // A whole row below the mouse, so that it never covers the row that takes the drop.
+    drag->setHotSpot(picture.origin + QPoint(m_pressedAt.x() - row.left(), -row.height()));
+    drag->exec(Qt::CopyAction); // after a move QListView removes the selected row
+    QHoverEvent leave(QEvent::HoverLeave, QPointF(), QPointF(), QPointF());
+    viewportEvent(&leave); // the mouse may have left during the drag, which sends no such event
 }
 
 void SidebarList::dragMoveEvent(QDragMoveEvent *event)
 {
     RowList::dragMoveEvent(event); // scrolls near the edges
-    const QModelIndex index = indexAt(event->position().toPoint());
-    const bool isWelcome = model()->canDropMimeData(event->mimeData(), event->dropAction(), -1, -1, index);
-    setDropTarget(isWelcome ? index : QModelIndex());
-    if (isWelcome)
+    m_dragged = event->mimeData();
+    m_draggedTo = event->position().toPoint();
+    if (showDropTarget())
         event->acceptProposedAction();
     else
         event->ignore();
@@ -127,13 +186,13 @@ void SidebarList::dragMoveEvent(QDragMoveEvent *event)
 
 void SidebarList::dragLeaveEvent(QDragLeaveEvent *event)
 {
-    setDropTarget({});
+    endDrag();
     RowList::dragLeaveEvent(event);
 }
 
 void SidebarList::dropEvent(QDropEvent *event)
 {
-    setDropTarget({});
+    endDrag();
     const QModelIndex index = indexAt(event->position().toPoint());
     if (model()->dropMimeData(event->mimeData(), event->dropAction(), -1, -1, index))
         event->acceptProposedAction();
@@ -143,11 +202,24 @@ void SidebarList::dropEvent(QDropEvent *event)
     setState(NoState);
 }
 
-void SidebarList::setDropTarget(const QModelIndex &index)
+void SidebarList::endDrag()
 {
-    if (m_dropTarget == index)
-        return;
-    viewport()->update(visualRect(m_dropTarget));
-    m_dropTarget = index;
-    viewport()->update(visualRect(m_dropTarget));
+    m_dragged.clear();
+    showDropTarget();
+}
+
+bool SidebarList::showDropTarget()
+{
+    QModelIndex target;
+    if (m_dragged) {
+        const QModelIndex index = indexAt(m_draggedTo);
+        if (model()->canDropMimeData(m_dragged, Qt::CopyAction, -1, -1, index))
+            target = index;
+    }
+    if (m_dropTarget != target) {
+        viewport()->update(visualRect(m_dropTarget));
+        m_dropTarget = target;
+        viewport()->update(visualRect(m_dropTarget));
+    }
+    return target.isValid();
 }

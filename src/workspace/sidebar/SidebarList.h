@@ -2,23 +2,26 @@
 
 #include "kit/lists/RowList.h"
 
+#include <QMimeData>
+#include <QPointer>
+
 #include <functional>
 
-/// The sidebar's list. What it selects is told by others; clicks and keys only move the keyboard's place and act. Rows
-/// that the model allows to can be dragged onto each other with the mouse.
+/// The sidebar's list. Its view sets the selection; clicks and keys only move the current row and act. Rows can be
+/// dragged onto each other with the mouse where the model allows it.
 class SidebarList final : public RowList {
     Q_OBJECT
 
 public:
     explicit SidebarList(const QString &accessibleName, QWidget *parent = nullptr);
 
-    /// The row that would take what is being dragged over the list.
+    /// The row that would take what is dragged over the list; invalid for none.
     [[nodiscard]] QModelIndex dropTarget() const { return m_dropTarget; }
-    /// Runs `change`, which changes the model, and lays the rows out, without scrolling to the keyboard's place.
+    /// Runs `change`, which changes the model, and lays out the rows, without scrolling to the current row.
     void keepScrolled(const std::function<void()> &change);
 
 Q_SIGNALS:
-    /// Rows may stand elsewhere than before, other than by scrolling, which moves the list's children along.
+    /// The layout has changed. Not emitted for scrolling, which moves the list's child widgets along.
     void rowsMoved();
 
 protected:
@@ -26,6 +29,7 @@ protected:
         const QModelIndex &index, const QEvent *event) const override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void scrollContentsBy(int dx, int dy) override;
     void updateGeometries() override;
 
     void mousePressEvent(QMouseEvent *event) override;
@@ -36,9 +40,13 @@ protected:
 
 private:
     void drag(const QModelIndex &index);
-    void setDropTarget(const QModelIndex &index);
+    /// Outlines the row under the mouse if it takes what is dragged; returns whether it does.
+    bool showDropTarget();
+    void endDrag();
 
     QPersistentModelIndex m_pressed;
     QPoint m_pressedAt;
+    QPointer<const QMimeData> m_dragged; ///< while something is dragged over the list
+    QPoint m_draggedTo;
     QPersistentModelIndex m_dropTarget;
 };

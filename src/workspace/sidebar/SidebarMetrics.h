@@ -4,7 +4,7 @@
 
 #include <QRect>
 
-/// Distances in the sidebar, in logical pixels. Rectangles are for a layout from left to right.
+/// Distances in the sidebar, in logical pixels. Rectangles are for a layout from left to right, not mirrored.
 namespace SidebarMetrics {
 
 inline constexpr int minWidth = 185;
@@ -17,23 +17,10 @@ inline constexpr int markEnd = 29; ///< where icons and dots end
 inline constexpr int markGap = 8; ///< between a mark and its name, and between a name and its count
 inline constexpr int levelIndent = 14;
 
-/// What a row shows between its fill's padding: mark, name and count.
-[[nodiscard]] constexpr QRect content(const QRect &row, int depth)
-{
-    return row.adjusted(contentLine + depth * levelIndent, 0, -contentLine, 0);
-}
-
-/// From behind the mark to the end of the content.
+/// The room for the name and, at its end, the count.
 [[nodiscard]] constexpr QRect name(const QRect &row, int depth)
 {
-    return content(row, depth).adjusted(markEnd + markGap - contentLine, 0, 0, 0);
-}
-
-/// A square that ends where marks end, in the middle of the row's height.
-[[nodiscard]] constexpr QRect mark(const QRect &row, int depth, int side)
-{
-    const int end = row.left() + markEnd + depth * levelIndent;
-    return {end - side, row.top() + (row.height() - side + 1) / 2, side, side};
+    return row.adjusted(markEnd + markGap + depth * levelIndent, 0, -contentLine, 0);
 }
 
 } // namespace SidebarMetrics

@@ -1,29 +1,23 @@
 #pragma once
 
+#include "kit/lists/ListModel.h"
 #include "workspace/sidebar/SidebarRow.h"
 
-#include <QAbstractListModel>
-
-/// The lines of the sidebar as a list. A code's line can be dragged onto another one; what that does is up to others.
-class SidebarModel final : public QAbstractListModel {
+/// The lines of the sidebar as a list. A code's line can be dragged onto another one, which is only signalled.
+class SidebarModel final : public ListModel<SidebarRows> {
     Q_OBJECT
 
 public:
-    using QAbstractListModel::QAbstractListModel;
+    explicit SidebarModel(QObject *parent = nullptr);
 
-    /// The line that `index`, a valid index of such a model, stands for.
+    /// `index` must be a valid index of a `SidebarModel`.
     [[nodiscard]] static const SidebarRow &rowAt(const QModelIndex &index);
-    /// Invalid where there is no such line. O(n).
-    [[nodiscard]] QModelIndex find(const SidebarRow &line) const;
+    /// The first line of that kind and id; invalid if there is none. O(n).
     [[nodiscard]] QModelIndex find(SidebarRow::Kind kind, const QUuid &id = {}) const;
 
-    /// Shows other rows. Lines that stay keep their indexes as far as nothing moved around them.
-    void show(SidebarRows rows);
-
-    [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
-    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex &index) const override;
 
+    /// A dragged code travels as text: its identifier in upper case with hyphens.
     [[nodiscard]] QStringList mimeTypes() const override;
     [[nodiscard]] QMimeData *mimeData(const QModelIndexList &indexes) const override;
     [[nodiscard]] Qt::DropActions supportedDropActions() const override;
@@ -34,9 +28,4 @@ public:
 
 Q_SIGNALS:
     void codeDropped(const QUuid &dropped, const QUuid &target);
-
-private:
-    void replaceLines(SidebarRows &rows);
-
-    SidebarRows m_rows;
 };

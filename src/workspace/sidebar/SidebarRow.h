@@ -9,7 +9,7 @@
 
 class LibraryStore;
 
-/// One line of the sidebar's list, with all that is shown of it.
+/// One line of the sidebar's list.
 struct SidebarRow {
     enum class Kind {
         head, ///< of a section
@@ -21,18 +21,14 @@ struct SidebarRow {
     };
 
     Kind kind = Kind::head;
-    QUuid id; ///< of the project or the code; null for others
-    QString text;
+    QUuid id = {}; ///< of the project or the code; null for others
+    QString text = {};
     qint64 count = 0;
-    QString colorHex; ///< as stored
+    QString colorHex = {}; ///< as stored
     int depth = 0;
-    bool isEdited = false; ///< an inline field stands in place of the texts
+    bool isEdited = false; ///< an inline field replaces the texts
 
-    [[nodiscard]] bool isSameLineAs(const SidebarRow &other) const
-    {
-        return kind == other.kind && id == other.id && (kind != Kind::head || text == other.text);
-    }
-    /// Whether the keyboard stops here and a click does something.
+    /// Whether keys stop here and a click does something.
     [[nodiscard]] bool acts() const { return kind != Kind::head && kind != Kind::hint; }
     bool operator==(const SidebarRow &) const = default;
 };

@@ -1,22 +1,27 @@
 #include "workspace/sidebar/SidebarView.h"
 
+#include "kit/controls/Accessible.h"
 #include "kit/controls/ElidedLabel.h"
+#include "kit/lists/RowLine.h"
 #include "kit/theme/Fonts.h"
 #include "kit/theme/Theme.h"
 #include "kit/theme/ThemeColors.h"
 #include "library/LibraryStore.h"
-#include "workspace/sidebar/CodeRowMenu.h"
+#include "platform/ThisComputer.h"
+#include "workspace/StoreLookup.h"
 #include "workspace/sidebar/InlineField.h"
 #include "workspace/sidebar/SidebarDelegate.h"
-#include "workspace/sidebar/SidebarFooter.h"
 #include "workspace/sidebar/SidebarList.h"
 #include "workspace/sidebar/SidebarMetrics.h"
 #include "workspace/sidebar/SidebarModel.h"
-#include "workspace/sidebar/StoreLookup.h"
 
+#include <QFontMetrics>
 #include <QPainter>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using Kind = SidebarRow::Kind;
@@ -24,6 +29,45 @@ using Kind = SidebarRow::Kind;
 namespace {
 
 constexpr int defaultHeight = 600;
+
+/// The line at the sidebar's bottom that says where everything is kept.
+class SidebarFooter final : public QWidget, public HasAccessibleRole {
+public:
+    explicit SidebarFooter(QWidget *parent) : QWidget(parent)
+    {
+        setFont(Fonts::caption());
+        setAccessibleName(u"Offline · stored on "_s + thisComputer());
+        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    }
+
+    [[nodiscard]] QAccessible::Role accessibleRole() const override { return QAccessible::StaticText; }
+    [[nodiscard]] QSize sizeHint() const override
+    {
+        constexpr int padding = 10; // above and below
+        const QFontMetrics metrics(font());
+        const int text = metrics.horizontalAdvance(accessibleName());
+        return {text + lockSide + spacing + 2 * sidePadding, metrics.height() + 2 * padding};
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        const QFontMetrics metrics(font());
+        const int room = std::max(0, width() - 2 * sidePadding - lockSide - spacing);
+        const int textWidth = std::min(room, metrics.horizontalAdvance(accessibleName()));
+        QRect place(0, 0, lockSide + spacing + textWidth, height());
+        place.moveLeft((width() - place.width()) / 2);
+        QPainter painter(this);
+        RowLine line(&painter, place, layoutDirection());
+        line.symbol(u"lock.fill"_s, Theme::colors().tertiary, lockSide, spacing);
+        line.text(accessibleName(), font(), Theme::colors().tertiary);
+    }
+
+private:
+    static constexpr int sidePadding = 4;
+    static constexpr int lockSide = 9;
+    static constexpr int spacing = 6;
+};
 
 } // namespace
 
@@ -48,6 +92,7 @@ SidebarView::SidebarView(LibraryStore &store, QWidget *parent)
     connectFields();
     watchStore();
     render();
+    followNewCode();
     followSelection();
 }
 
@@ -81,6 +126,7 @@ void SidebarView::watchStore()
         &m_store.projects(), &m_store.projectDocCounts(), &m_store.codes(), &m_store.codeCounts()};
     for (const Notifier *value : shown)
         connect(value, &Notifier::changed, this, &SidebarView::render);
+    connect(&m_store.codes(), &Notifier::changed, this, &SidebarView::followNewCode);
     connect(&m_store.sidebarSelection(), &Notifier::changed, this, &SidebarView::followSelection);
 }
 
@@ -104,13 +150,13 @@ void SidebarView::connectFields()
 void SidebarView::render()
 {
     m_list->keepScrolled([this] {
-        const QSignalBlocker blocker(m_list); // a line that moves is missing for a moment, and its field would close
-        const QModelIndex before = m_list->currentIndex();
-        const SidebarRow place = before.isValid() ? SidebarModel::rowAt(before) : SidebarRow();
-        m_model->show(
+        const QSignalBlocker blocker(m_list); // resetting the model would hide the fields for a moment
+        const QModelIndex current = m_list->currentIndex();
+        const SidebarRow place = current.isValid() ? SidebarModel::rowAt(current) : SidebarRow();
+        m_model->setItems(
             sidebarRows(m_store, {.isAddingCode = m_newCodeField->isOpen(), .renamingCodeID = m_renamingCodeID}));
-        if (const QModelIndex after = m_model->find(place); before.isValid() && after.isValid())
-            m_list->selectionModel()->setCurrentIndex(after, QItemSelectionModel::NoUpdate);
+        if (const QModelIndex moved = m_model->find(place.kind, place.id); current.isValid() && moved.isValid())
+            m_list->selectionModel()->setCurrentIndex(moved, QItemSelectionModel::NoUpdate);
         m_list->selectionModel()->select(selectedIndex(), QItemSelectionModel::ClearAndSelect);
     });
     placeFields();
@@ -136,9 +182,20 @@ void SidebarView::followSelection()
         m_list->selectionModel()->setCurrentIndex(selected, QItemSelectionModel::NoUpdate);
 }
 
+/// If there is just one code more than before, it has been made here or elsewhere in the window: scrolls to it.
+void SidebarView::followNewCode()
+{
+    const QList<Code> &codes = m_store.codes().get(); // oldest first
+    const qsizetype count = codes.size();
+    const QUuid newest = count > 0 ? codes.last().id : QUuid();
+    const QUuid before = std::exchange(m_newestCode, newest);
+    if (count > 1 && newest != before && codes.at(count - 2).id == before)
+        m_list->scrollTo(m_model->find(Kind::code, newest));
+}
+
 void SidebarView::act(const QModelIndex &index)
 {
-    const SidebarRow row = SidebarModel::rowAt(index); // a copy: the rows change under it
+    const SidebarRow row = SidebarModel::rowAt(index); // a copy, since the rows change meanwhile
     switch (row.kind) {
     case Kind::project:
         m_store.selectProject(row.id);
@@ -156,51 +213,4 @@ void SidebarView::act(const QModelIndex &index)
     case Kind::hint:
         return;
     }
-}
-
-void SidebarView::showMenu(const QModelIndex &index, const QPoint &globalPosition)
-{
-    if (SidebarModel::rowAt(index).kind == Kind::project)
-        showProjectMenu(index, globalPosition);
-    else if (SidebarModel::rowAt(index).kind == Kind::code)
-        showCodeMenu(index, globalPosition);
-}
-
-void SidebarView::showProjectMenu(const QModelIndex &index, const QPoint &globalPosition)
-{
-    auto *menu = new QMenu(this);
-    menu->addAction(u"Rename Project…"_s, this, [this, id = SidebarModel::rowAt(index).id] {
-        if (const auto project = StoreLookup::project(m_store, id))
-            m_dialogs.askForName(*project);
-    });
-    m_list->showMenu(menu, index, globalPosition);
-}
-
-void SidebarView::showCodeMenu(const QModelIndex &index, const QPoint &globalPosition)
-{
-    const QUuid id = SidebarModel::rowAt(index).id;
-    const auto made = StoreLookup::code(m_store, id);
-    if (!made)
-        return;
-    const auto withCode = [this, id](auto act) {
-        return [this, id, act](const auto &...picked) {
-            if (const auto code = StoreLookup::code(m_store, id))
-                act(*code, picked...);
-        };
-    };
-    auto *menu = new CodeRowMenu(*made, m_store.codes().get(), this);
-    connect(menu, &CodeRowMenu::renamePicked, this, withCode([this](const Code &code) { openRenameField(code); }));
-    connect(menu, &CodeRowMenu::colorPicked, this,
-        withCode([this](const Code &code, const QString &hex) { m_store.setCodeColor(code, hex); }));
-    connect(menu, &CodeRowMenu::topLevelPicked, this,
-        withCode([this](const Code &code) { m_store.moveCodeToTopLevel(code); }));
-    connect(
-        menu, &CodeRowMenu::parentPicked, this, [this, id](const QUuid &parentID) { m_store.nestCode(id, parentID); });
-    connect(menu, &CodeRowMenu::mergeTargetPicked, this, withCode([this](const Code &code, const QUuid &targetID) {
-        if (const auto target = StoreLookup::code(m_store, targetID))
-            m_dialogs.askToMerge(code, *target);
-    }));
-    connect(
-        menu, &CodeRowMenu::deletePicked, this, withCode([this](const Code &code) { m_dialogs.askToDelete(code); }));
-    m_list->showMenu(menu, index, globalPosition);
 }

@@ -4,15 +4,17 @@
 
 #include <QWidget>
 
+#include <functional>
 #include <optional>
 
 class InlineField;
 class LibraryStore;
 class SidebarList;
 class SidebarModel;
+class QMenu;
 
-/// The left column: the projects, the tree of codes, and all editing of both. Its selection is the store's and tells
-/// the middle column what to show.
+/// The left column: the projects, the tree of codes, and all editing of both. Shows the store's selection, which
+/// decides what the middle column shows.
 class SidebarView final : public QWidget {
     Q_OBJECT
 
@@ -30,16 +32,22 @@ private:
     void connectList();
     void connectFields();
 
-    /// Shows what the store holds now; keeps the keyboard's place and what is scrolled to.
+    /// Shows what the store holds now; keeps the current row and the scroll position.
     void render();
-    /// Selects the store's choice, and goes there.
+    /// Selects the store's choice, and makes it the current row.
     void followSelection();
     [[nodiscard]] QModelIndex selectedIndex() const;
+    void followNewCode();
 
     void act(const QModelIndex &index);
     void showMenu(const QModelIndex &index, const QPoint &globalPosition);
-    void showProjectMenu(const QModelIndex &index, const QPoint &globalPosition);
-    void showCodeMenu(const QModelIndex &index, const QPoint &globalPosition);
+
+    // Menus. What is picked acts on the records as they are by then.
+    void fillProjectMenu(QMenu &menu, const QUuid &id);
+    void fillCodeMenu(QMenu &menu, const QUuid &id);
+    /// A submenu with the codes other than that one, oldest first.
+    void addOtherCodes(
+        QMenu &menu, const QString &title, const QUuid &codeID, const std::function<void(const Code &)> &act);
 
     // Inline fields
     void openNewCodeField();
@@ -57,5 +65,6 @@ private:
     InlineField *m_newCodeField;
     InlineField *m_renameField;
     std::optional<QUuid> m_renamingCodeID;
+    QUuid m_newestCode; ///< null without codes
     SidebarDialogs m_dialogs;
 };

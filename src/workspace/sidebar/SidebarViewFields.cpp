@@ -2,11 +2,11 @@
 
 #include "library/LibraryStore.h"
 #include "records/TextTrimming.h"
+#include "workspace/StoreLookup.h"
 #include "workspace/sidebar/InlineField.h"
 #include "workspace/sidebar/SidebarList.h"
 #include "workspace/sidebar/SidebarMetrics.h"
 #include "workspace/sidebar/SidebarModel.h"
-#include "workspace/sidebar/StoreLookup.h"
 
 #include <QStyle>
 
@@ -14,7 +14,7 @@ using Kind = SidebarRow::Kind;
 
 namespace {
 
-/// Where the name of that row stands in the list's viewport; empty for no row.
+/// The place of that row's name in the list's viewport; empty for an invalid index.
 QRect nameRect(const SidebarList &list, const QModelIndex &index)
 {
     if (!index.isValid())
@@ -44,10 +44,8 @@ void SidebarView::commitNewCode()
 {
     const QString name = TextTrimming::trimmed(m_newCodeField->text()).toString();
     closeNewCodeField();
-    if (name.isEmpty())
-        return;
-    if (const auto code = m_store.createCode(name))
-        m_list->scrollTo(m_model->find(Kind::code, code->id));
+    if (!name.isEmpty())
+        m_store.createCode(name);
 }
 
 void SidebarView::openRenameField(const Code &code)

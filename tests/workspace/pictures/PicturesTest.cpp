@@ -3,7 +3,6 @@
 #include "kit/theme/Roles.h"
 #include "kit/theme/Symbols.h"
 #include "workspace/ImportProgress.h"
-#include "workspace/sidebar/CodeDrag.h"
 
 #include <QDragMoveEvent>
 #include <QFile>
@@ -253,13 +252,14 @@ void editing(Scene &scene)
     scene.press(Qt::Key_Escape);
     scene.library.store.nestCode(scene.library.code(u"Rhythm"_s).id, scene.library.code(toolsCode).id);
     QApplication::processEvents();
-    const std::unique_ptr<QMimeData> data(CodeDrag::mimeData(scene.library.code(u"Rhythm"_s).id));
+    QMimeData data;
+    data.setText(scene.library.code(u"Rhythm"_s).id.toString(QUuid::WithoutBraces));
     const QPoint place = scene.row(sidebar, u"Environment matters"_s);
     const auto &list = scene.widget(sidebar);
     QWidget *viewport = list.findChild<QWidget *>(u"qt_scrollarea_viewport"_s);
-    QDragEnterEvent enter(place, Qt::MoveAction, data.get(), Qt::LeftButton, {});
+    QDragEnterEvent enter(place, Qt::MoveAction, &data, Qt::LeftButton, {});
     QApplication::sendEvent(viewport, &enter);
-    QDragMoveEvent move(place, Qt::MoveAction, data.get(), Qt::LeftButton, {});
+    QDragMoveEvent move(place, Qt::MoveAction, &data, Qt::LeftButton, {});
     QApplication::sendEvent(viewport, &move);
     scene.draw(&scene.column(0));
     scene.clickRow(sidebar, u"Attention habits"_s);

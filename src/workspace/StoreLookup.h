@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <optional>
 
-/// The records of the current lists by their identifiers: whoever waits for an answer keeps an identifier, since the
-/// lists may have changed when it comes.
+/// The store's records by their ids. Keep an id rather than a record while waiting for the user's answer: the lists may
+/// have changed when it comes.
 namespace StoreLookup {
 
 template <typename Item>
@@ -19,6 +19,11 @@ template <typename Item>
 [[nodiscard]] inline std::optional<Code> code(const LibraryStore &store, const QUuid &id)
 {
     return inList(store.codes().get(), id);
+}
+
+[[nodiscard]] inline std::optional<Document> document(const LibraryStore &store, const QUuid &id)
+{
+    return inList(store.documents().get(), id);
 }
 
 [[nodiscard]] inline std::optional<Project> project(const LibraryStore &store, const QUuid &id)

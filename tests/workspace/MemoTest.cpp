@@ -1,25 +1,22 @@
 #include "ShownWindow.h"
 #include "kit/controls/Alert.h"
+#include "kit/theme/ThemedTest.h"
 #include "workspace/lists/ExcerptListView.h"
 #include "workspace/lists/MemoBar.h"
 #include "workspace/reader/ReaderView.h"
 
-#include <QInputMethod>
-#include <QPointer>
+#include <QInputMethodEvent>
 #include <QPushButton>
 #include <QTextEdit>
+#include <QVBoxLayout>
 
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 
-// What is typed into a memo belongs to the document or code it was typed for, and what an editor shows is what the file
-// has.
+// A memo belongs to the document or code it was typed for, and the editor shows what is stored.
 
 namespace {
-
-QPointer<QTextEdit> composingEditor; ///< of the word below
-QString composedWord;
 
 void commitTo(QTextEdit &editor, const QString &word)
 {
@@ -28,22 +25,11 @@ void commitTo(QTextEdit &editor, const QString &word)
     QApplication::sendEvent(&editor, &event);
 }
 
-} // namespace
-
-// As some input methods do, which forget a word only when it has been taken; without any of them these are empty.
-void QInputMethod::reset()
+void compose(QTextEdit &editor, const QString &word)
 {
-    if (composingEditor && !composedWord.isEmpty())
-        commitTo(*composingEditor, composedWord);
-    composedWord.clear();
+    QInputMethodEvent event(word, {});
+    QApplication::sendEvent(&editor, &event);
 }
-
-void QInputMethod::commit()
-{
-    reset();
-}
-
-namespace {
 
 class MemoKeeping : public ShownWindow {
 protected:
@@ -88,6 +74,30 @@ protected:
     }
 };
 
+class MemoBarAlone : public ThemedTest {
+protected:
+    MemoBarAlone() : m_bar(new MemoBar(u"Code memo…"_s))
+    {
+        auto *column = new QVBoxLayout(&m_window);
+        column->addWidget(m_bar);
+        column->addStretch();
+        QObject::connect(m_bar, &MemoBar::committed, m_bar, [this](const QString &text) { m_commits.append(text); });
+        showWindow();
+    }
+    ~MemoBarAlone() override { delete m_bar; } // it commits into this
+    [[nodiscard]] QTextEdit &editor() const { return *m_bar->findChild<QTextEdit *>(); }
+    [[nodiscard]] QPushButton &button() const { return *m_bar->findChild<QPushButton *>(); }
+    void clearByKeyboard() const
+    {
+        editor().setFocus();
+        QTest::keyClick(&editor(), Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(&editor(), Qt::Key_Delete);
+    }
+
+    MemoBar *m_bar;
+    QStringList m_commits;
+};
+
 } // namespace
 
 TEST_F(MemoKeeping, TheEditorShowsWhatIsStored)
@@ -118,20 +128,19 @@ TEST_F(MemoKeeping, AWordThatIsBeingComposedGoesIntoTheMemoItWasMeantFor)
     library.store.setCodeMemo(library.code(u"Other"_s), u"precious"_s);
     open();
     QTextEdit &memo = documentEditor();
-    composingEditor = &memo;
-    composedWord = u"word"_s;
+    compose(memo, u"word"_s);
     select(u"Second"_s); // as the end of an import does
     EXPECT_EQ(memoOf(u"First"_s), u"word"_s);
     EXPECT_EQ(memoOf(u"Second"_s), u"precious"_s);
     EXPECT_EQ(memo.toPlainText(), u"precious"_s);
 
     selectCode(u"One"_s);
-    QTextEdit &ofCode = codeEditor();
-    composingEditor = &ofCode;
-    composedWord = u"word"_s;
+    compose(codeEditor(), u"word"_s);
     selectCode(u"Other"_s);
     EXPECT_EQ(codeMemo(u"One"_s), u"word"_s);
     EXPECT_EQ(codeMemo(u"Other"_s), u"precious"_s);
+    EXPECT_EQ(memo.accessibleName(), u"Document memo"_s);
+    EXPECT_EQ(codeEditor().accessibleName(), u"Code memo"_s);
 }
 
 TEST_F(MemoKeeping, AMemoThatComesFromElsewhereIsShownAndNotWrittenOver)
@@ -159,8 +168,7 @@ TEST_F(MemoKeeping, AWordInTheMakingMayReplaceTheWholeMemo)
     open();
     QTextEdit &memo = documentEditor();
     memo.selectAll();
-    QInputMethodEvent composing(u"n"_s, {});
-    QApplication::sendEvent(&memo, &composing);
+    compose(memo, u"n"_s);
     EXPECT_TRUE(memo.isVisible() && memo.hasFocus());
     commitTo(memo, u"你"_s);
     EXPECT_EQ(memoOf(u"First"_s), u"你"_s);
@@ -217,4 +225,44 @@ TEST_F(MemoKeeping, WhatCouldNotBeStoredIsStoredWhenTheMemoIsLeft)
     library.store.selectProject(project);
     EXPECT_EQ(memoOf(u"First"_s), typed);
     EXPECT_EQ(codeMemo(u"One"_s), typed);
+}
+
+TEST_F(MemoBarAlone, EveryKeystrokeIsCommittedOnceAndNothingThatIsSet)
+{
+    m_bar->setText(u"x"_s);
+    editor().moveCursor(QTextCursor::End);
+    QTest::keyClicks(&editor(), u"ab"_s);
+    QTest::keyClick(&editor(), Qt::Key_Return);
+    QTest::keyClick(&editor(), Qt::Key_Backspace);
+    EXPECT_EQ(m_commits, (QStringList{u"xa"_s, u"xab"_s, u"xab\n"_s, u"xab"_s}));
+    m_commits.clear();
+    m_bar->setText(u"memo of another"_s);
+    QTest::keyClick(&editor(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(m_commits, QStringList()) << "it can't be undone into the next";
+    EXPECT_EQ(m_bar->text(), u"memo of another"_s);
+    EXPECT_EQ(editor().toPlainText(), u"memo of another"_s);
+}
+
+TEST_F(MemoBarAlone, OpensForTypingAndCollapsesWhenItIsClearedUnlessTheUserOpenedIt)
+{
+    m_bar->setText(u"content"_s);
+    clearByKeyboard();
+    EXPECT_FALSE(editor().isVisible());
+    EXPECT_TRUE(button().hasFocus()); // the keyboard's place isn't lost
+    EXPECT_EQ(m_commits, QStringList(QString()));
+
+    QTest::mouseClick(&button(), Qt::LeftButton);
+    EXPECT_TRUE(editor().hasFocus());
+    EXPECT_FALSE(button().isVisible());
+    QTest::keyClicks(&editor(), u"again"_s);
+    clearByKeyboard();
+    m_bar->setText({}); // also when another thing's memo is shown
+    EXPECT_TRUE(editor().isVisible());
+    QTest::keyClick(&editor(), Qt::Key_Tab);
+    EXPECT_FALSE(editor().hasFocus());
+    m_commits.clear();
+    m_bar->hide();
+    EXPECT_EQ(m_commits, QStringList(QString())) << "once more when it disappears";
+    m_bar->show();
+    EXPECT_TRUE(button().isVisible());
 }
