@@ -61,11 +61,11 @@ TEST(AtomicFile, TellsWhyAFileWasWrittenOnlyInPart)
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"report.md"_s);
     AtomicFile::write(path, "first");
-    for (const rlim_t limit : {rlim_t(0), rlim_t(10), rlim_t(100'000)}) { // around the size of every buffer
+    for (const qint64 limit : {0, 10, 100'000}) { // around the size of every buffer
         QString complaint;
         try {
-            const FileSizeLimit disk(limit);
-            AtomicFile::write(path, QByteArray(qsizetype(limit) + 1'000, 'x'));
+            const FailingDisk disk(FailingDisk::Kind::full, folder.path(), limit);
+            AtomicFile::write(path, QByteArray(limit + 1'000, 'x'));
         } catch (const FileError &error) {
             complaint = error.description();
         }

@@ -1,14 +1,18 @@
 #pragma once
 
+#include <QByteArrayList>
 #include <QString>
 
 #include <functional>
 
-/// What became of something that was done in a process of its own.
+/// How something ended that was done in a process of its own.
 struct Ending {
     QString result; ///< of what was done; empty when it ended badly
-    std::string fault; ///< how it ended badly, as by a signal, without an answer in time or by an exception; else empty
+    std::string fault; ///< a signal, an exception or no answer in time; else empty
 };
 
-/// Does `body` in a copy of this process, so that it may crash or hang and do no harm to the test.
+/// Does `body` in a copy of this process, which may crash or hang without harm to the test.
 [[nodiscard]] Ending inProcessOfItsOwn(const std::function<QString()> &body);
+
+/// Runs the statements on the database at `path` as a program that is killed behind the last of them.
+void runAndBeKilled(const QString &path, const QByteArrayList &statements);

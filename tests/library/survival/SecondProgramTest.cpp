@@ -1,28 +1,33 @@
-#include "library/survival/LibraryDigest.h"
-#include "library/survival/Researcher.h"
-#include "library/survival/Workplace.h"
+#include "library/survival/Operations.h"
 #include "records/AppDatabase.h"
 
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 
-TEST(SecondProgram, OnTheSameLibraryTakesTurnsWithTheFirst)
-{
-    constexpr int steps = 120;
+namespace {
+
+/// Two programs on one library.
+class SecondProgram : public testing::Test {
+protected:
     Workplace place;
-    place.restoreLibrary();
-    TestLibrary first({}, AppDatabase::openQueue(place.libraryFile()));
-    TestLibrary second({}, AppDatabase::openQueue(place.libraryFile()));
-    Researcher one(first, place.exports(), 5);
-    Researcher other(second, place.exports(), 6);
-    for (int step = 0; step < steps && !HasFailure(); step += 2) {
-        SCOPED_TRACE(step);
-        first.store.refresh();
-        one.work(step);
-        second.store.refresh();
-        other.work(step + 1);
-        first.store.refresh();
+    TestLibrary first{{}, place.restored()};
+    TestLibrary second{{}, AppDatabase::openQueue(place.libraryFile())};
+};
+
+} // namespace
+
+TEST_F(SecondProgram, TakesTurnsWithTheFirst)
+{
+    TestLibrary *next = &first;
+    for (const Operation &operation : operations()) {
+        SCOPED_TRACE(operation.name);
+        next->store.refresh();
+        operation.perform(*next, place);
+        next = next == &first ? &second : &first;
+        next->store.refresh();
+        if (first.store.project().get() != second.store.project().get())
+            break; // a new project
         EXPECT_EQ(first.store.documents().get(), second.store.documents().get());
         EXPECT_EQ(first.store.codes().get(), second.store.codes().get());
         EXPECT_EQ(first.store.codeCounts().get(), second.store.codeCounts().get());
@@ -30,12 +35,8 @@ TEST(SecondProgram, OnTheSameLibraryTakesTurnsWithTheFirst)
     }
 }
 
-TEST(SecondProgram, ThatDeletesTheTargetOfAMergeTakesNoPassageAlong)
+TEST_F(SecondProgram, ThatDeletesTheTargetOfAMergeTakesNoPassageAlong)
 {
-    Workplace place;
-    place.restoreLibrary();
-    TestLibrary first({}, AppDatabase::openQueue(place.libraryFile()));
-    TestLibrary second({}, AppDatabase::openQueue(place.libraryFile()));
     second.store.deleteCode(second.code(u"Gamma"_s));
     const Code gone = first.code(u"Gamma"_s);
     first.store.nestCode(first.code(u"Beta"_s).id, gone.id);
@@ -45,12 +46,8 @@ TEST(SecondProgram, ThatDeletesTheTargetOfAMergeTakesNoPassageAlong)
     EXPECT_EQ(first.store.excerpts(first.code(u"Alpha"_s).id).size(), 1);
 }
 
-TEST(SecondProgram, ThatHasFallenBehindWritesOnlyWhatIsChangedThere)
+TEST_F(SecondProgram, ThatHasFallenBehindWritesOnlyWhatIsChangedThere)
 {
-    Workplace place;
-    place.restoreLibrary();
-    TestLibrary first({}, AppDatabase::openQueue(place.libraryFile()));
-    TestLibrary second({}, AppDatabase::openQueue(place.libraryFile()));
     const Document document = second.document(u"First"_s);
     const Code code = second.code(u"Gamma"_s);
     first.store.setDocumentMemo(first.document(u"First"_s), u"hours of thinking"_s);

@@ -1,29 +1,49 @@
 #include "library/survival/Workplace.h"
 
-#include "exchange/RefiQdpxExport.h"
-#include "library/survival/Isolated.h"
 #include "platform/AtomicFile.h"
 #include "records/AppDatabase.h"
 
 #include <QDir>
 #include <QFile>
 
-#include <unistd.h>
-
-#include <ostream>
-
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Everybody may reach it: a disaster may make another user of us.
-void makeOpenFolder(const QString &path)
+constexpr auto digest = R"(
+    SELECT 'project ' || name AS line FROM project
+    UNION ALL SELECT 'document ' || p.name || ' | ' || title || ' | ' || text || ' | ' || ifnull(memo, '-')
+    FROM document AS d JOIN project AS p ON p.id = d.projectID
+    UNION ALL SELECT 'code ' || p.name || ' | ' || c.name || ' | ' || c.colorHex || ' | ' || ifnull(u.name, '-') || ' | '
+        || ifnull(c.memo, '-')
+    FROM code AS c JOIN project AS p ON p.id = c.projectID LEFT JOIN code AS u ON u.id = c.parentID
+    UNION ALL SELECT 'coding ' || title || ' | ' || name || ' | ' || start || ' | ' || length
+    FROM coding JOIN document AS d ON d.id = documentID JOIN code AS c ON c.id = codeID
+    ORDER BY line)";
+
+constexpr auto faults = R"(
+    WITH RECURSIVE up(id, ancestor) AS (SELECT id, parentID FROM code
+        UNION SELECT up.id, code.parentID FROM up JOIN code ON code.id = ancestor)
+    SELECT 'in no project: ' || title FROM document WHERE projectID NOT IN (SELECT id FROM project)
+    UNION ALL SELECT 'in no project: ' || name FROM code WHERE projectID NOT IN (SELECT id FROM project)
+    UNION ALL SELECT 'below nothing: ' || name FROM code WHERE parentID NOT IN (SELECT id FROM code)
+    UNION ALL SELECT 'a code below itself' FROM up WHERE id = ancestor
+    UNION ALL SELECT 'a coding of nothing' FROM coding LEFT JOIN document AS d ON d.id = documentID
+    WHERE d.id IS NULL OR codeID NOT IN (SELECT id FROM code)
+        OR start < 0 OR coding.length < 1 OR start + coding.length > length(d.text)
+    UNION ALL SELECT integrity_check FROM pragma_integrity_check WHERE integrity_check <> 'ok')";
+
+QString lines(DatabaseQueue &queue, QByteArrayView question)
 {
-    QDir().mkpath(path);
-    QFile::setPermissions(path, QFile::Permissions(0x7777));
+    QStringList result;
+    queue.read([&](Database &database) {
+        database.forEachRow(
+            question, {}, [&](const Statement &row) { result.append(QString::fromUtf8(row.column(0).bytes)); });
+    });
+    return result.join(u'\n');
 }
 
-void fillLibrary(TestLibrary &library)
+void fill(TestLibrary &library)
 {
     library.makeCodes({u"Alpha"_s, u"Beta"_s, u"Gamma"_s});
     library.store.nestCode(library.code(u"Beta"_s).id, library.code(u"Alpha"_s).id);
@@ -42,26 +62,25 @@ void fillLibrary(TestLibrary &library)
 
 Workplace::Workplace()
 {
-    makeOpenFolder(m_root.path());
-    for (const QString &folder : {library(), m_root.filePath(u"material"_s), exports(), temporary()})
-        makeOpenFolder(folder);
+    for (const QString &folder : {library(), m_root.filePath(u"material"_s), exports(), temporary(), m_root.path()}) {
+        QDir().mkpath(folder);
+        QFile::setPermissions(folder, QFile::Permissions(0x7777)); // a failing disk may make another user of us
+    }
     qputenv("TMPDIR", QFile::encodeName(temporary()));
     AtomicFile::write(material(u"one.txt"_s), "One text.");
     AtomicFile::write(material(u"two.txt"_s), QByteArray("Another, longer text. ").repeated(500));
-    TestLibrary source;
-    fillLibrary(source);
-    source.store.exportQdpx(material(u"study.qdpx"_s));
+    static const QByteArray archive = [this] {
+        TestLibrary source;
+        fill(source);
+        source.store.exportQdpx(material(u"study.qdpx"_s));
+        return AtomicFile::readFile(material(u"study.qdpx"_s));
+    }();
+    AtomicFile::write(material(u"study.qdpx"_s), archive);
 }
 
 Workplace::~Workplace()
 {
-    m_smallDisk.reset();
     qputenv("TMPDIR", m_temporaryBefore);
-}
-
-QString Workplace::material(const QString &name) const
-{
-    return m_root.filePath(u"material/"_s + name);
 }
 
 QStringList Workplace::leftovers() const
@@ -69,55 +88,30 @@ QStringList Workplace::leftovers() const
     return QDir(temporary()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
 }
 
-bool Workplace::putOnSmallDisk(const QString &folder, int kibibytes)
-{
-    m_smallDisk = std::make_unique<SmallDisk>(folder, kibibytes);
-    return m_smallDisk->isThere();
-}
-
 void Workplace::restoreLibrary()
 {
-    static const QByteArray bytes = [] {
-        const QTemporaryDir folder;
-        const QString path = folder.filePath(u"vorn.sqlite"_s);
+    static const QByteArray bytes = [this] {
         {
-            TestLibrary library({}, AppDatabase::openQueue(path));
-            fillLibrary(library);
+            TestLibrary library({}, AppDatabase::openQueue(libraryFile()));
+            fill(library);
         }
-        return AtomicFile::readFile(path);
+        return AtomicFile::readFile(libraryFile());
     }();
     AtomicFile::write(libraryFile(), bytes);
 }
 
-void runAndBeKilled(const QString &path, const QByteArrayList &statements)
+std::unique_ptr<DatabaseQueue> Workplace::restored()
 {
-    std::ignore = inProcessOfItsOwn([&]() -> QString {
-        DatabaseQueue queue(path);
-        queue.writeWithoutTransaction([&](Database &database) {
-            for (const QByteArray &statement : statements)
-                database.execute(statement);
-            ::_exit(EXIT_SUCCESS);
-        });
-        return {};
-    });
+    restoreLibrary();
+    return AppDatabase::openQueue(libraryFile());
 }
 
-const std::vector<Disaster> &disasters()
+QString digestOf(DatabaseQueue &queue)
 {
-    static const std::vector<Disaster> all{
-        {"NothingMoreIsWritten", false,
-            [](Workplace &, const QString &) { return std::make_shared<FileSizeLimit>(0); }},
-        {"TheFolderIsGone", false,
-            [](Workplace &, const QString &folder) { return std::make_shared<Vanished>(folder); }},
-        {"TheFolderIsClosed", false,
-            [](Workplace &, const QString &folder) { return std::make_shared<ClosedFolder>(folder); }},
-        {"TheDiskIsFull", true,
-            [](Workplace &place, const QString &) { return std::make_shared<FullDisk>(place.smallDisk(), 0); }},
-    };
-    return all;
+    return lines(queue, digest);
 }
 
-void PrintTo(const Disaster &disaster, std::ostream *stream)
+QString faultsOf(DatabaseQueue &queue)
 {
-    *stream << disaster.name;
+    return lines(queue, faults);
 }

@@ -1,15 +1,11 @@
 #pragma once
 
-#include "support/FailingDisk.h"
 #include "support/TestLibrary.h"
 
 #include <QTemporaryDir>
 
-#include <functional>
-#include <memory>
-
-/// Folders of a test about failing disks: one for the library, one for what is imported, one for exports, and one for
-/// the system's temporary files.
+/// Folders for a test about harm: one for the library, one for what is imported, one for exports, and one for the
+/// system's temporary files.
 class Workplace {
 public:
     Workplace();
@@ -19,34 +15,28 @@ public:
 
     [[nodiscard]] QString library() const { return m_root.filePath(QStringLiteral("library")); }
     [[nodiscard]] QString libraryFile() const { return library() + QStringLiteral("/vorn.sqlite"); }
-    [[nodiscard]] QString material(const QString &name) const;
+    [[nodiscard]] QString material(const QString &name) const
+    {
+        return m_root.filePath(QStringLiteral("material/") + name);
+    }
     [[nodiscard]] QString exports() const { return m_root.filePath(QStringLiteral("exports")); }
     [[nodiscard]] QString temporary() const { return m_root.filePath(QStringLiteral("temporary")); }
     /// What is in the temporary folder.
     [[nodiscard]] QStringList leftovers() const;
 
-    /// Puts the folder on a disk of its own, if that is possible.
-    [[nodiscard]] bool putOnSmallDisk(const QString &folder, int kibibytes);
-    [[nodiscard]] SmallDisk &smallDisk() { return *m_smallDisk; }
-
     /// Makes the library file anew: two documents, three codes in a small tree, some passages.
     void restoreLibrary();
+    /// The same, opened.
+    [[nodiscard]] std::unique_ptr<DatabaseQueue> restored();
 
 private:
     const QByteArray m_temporaryBefore = qgetenv("TMPDIR");
     QTemporaryDir m_root;
-    std::unique_ptr<SmallDisk> m_smallDisk;
 };
 
-/// Runs the statements on the database at `path` as a program that is killed behind the last of them.
-void runAndBeKilled(const QString &path, const QByteArrayList &statements);
-
-/// Something that befalls a folder, over as soon as the result is destroyed.
-struct Disaster {
-    const char *name;
-    bool needsSmallDisk;
-    std::function<std::shared_ptr<void>(Workplace &place, const QString &folder)> strike;
-};
-/// Each would catch another road on which a write fails.
-[[nodiscard]] const std::vector<Disaster> &disasters();
-void PrintTo(const Disaster &disaster, std::ostream *stream);
+/// What a library means, without what differs from one run to the next: a line for each project, document, code and
+/// coding, by names instead of identifiers and dates. Two libraries with equal digests hold the same work.
+[[nodiscard]] QString digestOf(DatabaseQueue &queue);
+/// What is wrong with the file as a whole; empty when nothing is: SQLite's own check, codings without their document or
+/// code or outside the text, codes below one that isn't there or below themselves, things in no project.
+[[nodiscard]] QString faultsOf(DatabaseQueue &queue);
