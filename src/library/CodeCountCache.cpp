@@ -4,8 +4,16 @@
 
 namespace {
 
-constexpr auto allRows = "SELECT rowid, documentID, codeID FROM coding";
-constexpr auto oneRow = "SELECT rowid, documentID, codeID FROM coding WHERE rowid = ?";
+QSet<QUuid> documentIDs(Database &database, const QUuid &projectID)
+{
+    QSet<QUuid> ids;
+    database.forEachRow(
+        "SELECT id FROM document WHERE projectID = ?", {ValueEncoding::encoded(projectID)}, [&](const Statement &row) {
+            if (const auto id = ValueEncoding::identifier(row.column(0)))
+                ids.insert(*id);
+        });
+    return ids;
+}
 
 } // namespace
 
@@ -20,10 +28,7 @@ QHash<QUuid, qint64> CodeCountCache::counts(const QUuid &projectID)
 {
     m_queue.read([&](Database &database) {
         try {
-            const bool codingsChanged = catchUpWithCodings(database);
-            const bool documentsChanged = catchUpWithDocuments(database, projectID);
-            if (codingsChanged || documentsChanged)
-                count();
+            catchUp(database, projectID);
         } catch (...) {
             m_codingChanges.forget();
             m_documentChanges.forget();
@@ -33,70 +38,53 @@ QHash<QUuid, qint64> CodeCountCache::counts(const QUuid &projectID)
     return m_counts;
 }
 
-bool CodeCountCache::catchUpWithCodings(Database &database)
+void CodeCountCache::catchUp(Database &database, const QUuid &projectID)
 {
+    const bool documentsChanged = !m_documentChanges.take(database).isEmpty();
+    if (!documentsChanged && projectID == m_projectID)
+        return readCodings(database);
+    m_projectID = projectID;
+    QSet<QUuid> ids = documentIDs(database, projectID);
+    if (ids == m_documentIDs)
+        return readCodings(database);
+    m_documentIDs.clear(); // nothing is counted until all codings have been read
+    readCodings(database);
+    m_documentIDs = std::move(ids);
+    m_counts.clear();
+    for (const Pair &coding : std::as_const(m_codings))
+        count(coding, 1);
+}
+
+void CodeCountCache::readCodings(Database &database)
+{
+    const QByteArray columns = "SELECT rowid, documentID, codeID FROM coding";
     const TableChanges::Changes changes = m_codingChanges.take(database);
     if (changes.everything) {
         m_codings.clear();
-        database.forEachRow(allRows, {}, [&](const Statement &row) { note(row); });
+        m_counts.clear();
+        database.forEachRow(columns, {}, [&](const Statement &row) { add(row); });
     }
     for (const qint64 rowID : changes.rowIDs) {
-        m_codings.remove(rowID);
-        database.forEachRow(oneRow, {rowID}, [&](const Statement &row) { note(row); });
+        if (m_codings.contains(rowID))
+            count(m_codings.take(rowID), -1);
+        database.forEachRow(columns + " WHERE rowid = ?", {rowID}, [&](const Statement &row) { add(row); });
     }
-    return !changes.isEmpty();
 }
 
-bool CodeCountCache::catchUpWithDocuments(Database &database, const QUuid &projectID)
-{
-    const bool changed = !m_documentChanges.take(database).isEmpty();
-    if (!changed && m_projectID == projectID)
-        return false;
-    m_projectID.reset();
-    m_isInProject.assign(m_isInProject.size(), false);
-    database.forEachRow(
-        "SELECT id FROM document WHERE projectID = ?", {ValueEncoding::encoded(projectID)}, [&](const Statement &row) {
-            const auto id = ValueEncoding::identifier(row.column(0));
-            if (!id)
-                return;
-            const quint32 number = m_documentIDs.number(*id);
-            if (number >= m_isInProject.size())
-                m_isInProject.resize(size_t(number) + 1);
-            m_isInProject[number] = true;
-        });
-    m_projectID = projectID;
-    return true;
-}
-
-void CodeCountCache::note(const Statement &row)
+void CodeCountCache::add(const Statement &row)
 {
     const auto documentID = ValueEncoding::identifier(row.column(1));
     const auto codeID = ValueEncoding::identifier(row.column(2));
     if (documentID && codeID)
-        m_codings.insert(row.column(0).integer, {m_documentIDs.number(*documentID), m_codeIDs.number(*codeID)});
+        count(*m_codings.insert(row.column(0).integer, {*documentID, *codeID}), 1);
 }
 
-void CodeCountCache::count()
+void CodeCountCache::count(const Pair &coding, qint64 change)
 {
-    std::vector<qint64> totals(m_codeIDs.ids().size());
-    for (const Pair &pair : std::as_const(m_codings)) {
-        if (pair.document < m_isInProject.size() && m_isInProject[pair.document])
-            ++totals[pair.code];
-    }
-    m_counts.clear();
-    for (size_t code = 0; code < totals.size(); ++code) {
-        if (totals[code] > 0)
-            m_counts.insert(m_codeIDs.ids()[code], totals[code]);
-    }
-}
-
-quint32 CodeCountCache::Register::number(const QUuid &id)
-{
-    const auto found = m_numbers.constFind(id);
-    if (found != m_numbers.constEnd())
-        return *found;
-    const auto number = quint32(m_ids.size());
-    m_numbers.insert(id, number);
-    m_ids.push_back(id);
-    return number;
+    if (!m_documentIDs.contains(coding.documentID))
+        return;
+    qint64 &codings = m_counts[coding.codeID];
+    codings += change;
+    if (codings == 0)
+        m_counts.remove(coding.codeID);
 }

@@ -8,8 +8,6 @@
 
 namespace {
 
-constexpr int ancestorLimit = 50;
-
 QHash<QUuid, const Code *> byID(const QList<Code> &codes)
 {
     QHash<QUuid, const Code *> result;
@@ -51,7 +49,7 @@ private:
                 continue;
             m_visited.insert(code->id);
             m_lines.append({*code, depth});
-            if (depth < CodeTree::deepestLevel)
+            if (depth < CodeTree::maxDepth)
                 add(code->id, depth + 1);
         }
     }
@@ -66,16 +64,15 @@ private:
     QList<FlatCode> m_lines;
 };
 
-bool liesBelow(const Code &code, const QUuid &ancestor, const QHash<QUuid, const Code *> &codes)
+/// Whether the way up from `cursor` meets `wanted` among its first `limit` codes.
+bool leadsTo(const QUuid &wanted, std::optional<QUuid> cursor, const QList<Code> &codes, qsizetype limit)
 {
-    QSet<QUuid> visited;
-    std::optional<QUuid> cursor = code.parentID;
-    while (cursor && !visited.contains(*cursor)) {
-        if (*cursor == ancestor)
+    const auto known = byID(codes);
+    for (; cursor && limit > 0; --limit) {
+        if (*cursor == wanted)
             return true;
-        visited.insert(*cursor);
-        const Code *above = codes.value(*cursor);
-        cursor = above ? above->parentID : std::nullopt;
+        const Code *code = known.value(*cursor);
+        cursor = code ? code->parentID : std::nullopt;
     }
     return false;
 }
@@ -91,22 +88,13 @@ QList<FlatCode> ordered(const QList<Code> &codes)
 
 bool isAtOrAbove(const QUuid &child, const QUuid &parent, const QList<Code> &codes)
 {
-    const auto known = byID(codes);
-    QUuid cursor = parent;
-    for (int step = 0; step < ancestorLimit; ++step) {
-        if (cursor == child)
-            return true;
-        const Code *code = known.value(cursor);
-        if (!code || !code->parentID)
-            return false;
-        cursor = *code->parentID;
-    }
-    return false;
+    constexpr qsizetype maxAncestors = 50;
+    return leadsTo(child, parent, codes, maxAncestors);
 }
 
 QList<Code> movedByMerge(const Code &source, const Code &target, const QList<Code> &codes)
 {
-    const bool targetRises = liesBelow(target, source.id, byID(codes));
+    const bool targetRises = leadsTo(source.id, target.parentID, codes, codes.size());
     QList<Code> moved;
     for (Code code : codes) {
         if (code.id == source.id)

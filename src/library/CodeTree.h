@@ -5,15 +5,15 @@
 
 #include <QList>
 
-/// The tree of a flat list of codes, which exists through `Code::parentID` alone. All functions end on any data:
-/// missing parents, cycles and chains of any length.
+/// The tree that a flat list of codes makes through `Code::parentID`. All functions end on any data: missing parents,
+/// cycles and chains of any length.
 namespace CodeTree {
 
-/// The deepest level that the walk gives; what lies below stands flat at the end.
-constexpr qint64 deepestLevel = 4;
+/// The greatest depth that `ordered` gives; what lies deeper stands flat at the end.
+constexpr qint64 maxDepth = 4;
 
-/// Depth first, siblings oldest first. Every code stands exactly once: those below the deepest level, with an unknown
-/// parent or on a cycle come last, at depth 0, in list order. O(n log n).
+/// Depth first, siblings oldest first. Every code stands exactly once: those that lie deeper than `maxDepth`, with an
+/// unknown parent or on a cycle come last, at depth 0, in list order. O(n log n).
 [[nodiscard]] QList<FlatCode> ordered(const QList<Code> &codes);
 
 /// Whether `child` is `parent` or one of the first 50 codes met on the way up from it. O(n).

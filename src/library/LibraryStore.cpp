@@ -1,60 +1,59 @@
 #include "library/LibraryStore.h"
 
-#include "library/LibraryStoreAccess.h"
-#include "platform/UnpairedSurrogates.h"
-#include "records/TextStats.h"
+#include "records/database/Request.h"
 
 using namespace Qt::StringLiterals;
 
 LibraryStore::LibraryStore(LibraryServices services)
     : m_services(std::move(services)),
       m_queue(m_services.queue),
-      m_shelf(m_queue),
-      m_tally(m_queue),
+      m_documentCache(m_queue),
+      m_codeCountCache(m_queue),
       m_wordFreqScopeLabel(u"All documents"_s)
 {
 }
 
-void LibraryStore::refresh()
+void LibraryStore::bootstrap()
 {
-    if (!m_project.get()) {
-        setDocuments({});
-        m_codes.set({});
-        m_codeCounts.set({});
-        return;
-    }
     try {
-        setDocuments(m_shelf.documents(m_project->value().id));
+        ensureProject();
     } catch (const LocalizedError &error) {
         m_lastError.set(error.description());
-        dropForeignDocuments();
+        return;
     }
-    loadCodes();
-    loadProjects();
-
-    const std::optional<QUuid> selected = m_selectedDocumentID.get();
-    if (selected && findDocument(*selected))
-        return;
-    m_selectedDocumentID.set(m_documents->isEmpty() ? std::nullopt : std::optional(m_documents->first().id));
+    refresh();
+    if (!m_sidebarSelection.get())
+        goToDocuments();
 }
 
-/// What was listed stays when it can't be read anew, but not under the name of another project: what is coded, deleted
-/// or exported would be the other's.
-void LibraryStore::dropForeignDocuments()
+void LibraryStore::refresh()
 {
-    if (!m_documents->isEmpty() && m_documents->first().projectID != m_project->value().id)
-        setDocuments({});
-}
-
-void LibraryStore::loadCodes()
-{
-    if (!m_project.get()) {
-        m_codes.set({});
-        m_codeCounts.set({});
+    if (!m_project.get())
         return;
+    const QUuid projectID = m_project->value().id;
+    try {
+        setDocuments(m_documentCache.documents(projectID));
+    } catch (const LocalizedError &error) {
+        m_lastError.set(error.description());
+        // The list stays as it was, but not under the name of another project: what is coded, deleted or exported would
+        // be the other's.
+        if (!m_documents->isEmpty() && m_documents->first().projectID != projectID)
+            setDocuments({});
     }
     m_codes.set(readOrEmpty([this](Database &database) { return readCodes(database); }));
     refreshCodeCounts();
+    loadProjects();
+    if (!m_selectedDocumentID.get() || !findDocument(**m_selectedDocumentID))
+        selectFirstDocument();
+}
+
+void LibraryStore::expectWholeLists()
+{
+    if (!m_project.get())
+        return;
+    refresh(); // also what depends on the lists; but it goes on where it can't read
+    setDocuments(m_documentCache.documents(m_project->value().id));
+    m_codes.set(m_queue.read([this](Database &database) { return readCodes(database); }));
 }
 
 QList<Code> LibraryStore::readCodes(Database &database) const
@@ -64,20 +63,13 @@ QList<Code> LibraryStore::readCodes(Database &database) const
 
 void LibraryStore::refreshCodeCounts()
 {
-    if (!m_project.get()) {
-        m_codeCounts.set({});
+    if (!m_project.get())
         return;
-    }
     try {
-        m_codeCounts.set(m_tally.counts(m_project->value().id));
+        m_codeCounts.set(m_codeCountCache.counts(m_project->value().id));
     } catch (const LocalizedError &error) {
         m_lastError.set(error.description());
     }
-}
-
-QList<Document> LibraryStore::visibleDocuments() const
-{
-    return m_filter.matching(m_documents.get(), m_searchText.get());
 }
 
 void LibraryStore::setDocuments(const QList<Document> &documents)
@@ -102,21 +94,12 @@ const Code *LibraryStore::findCode(const QUuid &id) const
     return found == m_codes->end() ? nullptr : &*found;
 }
 
-Document LibraryStore::newDocument(const QString &title, const QString &text, const QString &sourceKind) const
+bool LibraryStore::tryWrite(const std::function<void(Database &database)> &body)
 {
-    Document document;
-    document.id = QUuid::createUuid();
-    document.projectID = m_project->value().id;
-    document.title = title;
-    document.text = replaceUnpairedSurrogates(text);
-    document.addedAt = m_services.now();
-    document.sourceKind = sourceKind;
-    document.wordCount = TextStats::wordCount(document.text);
-    document.charCount = TextStats::characterCount(document.text);
-    return document;
-}
-
-void LibraryStore::raiseCodingRevision()
-{
-    m_codingRevision.replace([](qint64 &revision) { ++revision; });
+    try {
+        m_queue.write(body);
+        return true;
+    } catch (const LocalizedError &) {
+        return false;
+    }
 }

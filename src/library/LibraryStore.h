@@ -3,6 +3,7 @@
 #include "analysis/OccurrenceList.h"
 #include "analysis/QueryResult.h"
 #include "analysis/QuerySpec.h"
+#include "analysis/TermCounter.h"
 #include "analysis/WordFrequency.h"
 #include "exchange/ExcerptExporter.h"
 #include "library/CodeCountCache.h"
@@ -10,10 +11,9 @@
 #include "library/DocumentFilter.h"
 #include "library/LibraryServices.h"
 #include "library/Observable.h"
-#include "library/RevealRequest.h"
 #include "library/SidebarSelection.h"
-#include "library/TermCountCache.h"
 #include "library/UnwrittenMemos.h"
+#include "platform/LocalizedError.h"
 #include "records/Code.h"
 #include "records/Coding.h"
 #include "records/Document.h"
@@ -23,10 +23,22 @@
 
 #include <QHash>
 #include <QList>
+#include <QSet>
 #include <QUrl>
 
+#include <functional>
 #include <optional>
 #include <vector>
+
+/// Asks the reader to open a passage. The rising token makes a second request for the same passage another one.
+struct RevealRequest {
+    QUuid documentID;
+    QUuid codingID; ///< the item that asked: a coding, or a row of results
+    TextRange range;
+    qint64 token = 0;
+
+    bool operator==(const RevealRequest &) const = default;
+};
 
 /// The open library: the one owner of the program's state, and the one place where anything is done to it.
 ///
@@ -192,35 +204,33 @@ public:
 
 private:
     void ensureProject();
+    [[nodiscard]] Project newProject(const QString &name) const;
     /// Stores the open project if its own write failed: nothing may lie in a project that no later start can open. To
     /// be called in the transaction that puts something into it.
     void keepProject(Database &database) const;
-    /// Inserts the coding, or throws unless its document and its code are stored in one project: they may be listed all
-    /// the same, when their own write failed, and a coding of nothing would stand in no list.
-    static void insertWhole(Database &database, const Coding &coding);
+    void loadProjects();
+    void resetContext();
+
     /// Reads the lists anew. Throws DatabaseError where `refresh` would go on with what it has.
     void expectWholeLists();
-    void dropForeignDocuments();
-    void loadCodes();
-    void loadProjects();
     void refreshCodeCounts();
-    void resetContext();
     void setDocuments(const QList<Document> &documents);
+    void selectFirstDocument();
     [[nodiscard]] const Document *findDocument(const QUuid &id) const;
     [[nodiscard]] const Code *findCode(const QUuid &id) const;
+    [[nodiscard]] QList<Code> readCodes(Database &database) const;
+
     [[nodiscard]] Document newDocument(const QString &title, const QString &text, const QString &sourceKind) const;
+    Code addCode(const QString &name, const QString &hex);
+    void addCoding(const QUuid &documentID, const QUuid &codeID, const TextRange &range);
+    void concludeRemoval(QUuid codeID, const SidebarSelection &next, bool isRemoved);
     void raiseCodingRevision();
+    [[nodiscard]] QList<ExcerptHit> readExcerpts(const QUuid &codeID) const;
     void reveal(const QUuid &documentID, const QUuid &itemID, const TextRange &range);
 
-    void seedDemoDocumentsIfEmpty();
-    void seedDemoCodesIfEmpty();
-    Code seedCode(const QString &name, const QString &hex);
-    void seedDemoMemosIfMissing();
-
-    [[nodiscard]] QList<Code> readCodes(Database &database) const;
-    [[nodiscard]] QList<ExcerptHit> readExcerpts(const QUuid &codeID) const;
-    template <typename Excerpts>
-    [[nodiscard]] QList<ExportCodeGroup> groupsOf(const std::optional<QUuid> &scopeCodeID, Excerpts excerptsOf) const;
+    void seedDocumentsIfEmpty();
+    void seedCodesIfEmpty();
+    void seedMemosIfMissing();
 
     struct ImportCount {
         qint64 imported = 0;
@@ -230,35 +240,56 @@ private:
     bool importCandidate(const QString &path, const ImportStep &step, ImportCount &count);
     void concludeImport(const ImportCount &count);
 
-    [[nodiscard]] QList<Document> documentsForScope(const WordFrequency::Scope &scope) const;
-    [[nodiscard]] QString scopeLabel(const WordFrequency::Scope &scope) const;
-    [[nodiscard]] QList<WordFrequency::Item> countedTerms(const WordFrequency::Scope &scope, qint64 limit);
-    /// The coded passages by document, each list sorted by position; absent when the scope isn't a code.
-    using Passages = QHash<QUuid, std::vector<TextRange>>;
-    [[nodiscard]] std::optional<Passages> codedPassages(const WordFrequency::Scope &scope) const;
-
-    /// Writes the memo of a changed record, unless it is the one that is listed and stored. Returns what the user must
-    /// be told when all is done.
-    template <typename R>
-    [[nodiscard]] std::optional<QString> writeMemo(const R &changed, const R &listed);
-    void concludeMemo(const QUuid &id, const std::optional<QString> &complaint);
-    /// Writes; a failure is ignored and the next reload shows the true state. Returns whether it was written.
-    template <typename Body>
-    bool writeIgnoringFailure(Body &&body);
-    /// Reads; a failure gives an empty result.
-    template <typename Body>
-    [[nodiscard]] auto readOrEmpty(Body &&body) const;
+    template <typename Excerpts>
+    [[nodiscard]] QList<ExportCodeGroup> groupsOf(const std::optional<QUuid> &scopeCodeID, Excerpts excerptsOf) const;
     /// Lets the user choose a place, writes there, and tells how it went.
     struct ExchangeFile;
     void presentExchangePanel(const ExchangeFile &file);
 
+    /// A document that is counted, or only some passages of it.
+    struct CountedDocument {
+        const Document &document;
+        std::optional<std::vector<TextRange>> passages;
+    };
+    [[nodiscard]] std::vector<CountedDocument> documentsInScope(const WordFrequency::Scope &scope) const;
+    [[nodiscard]] QString scopeLabel(const WordFrequency::Scope &scope) const;
+    [[nodiscard]] QList<WordFrequency::Item> countedTerms(const WordFrequency::Scope &scope, qint64 limit);
+    [[nodiscard]] const TermCounter &termsOfAllDocuments();
+
+    template <typename R>
+    void setMemo(R record, const QString &memo, const R *listed, Observable<QList<R>> &records);
+    template <typename R>
+    [[nodiscard]] std::optional<QString> memoOf(const R *listed) const;
+
+    /// Writes; returns false if that failed, which the next reload shows.
+    bool tryWrite(const std::function<void(Database &database)> &body);
+    /// Gives one field of the record a new value, and reloads.
+    template <typename R, typename Value>
+    void change(R record, const Field<R, Value> &field, const Value &value)
+    {
+        record.*field.member = value;
+        tryWrite([&](Database &database) { record.update(database, {field.name}); });
+        refresh();
+    }
+    /// Reads; a failure gives an empty result.
+    template <typename Body>
+    [[nodiscard]] auto readOrEmpty(Body &&body) const
+    {
+        try {
+            return m_queue.read(std::forward<Body>(body));
+        } catch (const LocalizedError &) {
+            return std::invoke_result_t<Body, Database &>{};
+        }
+    }
+
     LibraryServices m_services;
     DatabaseQueue &m_queue;
-    DocumentCache m_shelf;
-    CodeCountCache m_tally;
-    TermCountCache m_terms;
+    DocumentCache m_documentCache;
+    CodeCountCache m_codeCountCache;
+    TermCounter m_terms; ///< of all documents in `m_countedDocuments`
+    QSet<QUuid> m_countedDocuments;
     mutable DocumentFilter m_filter;
-    QHash<QUuid, qsizetype> m_documentPositions;
+    QHash<QUuid, qsizetype> m_documentPositions; ///< in the list
     UnwrittenMemos m_unwrittenMemos;
 
     Observable<std::optional<Project>> m_project;

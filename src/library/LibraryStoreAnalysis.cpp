@@ -2,12 +2,11 @@
 
 #include "analysis/CompoundQuery.h"
 #include "analysis/TermOccurrences.h"
-#include "library/LibraryStoreAccess.h"
+#include "records/database/Request.h"
 
 #include <QSet>
 
 #include <algorithm>
-#include <ranges>
 
 using namespace Qt::StringLiterals;
 
@@ -56,63 +55,65 @@ QList<WordFrequency::Item> LibraryStore::countedTerms(const WordFrequency::Scope
         return terms.top(m_wordFreqMinLength.get(), m_wordFreqIgnoreStopwords.get(), limit);
     };
     if (std::holds_alternative<WordFrequency::AllDocuments>(scope))
-        return top(m_terms.over(m_documents.get()));
+        return top(termsOfAllDocuments());
 
     TermCounter terms;
-    const auto coded = codedPassages(scope);
-    for (const Document &document : documentsForScope(scope)) {
-        if (coded)
-            terms.add(document.text, coded->value(document.id));
+    for (const auto &[document, passages] : documentsInScope(scope)) {
+        if (passages)
+            terms.add(document.text, *passages);
         else
             terms.add(document.text);
     }
     return top(terms);
 }
 
+/// Each document is counted once, since texts never change; all are counted again when one has gone.
+const TermCounter &LibraryStore::termsOfAllDocuments()
+{
+    const auto isCounted = [this](const Document &document) { return m_countedDocuments.contains(document.id); };
+    if (std::ranges::count_if(m_documents.get(), isCounted) != m_countedDocuments.size()) {
+        m_countedDocuments.clear();
+        m_terms = {};
+    }
+    for (const Document &document : m_documents.get()) {
+        if (isCounted(document))
+            continue;
+        m_countedDocuments.insert(document.id);
+        m_terms.add(document.text);
+    }
+    return m_terms;
+}
+
 void LibraryStore::selectWordFreqTerm(const QString &term)
 {
     m_wordFreqSelectedTerm.set(term);
-    const WordFrequency::Scope &scope = m_wordFreqScope.get();
-    const auto coded = codedPassages(scope);
     OccurrenceList occurrences;
-    for (const Document &document : documentsForScope(scope)) {
-        const auto passages = coded ? std::optional(coded->value(document.id)) : std::nullopt;
+    for (const auto &[document, passages] : documentsInScope(m_wordFreqScope.get()))
         occurrences.add(document.id, document.title, document.text,
             TermOccurrences::occurrences(
                 document.text, term, m_wordFreqMinLength.get(), m_wordFreqIgnoreStopwords.get(), passages));
-    }
     m_wordFreqOccurrences.set(occurrences);
 }
 
-QList<Document> LibraryStore::documentsForScope(const WordFrequency::Scope &scope) const
+std::vector<LibraryStore::CountedDocument> LibraryStore::documentsInScope(const WordFrequency::Scope &scope) const
 {
-    if (std::holds_alternative<WordFrequency::AllDocuments>(scope))
-        return m_documents.get();
-    QList<Document> result;
-    if (const auto *one = std::get_if<WordFrequency::InDocument>(&scope)) {
-        if (const Document *document = findDocument(one->documentID))
-            result.append(*document);
-        return result;
-    }
-    const auto coded = codedPassages(scope);
-    std::ranges::copy_if(m_documents.get(), std::back_inserter(result),
-        [&](const Document &document) { return coded->contains(document.id); });
-    return result;
-}
-
-std::optional<LibraryStore::Passages> LibraryStore::codedPassages(const WordFrequency::Scope &scope) const
-{
+    const auto *one = std::get_if<WordFrequency::InDocument>(&scope);
     const auto *coded = std::get_if<WordFrequency::InCode>(&scope);
-    if (!coded)
-        return {};
-    const QList<Coding> codings = readOrEmpty(
-        [&](Database &database) { return Coding::filter(Column("codeID") == coded->codeID).fetchAll(database); });
-    Passages passages;
-    for (const Coding &coding : codings)
-        passages[coding.documentID].push_back(coding.range());
-    for (auto &ranges : passages)
-        std::ranges::sort(ranges, {}, &TextRange::location);
-    return passages;
+    QHash<QUuid, std::vector<TextRange>> passages;
+    if (coded) {
+        const QList<Coding> codings = readOrEmpty(
+            [&](Database &database) { return Coding::filter(Column("codeID") == coded->codeID).fetchAll(database); });
+        for (const Coding &coding : codings)
+            passages[coding.documentID].push_back(coding.range());
+    }
+    std::vector<CountedDocument> result;
+    for (const Document &document : m_documents.get()) {
+        if (coded && passages.contains(document.id))
+            result.push_back({document, passages.value(document.id)});
+        else if (!coded && (!one || document.id == one->documentID))
+            result.push_back({document, std::nullopt});
+    }
+    return result;
 }
 
 QString LibraryStore::scopeLabel(const WordFrequency::Scope &scope) const

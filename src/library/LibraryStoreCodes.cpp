@@ -1,26 +1,42 @@
-#include "library/LibraryStore.h"
-
 #include "library/CodeTree.h"
-#include "library/LibraryStoreAccess.h"
-#include "platform/UnpairedSurrogates.h"
+#include "library/LibraryStore.h"
 #include "records/CodePalette.h"
 #include "records/TextTrimming.h"
+#include "records/database/Request.h"
+
+namespace {
+
+/// Throws unless the code is in the file: the store may list what another program has deleted, or what could never be
+/// written.
+void expectStored(Database &database, const QUuid &codeID)
+{
+    if (Code::filter(Column("id") == codeID).fetchCount(database) == 0)
+        throw DatabaseError::recordNotFound(QString::fromUtf8(Code::databaseTable));
+}
+
+} // namespace
+
+Code LibraryStore::addCode(const QString &name, const QString &hex)
+{
+    Code code;
+    code.id = QUuid::createUuid();
+    code.projectID = m_project->value().id;
+    code.name = name;
+    code.colorHex = hex;
+    code.createdAt = m_services.now();
+    tryWrite([&](Database &database) {
+        keepProject(database);
+        code.insert(database);
+    });
+    return code;
+}
 
 std::optional<Code> LibraryStore::createCode(const QString &name, const std::optional<QString> &colorHex)
 {
     const QString trimmed = TextTrimming::trimmed(name).toString();
     if (!m_project.get() || trimmed.isEmpty())
         return {};
-    Code code;
-    code.id = QUuid::createUuid();
-    code.projectID = m_project->value().id;
-    code.name = trimmed;
-    code.colorHex = colorHex.value_or(CodePalette::hexForNewCode(m_codes->size()));
-    code.createdAt = m_services.now();
-    writeIgnoringFailure([&](Database &database) {
-        keepProject(database);
-        code.insert(database);
-    });
+    const Code code = addCode(trimmed, colorHex.value_or(CodePalette::hexForNewCode(m_codes->size())));
     refresh();
     return code;
 }
@@ -28,59 +44,52 @@ std::optional<Code> LibraryStore::createCode(const QString &name, const std::opt
 void LibraryStore::renameCode(const Code &code, const QString &name)
 {
     const QString trimmed = TextTrimming::trimmed(name).toString();
-    if (trimmed.isEmpty())
-        return;
-    Code renamed = code;
-    renamed.name = trimmed;
-    writeIgnoringFailure([&](Database &database) { renamed.update(database, {"name"}); });
-    refresh();
+    if (!trimmed.isEmpty())
+        change(code, Field{"name", &Code::name}, trimmed);
 }
 
 void LibraryStore::setCodeColor(const Code &code, const QString &hex)
 {
-    Code recoloured = code;
-    recoloured.colorHex = hex;
-    writeIgnoringFailure([&](Database &database) { recoloured.update(database, {"colorHex"}); });
-    refresh();
-}
-
-void LibraryStore::setCodeMemo(const Code &code, const QString &memo)
-{
-    Code changed = code;
-    changed.memo = memo.isEmpty() ? std::nullopt : std::optional(replaceUnpairedSurrogates(memo));
-    const Code *listed = findCode(changed.id);
-    const std::optional<QString> complaint = writeMemo(changed, listed != nullptr ? *listed : code);
-    m_codes.replace([&](QList<Code> &codes) {
-        std::ranges::replace_if(
-            codes, [&](const Code &each) { return each.id == changed.id; }, changed);
-    });
-    concludeMemo(changed.id, complaint);
-}
-
-std::optional<QString> LibraryStore::codeMemo(const QUuid &id) const
-{
-    const Code *listed = findCode(id);
-    if (listed == nullptr)
-        return {};
-    return m_unwrittenMemos.applied(*listed).memo.value_or(QString());
+    change(code, Field{"colorHex", &Code::colorHex}, hex);
 }
 
 void LibraryStore::deleteCode(const Code &code)
 {
-    const Code deleted = code; // it may be an entry of the list that is reloaded below
-    const bool isDeleted = writeIgnoringFailure([&](Database &database) {
-        const QList<Code> children = Code::filter(Column("parentID") == deleted.id).fetchAll(database);
-        for (const Code &child : CodeTree::movedByDelete(deleted, children))
+    const bool isDeleted = tryWrite([&](Database &database) {
+        const QList<Code> children = Code::filter(Column("parentID") == code.id).fetchAll(database);
+        for (const Code &child : CodeTree::movedByDelete(code, children))
             child.update(database);
-        if (Code::deleteOne(database, deleted.id)) // or its passages would go, and it would stay
-            Coding::filter(Column("codeID") == deleted.id).deleteAll(database);
+        if (Code::deleteOne(database, code.id)) // if it stays, its passages do
+            Coding::filter(Column("codeID") == code.id).deleteAll(database);
     });
-    if (m_sidebarSelection.get() == SidebarSelection(CodeSelection{deleted.id}))
-        m_sidebarSelection.set(ProjectSelection{deleted.projectID});
+    concludeRemoval(code.id, ProjectSelection{code.projectID}, isDeleted);
+}
+
+void LibraryStore::mergeCodes(const Code &source, const Code &target)
+{
+    if (source.id == target.id)
+        return;
+    const bool isMerged = tryWrite([&](Database &database) {
+        expectStored(database, target.id);
+        database.execute("UPDATE coding SET codeID = ? WHERE codeID = ?",
+            {ValueEncoding::encoded(target.id), ValueEncoding::encoded(source.id)});
+        const QList<Code> codes = Code::filter(Column("projectID") == source.projectID).fetchAll(database);
+        for (const Code &moved : CodeTree::movedByMerge(source, target, codes))
+            moved.update(database);
+        Code::deleteOne(database, source.id);
+    });
+    concludeRemoval(source.id, CodeSelection{target.id}, isMerged);
+}
+
+// The identifier is a copy, because the code may be an entry of the list that is reloaded.
+void LibraryStore::concludeRemoval(QUuid codeID, const SidebarSelection &next, bool isRemoved)
+{
+    if (selectedCodeID() == codeID)
+        m_sidebarSelection.set(next);
     raiseCodingRevision();
     refresh();
-    if (isDeleted)
-        m_unwrittenMemos.drop(deleted.id);
+    if (isRemoved)
+        m_unwrittenMemos.drop(codeID);
 }
 
 void LibraryStore::nestCode(const QUuid &child, const QUuid &parent)
@@ -90,8 +99,8 @@ void LibraryStore::nestCode(const QUuid &child, const QUuid &parent)
         return;
     Code nested = *found;
     nested.parentID = parent;
-    writeIgnoringFailure([&](Database &database) {
-        expectStored<Code>(database, parent);
+    tryWrite([&](Database &database) {
+        expectStored(database, parent);
         nested.update(database, {"parentID"});
     });
     refresh();
@@ -99,35 +108,8 @@ void LibraryStore::nestCode(const QUuid &child, const QUuid &parent)
 
 void LibraryStore::moveCodeToTopLevel(const Code &code)
 {
-    if (!code.parentID)
-        return;
-    Code moved = code;
-    moved.parentID.reset();
-    writeIgnoringFailure([&](Database &database) { moved.update(database, {"parentID"}); });
-    refresh();
-}
-
-void LibraryStore::mergeCodes(const Code &source, const Code &target)
-{
-    if (source.id == target.id)
-        return;
-    const Code from = source; // both may be entries of the list that is reloaded below
-    const Code into = target;
-    const bool isMerged = writeIgnoringFailure([&](Database &database) {
-        expectStored<Code>(database, into.id);
-        database.execute("UPDATE coding SET codeID = ? WHERE codeID = ?",
-            {ValueEncoding::encoded(into.id), ValueEncoding::encoded(from.id)});
-        const QList<Code> codes = Code::filter(Column("projectID") == from.projectID).fetchAll(database);
-        for (const Code &moved : CodeTree::movedByMerge(from, into, codes))
-            moved.update(database);
-        Code::deleteOne(database, from.id);
-    });
-    if (m_sidebarSelection.get() == SidebarSelection(CodeSelection{from.id}))
-        m_sidebarSelection.set(CodeSelection{into.id});
-    raiseCodingRevision();
-    refresh();
-    if (isMerged)
-        m_unwrittenMemos.drop(from.id);
+    if (code.parentID)
+        change(code, Field{"parentID", &Code::parentID}, {});
 }
 
 QList<FlatCode> LibraryStore::orderedCodes() const

@@ -1,7 +1,7 @@
 #include "library/LibraryStore.h"
 
-#include "library/LibraryStoreAccess.h"
 #include "library/PassageTrimming.h"
+#include "records/database/Request.h"
 
 using namespace Qt::StringLiterals;
 
@@ -19,37 +19,41 @@ void LibraryStore::assignCode(const Code &code, const Document &document, const 
         return;
     const Expression same = Column("documentID") == document.id && Column("codeID") == code.id
         && Column("start") == passage.location && Column("length") == passage.length;
-    const bool isDuplicate =
-        readOrEmpty([&](Database &database) { return Coding::filter(same).fetchCount(database); }) != 0;
-    if (isDuplicate)
+    if (readOrEmpty([&](Database &database) { return Coding::filter(same).fetchCount(database); }) > 0)
         return;
-
-    Coding coding;
-    coding.id = QUuid::createUuid();
-    coding.documentID = document.id;
-    coding.codeID = code.id;
-    coding.start = passage.location;
-    coding.length = passage.length;
-    coding.createdAt = m_services.now();
-    writeIgnoringFailure([&](Database &database) { insertWhole(database, coding); });
+    addCoding(document.id, code.id, passage);
     raiseCodingRevision();
     refreshCodeCounts();
 }
 
-void LibraryStore::insertWhole(Database &database, const Coding &coding)
+/// Not unless the document and the code are stored in one project: they may be listed although their own write failed,
+/// and a coding without one of them would stand in no list.
+void LibraryStore::addCoding(const QUuid &documentID, const QUuid &codeID, const TextRange &range)
 {
-    const qint64 pairs = database.integer("SELECT COUNT(*) FROM document d JOIN code c ON c.projectID = d.projectID "
-                                          "WHERE d.id = ? AND c.id = ?",
-        {ValueEncoding::encoded(coding.documentID), ValueEncoding::encoded(coding.codeID)});
-    if (pairs == 0)
-        throw DatabaseError::recordNotFound(QString::fromUtf8(Coding::databaseTable));
-    coding.insert(database);
+    Coding coding;
+    coding.id = QUuid::createUuid();
+    coding.documentID = documentID;
+    coding.codeID = codeID;
+    coding.start = range.location;
+    coding.length = range.length;
+    coding.createdAt = m_services.now();
+    tryWrite([&](Database &database) {
+        const qint64 pairs = database.integer("SELECT COUNT(*) FROM document d JOIN code c ON c.projectID = "
+                                              "d.projectID WHERE d.id = ? AND c.id = ?",
+            {ValueEncoding::encoded(documentID), ValueEncoding::encoded(codeID)});
+        if (pairs > 0)
+            coding.insert(database);
+    });
+}
+
+void LibraryStore::raiseCodingRevision()
+{
+    m_codingRevision.replace([](qint64 &revision) { ++revision; });
 }
 
 void LibraryStore::removeCoding(const Coding &coding)
 {
-    const QUuid id = coding.id;
-    writeIgnoringFailure([&](Database &database) { Coding::deleteOne(database, id); });
+    tryWrite([&](Database &database) { Coding::deleteOne(database, coding.id); });
     raiseCodingRevision();
     refreshCodeCounts();
 }

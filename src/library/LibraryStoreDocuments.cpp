@@ -1,10 +1,35 @@
 #include "library/LibraryStore.h"
 
-#include "library/LibraryStoreAccess.h"
-#include "platform/UnpairedSurrogates.h"
+#include "records/TextStats.h"
 #include "records/TextTrimming.h"
+#include "platform/UnpairedSurrogates.h"
+#include "records/database/Request.h"
 
 using namespace Qt::StringLiterals;
+
+QList<Document> LibraryStore::visibleDocuments() const
+{
+    return m_filter.matching(m_documents.get(), m_searchText.get());
+}
+
+void LibraryStore::selectFirstDocument()
+{
+    m_selectedDocumentID.set(m_documents->isEmpty() ? std::nullopt : std::optional(m_documents->first().id));
+}
+
+Document LibraryStore::newDocument(const QString &title, const QString &text, const QString &sourceKind) const
+{
+    Document document;
+    document.id = QUuid::createUuid();
+    document.projectID = m_project->value().id;
+    document.title = title;
+    document.text = replaceUnpairedSurrogates(text);
+    document.addedAt = m_services.now();
+    document.sourceKind = sourceKind;
+    document.wordCount = TextStats::wordCount(document.text);
+    document.charCount = TextStats::characterCount(document.text);
+    return document;
+}
 
 bool LibraryStore::addPastedDocument(const QString &title, const QString &text)
 {
@@ -21,19 +46,15 @@ bool LibraryStore::addPastedDocument(const QString &title, const QString &text)
         return false;
     }
     refresh();
-    m_selectedDocumentID.set(m_documents->isEmpty() ? std::nullopt : std::optional(m_documents->first().id));
+    selectFirstDocument();
     return true;
 }
 
 void LibraryStore::renameDocument(const Document &document, const QString &title)
 {
     const QString trimmed = TextTrimming::trimmed(title).toString();
-    if (trimmed.isEmpty())
-        return;
-    Document renamed = document;
-    renamed.title = trimmed;
-    writeIgnoringFailure([&](Database &database) { renamed.update(database, {"title"}); });
-    refresh();
+    if (!trimmed.isEmpty())
+        change(document, Field{"title", &Document::title}, trimmed);
 }
 
 void LibraryStore::deleteDocument(const Document &document)
@@ -41,7 +62,7 @@ void LibraryStore::deleteDocument(const Document &document)
     const QUuid id = document.id; // `document` may be an entry of the list that is reloaded below
     try {
         m_queue.write([&](Database &database) {
-            if (Document::deleteOne(database, id)) // or its passages would go, and it would stay
+            if (Document::deleteOne(database, id)) // if it stays, its passages do
                 Coding::filter(Column("documentID") == id).deleteAll(database);
         });
     } catch (const LocalizedError &error) {
@@ -53,42 +74,4 @@ void LibraryStore::deleteDocument(const Document &document)
     raiseCodingRevision();
     refresh();
     m_unwrittenMemos.drop(id);
-}
-
-void LibraryStore::setDocumentMemo(const Document &document, const QString &memo)
-{
-    Document changed = document;
-    changed.memo = memo.isEmpty() ? std::nullopt : std::optional(replaceUnpairedSurrogates(memo));
-    const Document *listed = findDocument(changed.id);
-    const std::optional<QString> complaint = writeMemo(changed, listed != nullptr ? *listed : document);
-    m_documents.replace([&](QList<Document> &documents) {
-        std::ranges::replace_if(
-            documents, [&](const Document &each) { return each.id == changed.id; }, changed);
-    });
-    concludeMemo(changed.id, complaint);
-}
-
-/// What couldn't be stored before may be stored now: the user may have made room meanwhile.
-void LibraryStore::concludeMemo(const QUuid &id, const std::optional<QString> &complaint)
-{
-    if (complaint)
-        m_lastError.set(complaint);
-    else if (isMemoWritten(id))
-        saveUnwrittenMemos();
-}
-
-std::optional<QString> LibraryStore::saveUnwrittenMemos()
-{
-    const UnwrittenMemos::Attempt attempt = m_unwrittenMemos.writeAll(m_queue);
-    if (attempt.hasWritten)
-        refresh();
-    return attempt.complaint;
-}
-
-std::optional<QString> LibraryStore::documentMemo(const QUuid &id) const
-{
-    const Document *listed = findDocument(id);
-    if (listed == nullptr)
-        return {};
-    return m_unwrittenMemos.applied(*listed).memo.value_or(QString());
 }

@@ -3,15 +3,38 @@
 #include "exchange/RefiQdpx.h"
 #include "exchange/RefiQdpxExport.h"
 #include "exchange/RefiQdpxImport.h"
-#include "library/FileNames.h"
-#include "library/LibraryStoreAccess.h"
 #include "platform/AtomicFile.h"
 #include "platform/FileDialogs.h"
 #include "platform/FileViewer.h"
+#include "platform/UnpairedSurrogates.h"
+#include "records/database/Request.h"
 
 #include <QScopeGuard>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+bool isUnfitForFileNames(QChar unit)
+{
+    return unit == u'/' || unit == u'\\' || unit == u':' || unit.category() == QChar::Other_Control
+        || unit.category() == QChar::Other_Format || unit == QChar::LineSeparator || unit == QChar::ParagraphSeparator;
+}
+
+/// `name`, which the user or somebody else's file has given, without what would make a path or a strange name of it.
+QString cleanedFileName(const QString &name)
+{
+    constexpr qsizetype maxLength = 80; // in units: valid in UTF-8 everywhere, also with an ending
+    QString result = name.left(maxLength);
+    if (!result.isEmpty() && result.back().isHighSurrogate())
+        result.chop(1);
+    std::ranges::replace_if(result, isUnfitForFileNames, u'-');
+    while (result.startsWith(u'.'))
+        result.remove(0, 1);
+    return replaceUnpairedSurrogates(result);
+}
+
+} // namespace
 
 template <typename Excerpts>
 QList<ExportCodeGroup> LibraryStore::groupsOf(const std::optional<QUuid> &scopeCodeID, Excerpts excerptsOf) const
@@ -37,15 +60,6 @@ void LibraryStore::exportReport(const std::optional<QUuid> &scopeCodeID, ExportF
     for (ExportCodeGroup &group : groups)
         group.code = m_unwrittenMemos.applied(group.code);
     writeExport(groups, format, path);
-}
-
-void LibraryStore::expectWholeLists()
-{
-    if (!m_project.get())
-        return;
-    refresh(); // what hangs on the lists, too; but it goes on where it can't read
-    setDocuments(m_shelf.documents(m_project->value().id));
-    m_codes.set(m_queue.read([this](Database &database) { return readCodes(database); }));
 }
 
 void LibraryStore::writeExport(const QList<ExportCodeGroup> &groups, ExportFormat format, const QString &path) const
@@ -124,7 +138,7 @@ void LibraryStore::presentExportQdcPanel()
 
 void LibraryStore::presentExchangePanel(const ExchangeFile &file)
 {
-    const QString name = m_project.get() ? FileNames::cleaned(m_project->value().name) : u"Vorn"_s;
+    const QString name = m_project.get() ? cleanedFileName(m_project->value().name) : u"Vorn"_s;
     const std::optional<QString> path = m_services.fileDialogs.chooseToSave({.title = file.title,
         .prompt = u"Export"_s,
         .proposedName = name + file.nameEnding,

@@ -1,9 +1,9 @@
 #include "library/LibraryStore.h"
 
 #include "exchange/DocumentImporter.h"
-#include "library/LibraryStoreAccess.h"
 #include "platform/FileDialogs.h"
 #include "records/TextTrimming.h"
+#include "records/database/Request.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -91,7 +91,7 @@ bool LibraryStore::importCandidate(const QString &path, const ImportStep &step, 
 void LibraryStore::concludeImport(const ImportCount &count)
 {
     if (count.imported > 0)
-        m_selectedDocumentID.set(m_documents->isEmpty() ? std::nullopt : std::optional(m_documents->first().id));
+        selectFirstDocument();
     else if (count.skipped > 0)
         m_lastError.set(u"No supported files found (supported: txt · md · docx · rtf · pdf)."_s);
 }

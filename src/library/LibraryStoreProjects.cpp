@@ -1,9 +1,34 @@
 #include "library/LibraryStore.h"
 
-#include "library/LibraryStoreAccess.h"
-#include "platform/UnpairedSurrogates.h"
 #include "records/TextTrimming.h"
+#include "platform/UnpairedSurrogates.h"
+#include "records/database/Request.h"
 #include "records/database/Row.h"
+
+using namespace Qt::StringLiterals;
+
+void LibraryStore::ensureProject()
+{
+    if (m_project.get())
+        return;
+    std::optional<Project> oldest =
+        m_queue.read([](Database &database) { return Project::all().order(Column("createdAt")).fetchOne(database); });
+    if (!oldest) {
+        oldest = newProject(u"Untitled Study"_s);
+        m_queue.write([&](Database &database) { oldest->insert(database); });
+    }
+    m_project.set(oldest);
+}
+
+Project LibraryStore::newProject(const QString &name) const
+{
+    Project project;
+    project.id = QUuid::createUuid();
+    project.name = name;
+    project.createdAt = m_services.now();
+    project.modifiedAt = m_services.now();
+    return project;
+}
 
 void LibraryStore::loadProjects()
 {
@@ -27,16 +52,12 @@ std::optional<Project> LibraryStore::createProject(const QString &name)
     const QString trimmed = TextTrimming::trimmed(name).toString();
     if (trimmed.isEmpty())
         return {};
-    Project project;
-    project.id = QUuid::createUuid();
-    project.name = replaceUnpairedSurrogates(trimmed);
-    project.createdAt = m_services.now();
-    project.modifiedAt = m_services.now();
-    writeIgnoringFailure([&](Database &database) { project.insert(database); });
+    const Project project = newProject(replaceUnpairedSurrogates(trimmed));
+    tryWrite([&](Database &database) { project.insert(database); });
     loadProjects();
     m_project.set(project);
     resetContext();
-    m_sidebarSelection.set(ProjectSelection{project.id});
+    goToDocuments();
     refresh();
     return project;
 }
@@ -70,7 +91,7 @@ void LibraryStore::renameProject(const Project &project, const QString &name)
     Project renamed = project;
     renamed.name = replaceUnpairedSurrogates(trimmed);
     renamed.modifiedAt = m_services.now();
-    writeIgnoringFailure([&](Database &database) { renamed.update(database, {"name", "modifiedAt"}); });
+    tryWrite([&](Database &database) { renamed.update(database, {"name", "modifiedAt"}); });
     if (m_project.get() && m_project->value().id == renamed.id)
         m_project.set(renamed);
     loadProjects();

@@ -1,7 +1,7 @@
 #include "library/LibraryStore.h"
 
-#include "library/LibraryStoreAccess.h"
 #include "library/SampleContent.h"
+#include "records/database/Request.h"
 
 #include <QHash>
 
@@ -9,9 +9,9 @@ using namespace Qt::StringLiterals;
 
 void LibraryStore::seedSampleContent()
 {
-    seedDemoDocumentsIfEmpty();
-    seedDemoCodesIfEmpty();
-    seedDemoMemosIfMissing();
+    seedDocumentsIfEmpty();
+    seedCodesIfEmpty();
+    seedMemosIfMissing();
     refresh();
 }
 
@@ -23,21 +23,21 @@ void LibraryStore::loadSampleContent()
         u"Sample content loaded — click a code in the sidebar, or select text in the document to try coding."_s);
 }
 
-void LibraryStore::seedDemoDocumentsIfEmpty()
+void LibraryStore::seedDocumentsIfEmpty()
 {
     const auto count = [](Database &database) { return Document::all().fetchCount(database); };
     if (!m_project.get() || readOrEmpty(count) > 0)
         return;
     for (const SampleDocument &sample : SampleContent::documents()) {
         const Document document = newDocument(sample.title, sample.text, sample.sourceKind);
-        writeIgnoringFailure([&](Database &database) {
+        tryWrite([&](Database &database) {
             keepProject(database);
             document.insert(database);
         });
     }
 }
 
-void LibraryStore::seedDemoCodesIfEmpty()
+void LibraryStore::seedCodesIfEmpty()
 {
     const auto count = [](Database &database) { return Code::all().fetchCount(database); };
     if (!m_project.get() || readOrEmpty(count) > 0)
@@ -45,55 +45,29 @@ void LibraryStore::seedDemoCodesIfEmpty()
     const QUuid projectID = m_project->value().id;
     const QList<Document> documents = readOrEmpty(
         [&](Database &database) { return Document::filter(Column("projectID") == projectID).fetchAll(database); });
-    QHash<QString, Code> codes;
+    QHash<QString, QUuid> codeIDs;
     for (const Seed &seed : SampleContent::seeds()) {
         const auto document = std::ranges::find(documents, seed.docTitle, &Document::title);
         const qsizetype start = document == documents.end() ? -1 : document->text.indexOf(seed.phrase);
         if (start < 0)
             continue;
-        if (!codes.contains(seed.code))
-            codes.insert(seed.code, seedCode(seed.code, seed.hex));
-        Coding coding;
-        coding.id = QUuid::createUuid();
-        coding.documentID = document->id;
-        coding.codeID = codes.value(seed.code).id;
-        coding.start = start;
-        coding.length = seed.phrase.size();
-        coding.createdAt = m_services.now();
-        writeIgnoringFailure([&](Database &database) { insertWhole(database, coding); });
+        if (!codeIDs.contains(seed.code))
+            codeIDs.insert(seed.code, addCode(seed.code, seed.hex).id);
+        addCoding(document->id, codeIDs.value(seed.code), {start, seed.phrase.size()});
     }
 }
 
-Code LibraryStore::seedCode(const QString &name, const QString &hex)
+void LibraryStore::seedMemosIfMissing()
 {
-    Code code;
-    code.id = QUuid::createUuid();
-    code.projectID = m_project->value().id;
-    code.name = name;
-    code.colorHex = hex;
-    code.createdAt = m_services.now();
-    writeIgnoringFailure([&](Database &database) {
-        keepProject(database);
-        code.insert(database);
-    });
-    return code;
-}
-
-void LibraryStore::seedDemoMemosIfMissing()
-{
-    const auto giveMemo = [this](auto record, const QString &memo) {
+    const auto giveMemo = [this](const auto &request, const QString &memo) {
+        auto record = readOrEmpty([&](Database &database) { return request.fetchOne(database); });
         if (!record || record->memo)
             return;
         record->memo = memo;
-        writeIgnoringFailure([&](Database &database) { record->update(database, {"memo"}); });
+        tryWrite([&](Database &database) { record->update(database, {"memo"}); });
     };
-    const SampleMemo &codeMemo = SampleContent::codeMemo();
-    giveMemo(readOrEmpty(
-                 [&](Database &database) { return Code::filter(Column("name") == codeMemo.name).fetchOne(database); }),
-        codeMemo.memo);
-    const SampleMemo &documentMemo = SampleContent::documentMemo();
-    giveMemo(readOrEmpty([&](Database &database) {
-        return Document::filter(Column("title") == documentMemo.name).fetchOne(database);
-    }),
-        documentMemo.memo);
+    const auto &[codeName, codeMemo] = SampleContent::codeMemo();
+    giveMemo(Code::filter(Column("name") == codeName), codeMemo);
+    const auto &[title, documentMemo] = SampleContent::documentMemo();
+    giveMemo(Document::filter(Column("title") == title), documentMemo);
 }

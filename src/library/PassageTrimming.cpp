@@ -1,19 +1,11 @@
 #include "library/PassageTrimming.h"
 
+#include "analysis/SaturatingArithmetic.h"
 #include "records/TextTrimming.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace {
-
-qint64 endOf(const TextRange &range)
-{
-    qint64 end = 0;
-    if (!__builtin_add_overflow(range.location, range.length, &end))
-        return end;
-    return range.length > 0 ? std::numeric_limits<qint64>::max() : std::numeric_limits<qint64>::min();
-}
 
 bool isBlank(QChar unit)
 {
@@ -26,7 +18,7 @@ TextRange PassageTrimming::passage(QStringView text, const TextRange &range)
 {
     const qint64 size = text.size();
     qint64 start = std::clamp<qint64>(range.location, 0, size);
-    qint64 end = std::min(endOf(range), size);
+    qint64 end = std::min(saturatingAdd(range.location, range.length), size);
     while (start < end && isBlank(text[start]))
         ++start;
     while (start < end && isBlank(text[end - 1]))

@@ -1,1 +1,0 @@
-#include "library/Observable.h" // for its meta-object
