@@ -19,17 +19,15 @@ namespace {
 
 /// A range by its ends, so that even the absurd ones of a foreign file can be compared.
 struct Stretch {
-    qint64 lower = 0;
-    qint64 upper = 0; ///< behind the last unit
-
-    [[nodiscard]] TextRange range() const { return {lower, saturatingDistance(lower, upper)}; }
+    qint64 start = 0;
+    qint64 end = 0;
 };
 using Stretches = std::vector<Stretch>;
 using StretchesByCode = QHash<QUuid, Stretches>;
 
-Stretch stretchOf(const Coding &coding)
+TextRange rangeOf(const Stretch &stretch)
 {
-    return {coding.start, saturatingAdd(coding.start, std::max<qint64>(coding.length, 1))};
+    return {stretch.start, saturatingDistance(stretch.start, stretch.end)};
 }
 
 // Both must be united, and so is the result: stretches of either have gaps between them.
@@ -37,33 +35,29 @@ Stretches overlaps(const Stretches &some, const Stretches &others)
 {
     Stretches result;
     for (auto one = some.begin(), other = others.begin(); one != some.end() && other != others.end();) {
-        const Stretch shared{std::max(one->lower, other->lower), std::min(one->upper, other->upper)};
-        if (shared.lower < shared.upper)
+        const Stretch shared{std::max(one->start, other->start), std::min(one->end, other->end)};
+        if (shared.start < shared.end)
             result.push_back(shared);
-        one->upper < other->upper ? ++one : ++other;
+        one->end < other->end ? ++one : ++other;
     }
     return result;
 }
 
-// Uniting each code's stretches first gives the same as comparing every coding with every other and uniting what they
-// share: both are the maximal stretches of the units that every code covers.
-Stretches sharedByAll(const StretchesByCode &byCode, const QList<QUuid> &codeIDs)
+// Each code's stretches are united first. That gives the same as comparing every coding with every other: the longest
+// stretches of units that every code covers.
+std::vector<TextRange> sharedByAll(const auto &codings, const QList<QUuid> &codeIDs)
 {
-    std::optional<Stretches> shared;
-    for (const QUuid &codeID : codeIDs) {
-        const Stretches stretches = united<&Stretch::lower, &Stretch::upper>(byCode.value(codeID));
-        shared = shared ? overlaps(*shared, stretches) : stretches;
-        if (shared->empty())
-            break;
-    }
-    return shared.value_or(Stretches());
-}
-
-StretchesByCode stretchesByCode(const auto &codings)
-{
-    StretchesByCode result;
+    StretchesByCode byCode;
     for (const Coding &coding : codings)
-        result[coding.codeID].push_back(stretchOf(coding));
+        byCode[coding.codeID].push_back(
+            {coding.start, saturatingAdd(coding.start, std::max<qint64>(coding.length, 1))});
+    Stretches shared;
+    for (qsizetype index = 0; index < codeIDs.size(); ++index) {
+        const Stretches stretches = united<&Stretch::start, &Stretch::end>(byCode.value(codeIDs[index]));
+        shared = index == 0 ? stretches : overlaps(shared, stretches);
+    }
+    std::vector<TextRange> result(shared.size());
+    std::ranges::transform(shared, result.begin(), rangeOf);
     return result;
 }
 
@@ -87,8 +81,8 @@ std::vector<Passage> passagesOfAny(CodingReferences codings)
 std::vector<Passage> passagesOfAll(const CodingReferences &codings, const QList<QUuid> &codeIDs)
 {
     std::vector<Passage> result;
-    for (const Stretch &stretch : sharedByAll(stretchesByCode(codings), codeIDs))
-        result.push_back({stretch.range(), codeIDs});
+    for (const TextRange &range : sharedByAll(codings, codeIDs))
+        result.push_back({range, codeIDs});
     return result;
 }
 
@@ -121,10 +115,7 @@ std::optional<TextRange> clamped(const TextRange &range, QStringView text)
 
 std::vector<TextRange> CompoundQuery::intersectCodings(std::span<const Coding> codings, const QList<QUuid> &codeIDs)
 {
-    std::vector<TextRange> result;
-    for (const Stretch &stretch : sharedByAll(stretchesByCode(codings), codeIDs))
-        result.push_back(stretch.range());
-    return result;
+    return sharedByAll(codings, codeIDs);
 }
 
 QList<QueryResult> CompoundQuery::evaluate(
@@ -132,6 +123,7 @@ QList<QueryResult> CompoundQuery::evaluate(
 {
     const TextSearch filter(TextTrimming::trimmed(spec.textFilter));
     const std::vector<CodingReferences> chosen = chosenCodings(spec.codeIDs, codings, documents);
+    const QUuid listID = QUuid::createUuid();
     QList<QueryResult> results;
     for (qsizetype index = 0; index < documents.size(); ++index) {
         const Document &document = documents[index];
@@ -140,7 +132,7 @@ QList<QueryResult> CompoundQuery::evaluate(
             spec.mode == QuerySpec::Mode::any ? passagesOfAny(ofDocument) : passagesOfAll(ofDocument, spec.codeIDs)) {
             const auto range = clamped(passage.range, document.text);
             if (range && filter.isIn(QStringView(document.text).sliced(range->location, range->length)))
-                results.append({ListIdentity::fresh(), document.id, document.title, *range,
+                results.append({rowIdentity(listID, results.size()), document.id, document.title, *range,
                     Snippet(document.text, *range), passage.codeIDs});
         }
     }

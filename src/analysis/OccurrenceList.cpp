@@ -10,7 +10,7 @@ void OccurrenceList::add(
     if (ranges.empty())
         return;
     if (isEmpty())
-        m_listID = ListIdentity::fresh();
+        m_listID = QUuid::createUuid();
     for (const TextRange &range : ranges)
         m_places.append({quint32(range.location), quint32(range.length)});
     m_sources.append({documentID, title, text, m_places.size()});
@@ -22,6 +22,6 @@ WordFrequency::Occurrence OccurrenceList::at(qsizetype index) const
     const Place &place = m_places.at(index);
     const TextRange range{place.start, place.length};
     const TextRange context = WordFrequency::contextOf(range, source.text.size());
-    return {ListIdentity::ofRow(m_listID, index), source.documentID, source.title, range,
+    return {rowIdentity(m_listID, index), source.documentID, source.title, range,
         source.text.mid(context.location, context.length)};
 }

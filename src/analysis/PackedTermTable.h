@@ -32,8 +32,6 @@ public:
         m_pendingCount = 0;
     }
 
-    void clear() { *this = PackedTermTable(); }
-
     /// Calls `visit` with the view of each term, valid until the next change, and its count.
     template <typename Visitor>
     void forEach(Visitor visit) const

@@ -8,18 +8,15 @@
 
 #include <array>
 #include <bit>
-#include <optional>
 
 /// A word of one to 16 Latin-1 units, as nearly all words of Western languages are, packed into two registers.
 struct ShortWord {
-    static constexpr qsizetype longest = 16;
+    static constexpr qsizetype maxLength = 16;
 
     quint64 low = 0; ///< the first eight units, the first one in the lowest byte; unused bytes are 0
     quint64 high = 0;
     quint32 length = 0;
 
-    /// Absent when `word` is empty or doesn't fit.
-    [[nodiscard]] static std::optional<ShortWord> from(QStringView word);
     [[nodiscard]] quint64 hash(const TermHash::Seeds &seeds) const noexcept
     {
         return TermHash::mixed(low ^ seeds.first, high ^ seeds.second ^ length);

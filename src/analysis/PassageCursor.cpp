@@ -2,14 +2,13 @@
 
 #include "analysis/SaturatingArithmetic.h"
 
-#include <algorithm>
-
 PassageCursor::PassageCursor(qsizetype textLength) : m_covered{{0, textLength}}
 {
 }
 
 PassageCursor::PassageCursor(std::span<const TextRange> passages, qsizetype textLength)
 {
+    m_covered.reserve(passages.size());
     for (const TextRange &passage : passages) {
         const qint64 start = std::max<qint64>(passage.location, 0);
         const qint64 end = std::min<qint64>(saturatingAdd(passage.location, passage.length), textLength);

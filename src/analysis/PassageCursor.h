@@ -12,7 +12,7 @@ class PassageCursor {
 public:
     /// One passage: the whole text.
     explicit PassageCursor(qsizetype textLength);
-    /// `passages` must be sorted by location. They may overlap, repeat, be empty and lie outside the text.
+    /// The passages may overlap, repeat, be empty and lie outside the text.
     PassageCursor(std::span<const TextRange> passages, qsizetype textLength);
 
     /// The tokens must come in the order of their starts: all calls together are one walk over the passages.

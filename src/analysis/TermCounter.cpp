@@ -6,6 +6,7 @@
 #include "records/CharacterTable.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace {
 
@@ -17,7 +18,7 @@ struct Word {
     [[nodiscard]] bool isPacked() const
     {
         constexpr quint16 unfit = CharacterTable::complex | CharacterTable::wideLower;
-        return (run.traits & unfit) == 0 && run.length() <= ShortWord::longest;
+        return (run.traits & unfit) == 0 && run.length() <= ShortWord::maxLength;
     }
 };
 
@@ -41,9 +42,23 @@ inline Word wordAt(QStringView text, qsizetype start, const CharacterTable &tabl
     const quint64 low = packUpToEight();
     const quint64 high = position - start == 8 ? packUpToEight() : 0;
     Word word{{start, position, traits}, {low, high, quint32(position - start)}};
-    if (position - start == ShortWord::longest)
+    if (position - start == ShortWord::maxLength)
         TextRuns::extend(word.run, text, CharacterTable::word);
     return word;
+}
+
+std::optional<ShortWord> packed(QStringView word)
+{
+    if (word.isEmpty() || word.size() > ShortWord::maxLength)
+        return {};
+    ShortWord result{0, 0, quint32(word.size())};
+    for (qsizetype index = 0; index < word.size(); ++index) {
+        const char16_t unit = word[index].unicode();
+        if (unit > 0xFF)
+            return {};
+        (index < 8 ? result.low : result.high) |= quint64(unit) << (index % 8 * 8);
+    }
+    return result;
 }
 
 } // namespace
@@ -57,13 +72,6 @@ void TermCounter::add(QStringView text, std::span<const TextRange> passages)
 {
     if (!passages.empty())
         count(text, PassageCursor(passages, text.size()));
-}
-
-void TermCounter::clear()
-{
-    m_shortWords.clear();
-    m_bigrams.clear();
-    m_otherTerms.clear();
 }
 
 void TermCounter::count(QStringView text, PassageCursor isInPassage)
@@ -109,11 +117,11 @@ void TermCounter::count(QStringView text, PassageCursor isInPassage)
 }
 
 // The composed form decides where a word is counted: it may be Latin-1 where the word in the text wasn't.
-void TermCounter::addComplexWord(QStringView word)
+void TermCounter::addComplexWord(QStringView units)
 {
-    const QString term = CharacterTable::composed(CharacterTable::lowered(word));
-    if (const auto packed = ShortWord::from(term))
-        m_shortWords.add(*packed);
+    const QString term = CharacterTable::composed(CharacterTable::lowered(units));
+    if (const auto word = packed(term))
+        m_shortWords.add(*word);
     else
         m_otherTerms.add(term, false);
 }

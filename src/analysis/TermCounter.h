@@ -13,16 +13,14 @@
 
 class PassageCursor;
 
-/// Running totals of all terms of some texts, as `WordFrequency::tokens` finds them, in one walk over each text and
-/// without a list of tokens. Short words and stop words are counted, too, and left out only of an answer: the same
-/// totals serve every minimum length.
+/// Running totals of all terms of some texts, counted in one walk over each text without a list of tokens. Short words
+/// and stop words are counted, too, and left out only of an answer: the same totals serve every minimum length.
 class TermCounter {
 public:
     void add(QStringView text);
-    /// Counts only the tokens that share a unit with a passage, each once and whole. `passages` must be sorted by
-    /// location; they may overlap and lie outside the text.
+    /// Counts only the tokens that share a unit with a passage, each once and whole. Passages may overlap and lie
+    /// outside the text.
     void add(QStringView text, std::span<const TextRange> passages);
-    void clear();
 
     /// The `limit` most frequent terms, in composed form; those of equal count in the order of their code points. A
     /// negative limit is no term. `minLength` counts grapheme clusters.

@@ -17,47 +17,13 @@ bool beginsWithIdeograph(QStringView term)
     return CharacterTable::wordTrait(first) == CharacterTable::ideograph;
 }
 
-/// Compares stretches of a text, whose traits are known, with one term.
-class TermComparison {
-public:
-    explicit TermComparison(QStringView composedTerm) : m_term(composedTerm) { }
-
-    [[nodiscard]] bool operator()(QStringView stretch, quint16 traits) const
-    {
-        if ((traits & CharacterTable::complex) != 0)
-            return CharacterTable::composed(CharacterTable::lowered(stretch)) == m_term;
-        return std::ranges::equal(stretch, m_term,
-            [this](QChar unit, QChar termUnit) { return m_table[unit.unicode()].lower == termUnit.unicode(); });
-    }
-
-private:
-    const CharacterTable &m_table = CharacterTable::shared();
-    QStringView m_term;
-};
-
-/// Collects what of one walk over a text is asked for.
-class Collector {
-public:
-    Collector(QStringView text, QStringView composedTerm, const std::optional<std::vector<TextRange>> &passages)
-        : m_text(text),
-          m_isTerm(composedTerm),
-          m_isInPassage(passages ? PassageCursor(*passages, text.size()) : PassageCursor(text.size()))
-    {
-    }
-
-    void take(const TextRuns::Run &token)
-    {
-        if (m_isTerm(m_text.sliced(token.start, token.length()), token.traits) && m_isInPassage(token.start, token.end))
-            m_found.push_back({token.start, token.length()});
-    }
-    [[nodiscard]] std::vector<TextRange> found() && { return std::move(m_found); }
-
-private:
-    QStringView m_text;
-    TermComparison m_isTerm;
-    PassageCursor m_isInPassage;
-    std::vector<TextRange> m_found;
-};
+bool isTerm(QStringView token, quint16 traits, QStringView composedTerm, const CharacterTable &table)
+{
+    if ((traits & CharacterTable::complex) != 0)
+        return CharacterTable::composed(CharacterTable::lowered(token)) == composedTerm;
+    return std::ranges::equal(token, composedTerm,
+        [&](QChar unit, QChar termUnit) { return table[unit.unicode()].lower == termUnit.unicode(); });
+}
 
 } // namespace
 
@@ -68,15 +34,21 @@ std::vector<TextRange> TermOccurrences::occurrences(QStringView text, QStringVie
     const QString composed = CharacterTable::composed(term);
     if (composed.isEmpty())
         return {};
-    Collector collector(text, composed, passages);
-    const auto take = [&](const TextRuns::Run &token) { collector.take(token); };
+    const CharacterTable &table = CharacterTable::shared();
+    PassageCursor isInPassage = passages ? PassageCursor(*passages, text.size()) : PassageCursor(text.size());
+    std::vector<TextRange> found;
+    const auto take = [&](const TextRuns::Run &token) {
+        if (isTerm(text.sliced(token.start, token.length()), token.traits, composed, table)
+            && isInPassage(token.start, token.end))
+            found.push_back({token.start, token.length()});
+    };
     if (beginsWithIdeograph(composed)) {
         TextRuns::forEach(text, CharacterTable::ideograph,
             [&](const TextRuns::Run &run) { TextRuns::forEachIdeographicTerm(run, text, take); });
-        return std::move(collector).found();
+        return found;
     }
     const bool isIgnored = ignoreStopwords && WordFrequency::stopwords().contains(composed);
     if (!isIgnored && TextStats::characterCount(composed) >= minLength)
         TextRuns::forEach(text, CharacterTable::word, take);
-    return std::move(collector).found();
+    return found;
 }

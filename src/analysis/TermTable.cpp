@@ -3,11 +3,27 @@
 #include "analysis/TermHash.h"
 #include "records/TextStats.h"
 
+#include <algorithm>
+#include <cstring>
 #include <limits>
 
 namespace {
 
 constexpr std::size_t initialSlots = 4096;
+
+quint64 hashOf(QStringView text)
+{
+    const auto &[first, second] = TermHash::seeds();
+    constexpr qsizetype unitsAtOnce = sizeof(quint64) / sizeof(char16_t);
+    quint64 hash = first ^ quint64(text.size());
+    for (qsizetype position = 0; position < text.size(); position += unitsAtOnce) {
+        quint64 chunk = 0;
+        const qsizetype units = std::min(unitsAtOnce, text.size() - position);
+        std::memcpy(&chunk, text.utf16() + position, std::size_t(units) * sizeof(char16_t));
+        hash = TermHash::mixed(hash ^ chunk, second);
+    }
+    return hash;
+}
 
 } // namespace
 
@@ -15,14 +31,9 @@ TermTable::TermTable() : m_slots(initialSlots)
 {
 }
 
-void TermTable::clear()
-{
-    *this = TermTable();
-}
-
 void TermTable::add(QStringView term, bool isIdeographic)
 {
-    const quint64 hash = TermHash::of(term);
+    const quint64 hash = hashOf(term);
     std::size_t index = hash & (m_slots.size() - 1);
     for (; m_slots[index] != 0; index = (index + 1) & (m_slots.size() - 1)) {
         Entry &entry = m_entries[m_slots[index] - 1];

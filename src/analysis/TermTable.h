@@ -13,7 +13,6 @@ public:
 
     /// `term` is in composed form. Whether it consists of ideographs must be the same each time.
     void add(QStringView term, bool isIdeographic);
-    void clear();
 
     /// Calls `visit` with each term as QStringView, valid until the next change, its length in grapheme clusters (no
     /// limit for ideographs, which are never too short) and its count.

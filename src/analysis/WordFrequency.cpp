@@ -1,9 +1,5 @@
 #include "analysis/WordFrequency.h"
 
-#include "analysis/TextRuns.h"
-#include "records/CharacterTable.h"
-#include "records/TextStats.h"
-
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -22,29 +18,6 @@ const QSet<QString> &WordFrequency::stopwords()
         return QSet<QString>(list.begin(), list.end());
     }();
     return words;
-}
-
-std::vector<WordFrequency::Token> WordFrequency::tokens(QStringView text, qsizetype minLength, bool ignoreStopwords)
-{
-    std::vector<Token> result;
-    TextRuns::forEach(text, CharacterTable::word, [&](const TextRuns::Run &run) {
-        const QString term = CharacterTable::lowered(text.sliced(run.start, run.length()));
-        if (TextStats::characterCount(term) < minLength || (ignoreStopwords && stopwords().contains(term)))
-            return;
-        result.push_back({term, {run.start, run.length()}});
-    });
-    TextRuns::forEach(text, CharacterTable::ideograph, [&](const TextRuns::Run &run) {
-        TextRuns::forEachIdeographicTerm(run, text, [&](const TextRuns::Run &term) {
-            const QStringView ideographs = text.sliced(term.start, term.length());
-            result.push_back({ideographs.toString(), {term.start, term.length()}});
-        });
-    });
-    return result;
-}
-
-bool WordFrequency::sameTerm(QStringView a, QStringView b)
-{
-    return a == b || CharacterTable::composed(a) == CharacterTable::composed(b);
 }
 
 TextRange WordFrequency::contextOf(const TextRange &token, qsizetype textLength)

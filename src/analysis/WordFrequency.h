@@ -8,13 +8,13 @@
 #include <QUuid>
 
 #include <variant>
-#include <vector>
 
 /// What a term is, and how a text splits into them. All positions in UTF-16 code units.
 ///
 /// A text is read unit by unit. A word is a run of letters, marks and numbers; a run of ideographs gives its
 /// overlapping pairs, or the one ideograph it consists of. Everything else separates, halves of surrogate pairs
-/// included. Terms are lower case, and canonically equivalent terms are one.
+/// included. Terms are lower case, and canonically equivalent terms are one. A minimum length counts grapheme clusters;
+/// neither it nor the stop words concern ideographs.
 namespace WordFrequency {
 
 struct AllDocuments {
@@ -47,22 +47,8 @@ struct Occurrence {
     bool operator==(const Occurrence &) const = default;
 };
 
-struct Token {
-    QString term;
-    TextRange range;
-    bool operator==(const Token &) const = default;
-};
-
 /// 136 English words in lower case.
 [[nodiscard]] const QSet<QString> &stopwords();
-
-/// All words in text order, then all terms of ideographs in text order. Words of fewer than `minLength` grapheme
-/// clusters, and stop words where they are to be ignored, are left out; neither concerns ideographs. This is the
-/// reading of a text that `TermCounter` and `TermOccurrences` keep to without making its list.
-[[nodiscard]] std::vector<Token> tokens(QStringView text, qsizetype minLength, bool ignoreStopwords);
-
-/// Canonical equivalence.
-[[nodiscard]] bool sameTerm(QStringView a, QStringView b);
 
 /// What is shown around a token: from 28 units before it to 90 behind it, as far as the text goes.
 [[nodiscard]] TextRange contextOf(const TextRange &token, qsizetype textLength);

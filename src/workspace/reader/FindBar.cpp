@@ -1,5 +1,6 @@
 #include "workspace/reader/FindBar.h"
 
+#include "analysis/TextMatches.h"
 #include "kit/controls/ElidedLabel.h"
 #include "kit/controls/SearchField.h"
 #include "kit/theme/Fonts.h"
@@ -9,7 +10,6 @@
 #include "kit/theme/ThemeColors.h"
 #include "platform/LocaleText.h"
 #include "surface/CodingTextView.h"
-#include "workspace/reader/FindMatches.h"
 #include "workspace/reader/ReadingColumn.h"
 
 #include <QHBoxLayout>
@@ -106,7 +106,7 @@ void FindBar::textChanged()
 
 void FindBar::markMatches()
 {
-    m_text.setFindMatches(FindMatches::in(m_text.text(), m_field->text()));
+    m_text.setFindMatches(TextMatches::allIn(m_text.text(), m_field->text()));
 }
 
 /// The index of the first match that begins at or after the caret; the number of matches if none does.

@@ -1,6 +1,6 @@
 #include "workspace/results/WordFreqResultsView.h"
 
-#include "analysis/TermMatch.h"
+#include "analysis/TextMatches.h"
 #include "kit/controls/ElidedLabel.h"
 #include "kit/controls/EmptyState.h"
 #include "kit/controls/PlainButton.h"
@@ -91,7 +91,7 @@ constexpr qsizetype comparedLength = 800;
 
 TextRange firstMatch(const QString &context, const QString &term)
 {
-    return TermMatch::firstIn(QStringView(context).first(std::min(searchedLength, context.size())),
+    return TextMatches::firstIn(QStringView(context).first(std::min(searchedLength, context.size())),
         QStringView(term).first(std::min(comparedLength, term.size())));
 }
 
