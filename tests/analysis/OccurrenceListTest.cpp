@@ -48,3 +48,11 @@ TEST(OccurrenceList, IsEqualToItsCopiesAndToNoOtherListing)
     EXPECT_FALSE(one == other);
     EXPECT_NE(one.at(0).id, other.at(0).id);
 }
+
+TEST(OccurrenceList, ShowsAContextThatReachesAsFarAsTheText)
+{
+    EXPECT_EQ(WordFrequency::contextOf({100, 5}, 1000), (TextRange{72, 123}));
+    EXPECT_EQ(WordFrequency::contextOf({28, 5}, 1000), (TextRange{0, 123}));
+    EXPECT_EQ(WordFrequency::contextOf({100, 5}, 110), (TextRange{72, 38}));
+    EXPECT_EQ(WordFrequency::contextOf({20, 5}, 25), (TextRange{0, 25}));
+}

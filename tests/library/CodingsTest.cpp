@@ -1,19 +1,17 @@
 #include "library/PassageTrimming.h"
 #include "records/database/Request.h"
-#include "records/database/Row.h"
 #include "support/TestLibrary.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <random>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 most = std::numeric_limits<qint64>::max();
-constexpr qint64 least = std::numeric_limits<qint64>::min();
+constexpr qint64 highest = std::numeric_limits<qint64>::max();
+constexpr qint64 lowest = std::numeric_limits<qint64>::min();
 
 struct SelectionCase {
     const char *name;
@@ -44,34 +42,14 @@ INSTANTIATE_TEST_SUITE_P(Ranges, Selection,
         SelectionCase{"past_the_end", u"some text"_s, {5, 100}, {5, 4}},
         SelectionCase{"wholly_past_the_end", u"some text"_s, {9, 3}, {}},
         SelectionCase{"negative_start_keeps_the_end", u"some text"_s, {-3, 7}, {0, 4}},
-        SelectionCase{"end_that_cant_be_counted", u"some text"_s, {5, most}, {5, 4}},
-        SelectionCase{"start_that_cant_be_counted", u"some text"_s, {least, most}, {}},
-        SelectionCase{"negative_length", u"some text"_s, {5, least}, {}},
+        SelectionCase{"end_that_cant_be_counted", u"some text"_s, {5, highest}, {5, 4}},
+        SelectionCase{"start_that_cant_be_counted", u"some text"_s, {lowest, highest}, {}},
+        SelectionCase{"negative_length", u"some text"_s, {5, lowest}, {}},
         SelectionCase{"only_blanks", u"a \t\r\n\u00A0\u3000\u2028 b"_s, {1, 8}, {}},
         SelectionCase{"inside_an_emoji", u"\U0001F600x"_s, {1, 2}, {1, 2}},
         SelectionCase{"crlf_at_the_end", u"one\r\ntwo"_s, {0, 5}, {0, 3}},
         SelectionCase{"zero_width_space_is_no_blank", u"\u200Bx"_s, {0, 2}, {0, 2}}),
     [](const auto &row) { return std::string(row.param.name); });
-
-TEST(Codings, DropsOnlyExactDuplicates)
-{
-    TestLibrary library;
-    const QList<Code> codes = library.makeCodes({u"One"_s, u"Two"_s});
-    const Document document = library.paste(u"A"_s, u"some text here"_s);
-    library.store.assignCode(codes[0], document, {0, 4});
-    library.store.assignCode(codes[0], document, {0, 5}); // trimmed to the same
-    library.store.assignCode(codes[1], document, {0, 4});
-    library.store.assignCode(codes[0], document, {0, 9});
-    EXPECT_EQ(library.store.codings(document).size(), 3);
-    EXPECT_EQ(library.store.codingRevision().get(), 3);
-    EXPECT_EQ(library.store.codeCounts()->value(codes[0].id), 2);
-
-    const Coding coding = library.store.codings(document).first();
-    library.store.removeCoding(coding);
-    library.store.removeCoding(coding);
-    EXPECT_EQ(library.store.codingRevision().get(), 5);
-    EXPECT_EQ(library.store.codeCounts()->value(codes[0].id), 1);
-}
 
 TEST(Excerpts, ShowWholePassagesOldestFirstAndDropWhatLiesOutside)
 {
@@ -83,7 +61,7 @@ TEST(Excerpts, ShowWholePassagesOldestFirstAndDropWhatLiesOutside)
     library.store.assignCode(code, first, {0, 8});
     library.store.assignCode(code, first, {5, 13});
     for (const TextRange &range :
-        {TextRange{-1, 3}, TextRange{0, 0}, TextRange{0, 1000}, TextRange{most, most}, TextRange{3, least}}) {
+        {TextRange{-1, 3}, TextRange{0, 0}, TextRange{0, 1000}, TextRange{highest, highest}, TextRange{3, lowest}}) {
         Coding stray = library.storedCodings().first();
         stray.id = QUuid::createUuid();
         stray.start = range.location;
@@ -102,81 +80,40 @@ TEST(Excerpts, ShowWholePassagesOldestFirstAndDropWhatLiesOutside)
 TEST(Reveal, AsksAnewEachTime)
 {
     TestLibrary library;
+    LibraryStore &store = library.store;
     const Code code = library.makeCodes({u"One"_s}).first();
     const Document document = library.paste(u"A"_s, u"some text"_s);
     library.paste(u"B"_s, u"other"_s);
-    library.store.assignCode(code, document, {5, 4});
-    const ExcerptHit hit = library.store.excerpts(code.id).first();
-    const auto sidebar = library.store.sidebarSelection().get();
-    library.store.reveal(hit);
-    EXPECT_EQ(library.store.revealRequest().get(), (RevealRequest{document.id, hit.id, {5, 4}, 1}));
-    EXPECT_EQ(library.store.selectedDocumentID().get(), document.id);
-    const ChangeCounter changes(library.store.revealRequest());
-    library.store.reveal(hit);
-    EXPECT_EQ(library.store.revealRequest()->value().token, 2);
-    EXPECT_EQ(changes.count(), 1);
-    EXPECT_EQ(library.store.sidebarSelection().get(), sidebar);
+    store.assignCode(code, document, {5, 4});
+    const ExcerptHit hit = store.excerpts(code.id).first();
+    const auto sidebar = store.sidebarSelection().get();
+    store.reveal(hit);
+    EXPECT_EQ(store.revealRequest().get(), (RevealRequest{document.id, hit.id, {5, 4}, 1}));
+    EXPECT_EQ(store.selectedDocumentID().get(), document.id);
+    store.reveal(hit);
+    EXPECT_EQ(store.revealRequest()->value().token, 2);
+    EXPECT_EQ(store.sidebarSelection().get(), sidebar);
+
+    store.runQuery({.codeIDs = {code.id}, .mode = QuerySpec::Mode::any, .textFilter = u" TEXT"_s});
+    const QueryResult result = store.queryResults()->first();
+    store.reveal(result);
+    EXPECT_EQ(store.revealRequest().get(), (RevealRequest{document.id, result.id, {5, 4}, 3}));
+    store.runWordFrequency(WordFrequency::AllDocuments{}, 3, true, 50);
+    store.selectWordFreqTerm(u"other"_s);
+    store.reveal(store.wordFreqOccurrences()->first());
+    EXPECT_EQ(store.revealRequest()->value().range, (TextRange{0, 5}));
+
+    store.deleteDocument(document);
+    EXPECT_TRUE(store.revealRequest().get()); // it points into the other document
+    store.deleteDocument(library.document(u"B"_s));
+    EXPECT_FALSE(store.revealRequest().get());
 }
 
-TEST(CodingHint, ShowsForDocumentsWithoutCodingUntilDismissed)
+TEST(CodingHint, CanBeDismissed)
 {
     TestLibrary library;
-    EXPECT_FALSE(library.store.shouldShowCodingHint());
-    const Document document = library.paste(u"A"_s, u"some text"_s);
-    EXPECT_TRUE(library.store.shouldShowCodingHint());
-    library.store.assignCode(library.makeCodes({u"One"_s}).first(), document, {0, 4});
-    EXPECT_FALSE(library.store.shouldShowCodingHint());
-    library.store.removeCoding(library.store.codings(document).first());
+    library.paste(u"A"_s, u"some text"_s);
     EXPECT_TRUE(library.store.shouldShowCodingHint());
     library.store.codingHintDismissed().set(true);
     EXPECT_FALSE(library.store.shouldShowCodingHint());
-}
-
-TEST(CodeCounts, AlwaysEqualACountOfTheTables)
-{
-    TestLibrary library;
-    const QUuid home = library.store.project()->value().id;
-    library.makeCodes({u"a"_s, u"b"_s, u"c"_s, u"d"_s});
-    std::mt19937 random(3);
-    for (int round = 0; round < 400; ++round) {
-        const QList<Document> documents = library.store.documents().get();
-        const QList<Code> codes = library.store.codes().get();
-        const QList<Coding> codings = library.storedCodings();
-        const auto any = [&](const auto &list) { return list.at(qsizetype(random() % size_t(list.size()))); };
-        switch (documents.isEmpty() ? 0 : random() % 8) {
-        case 0:
-            library.store.addPastedDocument(u"title"_s, QString(40, u'x'));
-            break;
-        case 1:
-            library.store.deleteDocument(any(documents));
-            break;
-        case 2:
-            if (!codings.isEmpty())
-                library.store.removeCoding(any(codings));
-            break;
-        case 3:
-            if (codes.size() > 2 && random() % 4 == 0)
-                library.store.mergeCodes(any(codes), any(codes));
-            break;
-        case 4:
-            library.queue->write([&](Database &database) { // behind the store's back, on its own connection
-                database.execute("UPDATE document SET projectID = ? WHERE rowid % 5 = 0",
-                    {ValueEncoding::encoded(round % 2 ? QUuid() : home)});
-            });
-            library.store.refresh();
-            break;
-        default:
-            library.store.assignCode(any(codes), any(documents), {qint64(random() % 30), 1 + qint64(random() % 9)});
-        }
-        const auto counted = library.queue->read([&](Database &database) {
-            QHash<QUuid, qint64> counts;
-            for (const Row &row : Row::fetchAll(database,
-                     "SELECT c.codeID AS codeID, COUNT(*) AS n FROM coding c JOIN document d ON d.id = c.documentID "
-                     "WHERE d.projectID = ? GROUP BY c.codeID",
-                     {ValueEncoding::encoded(home)}))
-                counts.insert(row.value<QUuid>("codeID").value(), row.value<qint64>("n").value());
-            return counts;
-        });
-        ASSERT_EQ(library.store.codeCounts().get(), counted) << "round " << round;
-    }
 }

@@ -98,21 +98,6 @@ TEST(Import, SaysOnlyWhatTheUserMustKnow)
     }
 }
 
-TEST(Import, KeepsWhatWasWrittenWhenARowFails)
-{
-    const ImportFolder folder;
-    folder.add(u"one.txt"_s, "text");
-    folder.add(u"two.txt"_s, "text");
-    TestLibrary library;
-    library.queue->write([](Database &database) {
-        database.execute("ALTER TABLE document ADD COLUMN room INTEGER CONSTRAINT disk_is_full CHECK (title <> 'two')");
-    });
-    library.store.importURLs({folder.url(u"one.txt"_s), folder.url(u"two.txt"_s)});
-    EXPECT_EQ(titles(library.store), QStringList{u"one|txt"_s});
-    EXPECT_TRUE(library.store.lastError()->value_or(QString()).startsWith(
-        u"two.txt: CHECK constraint failed: disk_is_full - while executing `INSERT INTO"_s));
-}
-
 TEST(Import, ThatIsStoppedKeepsWhatWasWritten)
 {
     const ImportFolder folder;

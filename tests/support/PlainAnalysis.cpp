@@ -158,9 +158,9 @@ qint64 PlainAnalysis::characterCount(QStringView text)
     return count;
 }
 
-std::vector<WordFrequency::Token> PlainAnalysis::tokens(const Source &source, qsizetype minLength, bool ignoreStopwords)
+std::vector<PlainAnalysis::Token> PlainAnalysis::tokens(const Source &source, qsizetype minLength, bool ignoreStopwords)
 {
-    std::vector<WordFrequency::Token> result;
+    std::vector<Token> result;
     for (const TextRange &run : runs(source.text, Kind::word)) {
         const QString term = lowered(source.text.mid(run.location, run.length));
         const bool isIgnored = ignoreStopwords && WordFrequency::stopwords().contains(term);
@@ -172,7 +172,7 @@ std::vector<WordFrequency::Token> PlainAnalysis::tokens(const Source &source, qs
         for (qint64 start = run.location; start + length <= run.end(); ++start)
             result.push_back({source.text.mid(start, length), {start, length}});
     }
-    std::erase_if(result, [&](const WordFrequency::Token &token) { return !isAskedFor(source, token.range); });
+    std::erase_if(result, [&](const Token &token) { return !isAskedFor(source, token.range); });
     return result;
 }
 
@@ -181,7 +181,7 @@ QList<WordFrequency::Item> PlainAnalysis::topTerms(
 {
     QHash<QString, qint64> counts;
     for (const Source &source : sources) {
-        for (const WordFrequency::Token &token : tokens(source, minLength, ignoreStopwords))
+        for (const Token &token : tokens(source, minLength, ignoreStopwords))
             ++counts[composed(token.term)];
     }
     QList<WordFrequency::Item> items;
@@ -198,7 +198,7 @@ std::vector<TextRange> PlainAnalysis::occurrences(
     const Source &source, QStringView term, qsizetype minLength, bool ignoreStopwords)
 {
     std::vector<TextRange> result;
-    for (const WordFrequency::Token &token : tokens(source, minLength, ignoreStopwords)) {
+    for (const Token &token : tokens(source, minLength, ignoreStopwords)) {
         if (composed(token.term) == composed(term))
             result.push_back(token.range);
     }

@@ -26,7 +26,12 @@ struct Source {
     QString text;
     std::optional<std::vector<TextRange>> passages = {};
 };
-[[nodiscard]] std::vector<WordFrequency::Token> tokens(const Source &source, qsizetype minLength, bool ignoreStopwords);
+struct Token {
+    QString term;
+    TextRange range;
+};
+/// All words in text order, then all terms of ideographs in text order.
+[[nodiscard]] std::vector<Token> tokens(const Source &source, qsizetype minLength, bool ignoreStopwords);
 [[nodiscard]] QList<WordFrequency::Item> topTerms(
     const QList<Source> &sources, qsizetype minLength, bool ignoreStopwords, qsizetype limit);
 [[nodiscard]] std::vector<TextRange> occurrences(

@@ -1,0 +1,409 @@
+#pragma once
+
+#include "library/PassageTrimming.h"
+#include "records/AppDatabase.h"
+#include "records/CodePalette.h"
+#include "records/database/Request.h"
+#include "support/NastyText.h"
+#include "support/PlainAnalysis.h"
+#include "support/Printing.h"
+#include "support/TestLibrary.h"
+
+#include <QTemporaryDir>
+#include <QTimeZone>
+
+#include <gtest/gtest.h>
+
+template <typename R>
+R *find(QList<R> &records, const QUuid &id)
+{
+    const auto found = std::ranges::find(records, id, &R::id);
+    return found == records.end() ? nullptr : &*found;
+}
+
+template <typename R, typename Value>
+void removeWhere(QList<R> &records, Value R::*member, const Value &value)
+{
+    records.removeIf([&](const R &record) { return record.*member == value; });
+}
+
+/// With U+FFFD for each half of a pair that stands alone.
+inline QString wellFormed(const QString &text)
+{
+    QString result;
+    for (const uint character : text.toUcs4())
+        result += QChar::fromUcs4(character);
+    return result;
+}
+
+/// Whether the way up from the code leads to `above`.
+inline bool liesBelow(QList<Code> codes, const Code &code, const QUuid &above)
+{
+    std::optional<QUuid> parent = code.parentID;
+    for (qsizetype step = 0; parent && step <= codes.size(); ++step) {
+        if (*parent == above)
+            return true;
+        const Code *next = find(codes, *parent);
+        parent = next ? next->parentID : std::nullopt;
+    }
+    return false;
+}
+
+/// The real store in a file that another program locks at times, beside lists that are kept by the plainest means:
+/// every operation is done to both.
+class ModelledLibrary {
+public:
+    explicit ModelledLibrary(unsigned seed) : m_random(seed), m_library({}, AppDatabase::openQueue(m_path))
+    {
+        m_project = m_store.project()->value();
+        m_projects = {*m_project};
+        tick();
+        tick();
+        m_sidebar = ProjectSelection{m_project->id};
+    }
+
+    void step()
+    {
+        using Operation = void (ModelledLibrary::*)();
+        static constexpr Operation operations[]{&ModelledLibrary::lockOrUnlock, &ModelledLibrary::createProject,
+            &ModelledLibrary::selectProject, &ModelledLibrary::renameProject, &ModelledLibrary::paste,
+            &ModelledLibrary::renameDocument, &ModelledLibrary::deleteDocument,
+            &ModelledLibrary::moveDocumentBehindTheStoresBack, &ModelledLibrary::createCode, &ModelledLibrary::editCode,
+            &ModelledLibrary::nestCode, &ModelledLibrary::nestCode, &ModelledLibrary::deleteOrMergeCode,
+            &ModelledLibrary::setMemo, &ModelledLibrary::setMemo, &ModelledLibrary::removeCoding,
+            &ModelledLibrary::assignCode, &ModelledLibrary::assignCode, &ModelledLibrary::assignCode};
+        m_store.lastError().set({});
+        m_expectsError = false;
+        if (m_isLocked && m_random.onceIn(3))
+            lockOrUnlock();
+        else if (documents().isEmpty())
+            paste();
+        else if (codes().isEmpty())
+            createCode();
+        else
+            (this->*any(operations))();
+    }
+
+private:
+    void lockOrUnlock()
+    {
+        m_other.writeWithoutTransaction(
+            [&](Database &database) { database.execute(m_isLocked ? "ROLLBACK" : "BEGIN IMMEDIATE"); });
+        m_isLocked = !m_isLocked;
+    }
+
+    /// Whether something can be put into the project. If so, the project is in the file afterwards.
+    bool entersProject()
+    {
+        if (m_isLocked)
+            return false;
+        if (!find(m_projects, m_project->id)) {
+            m_projects.append(*m_project);
+            std::ranges::sort(m_projects, {}, &Project::createdAt);
+        }
+        return true;
+    }
+
+    void createProject()
+    {
+        const QString name = anyName();
+        const auto created = m_store.createProject(name);
+        ASSERT_EQ(created.has_value(), !name.trimmed().isEmpty());
+        if (!created)
+            return;
+        m_project = Project();
+        m_project->id = created->id;
+        m_project->name = name.trimmed();
+        m_project->createdAt = tick();
+        m_project->modifiedAt = tick();
+        if (!m_isLocked)
+            m_projects.append(*m_project);
+        m_sidebar = ProjectSelection{created->id};
+        m_selected.reset();
+    }
+
+    void selectProject()
+    {
+        const Project chosen = m_random.onceIn(5) ? Project() : any(m_projects);
+        m_store.selectProject(chosen.id);
+        if (!find(m_projects, chosen.id))
+            return;
+        m_sidebar = ProjectSelection{chosen.id};
+        if (chosen.id == m_project->id)
+            return;
+        m_project = chosen;
+        selectNewest();
+    }
+
+    void renameProject()
+    {
+        Project renamed = m_random.onceIn(2) ? *m_project : any(m_projects);
+        const QString name = anyName();
+        m_store.renameProject(renamed, name);
+        if (name.trimmed().isEmpty())
+            return;
+        renamed.name = name.trimmed();
+        renamed.modifiedAt = tick();
+        if (renamed.id == m_project->id)
+            m_project = renamed;
+        if (Project *stored = find(m_projects, renamed.id); stored && !m_isLocked)
+            *stored = renamed;
+    }
+
+    void paste()
+    {
+        Document document;
+        document.title = m_random.onceIn(4) ? QString() : anyName();
+        document.text = m_random.next(40);
+        const bool isAdded = m_store.addPastedDocument(document.title, document.text);
+        document.addedAt = tick();
+        ASSERT_EQ(isAdded, !m_isLocked);
+        m_expectsError = m_isLocked;
+        if (!entersProject())
+            return;
+        document.text = wellFormed(document.text);
+        document.id = m_store.documents()->first().id;
+        document.projectID = m_project->id;
+        document.title = document.title.isEmpty() ? QStringLiteral("Untitled Document") : document.title;
+        document.sourceKind = QStringLiteral("paste");
+        document.wordCount = PlainAnalysis::wordCount(document.text);
+        document.charCount = PlainAnalysis::characterCount(document.text);
+        m_documents.append(document);
+        m_selected = document.id;
+    }
+
+    void renameDocument()
+    {
+        const Document document = any(documents());
+        const QString title = anyName();
+        m_store.renameDocument(document, title);
+        if (!m_isLocked && !title.trimmed().isEmpty())
+            find(m_documents, document.id)->title = title.trimmed();
+    }
+
+    void deleteDocument()
+    {
+        const QUuid id = any(documents()).id;
+        m_store.deleteDocument(*std::ranges::find(m_store.documents().get(), id, &Document::id));
+        m_expectsError = m_isLocked;
+        if (m_isLocked)
+            return;
+        ++m_revision;
+        removeWhere(m_documents, &Document::id, id);
+        removeWhere(m_codings, &Coding::documentID, id);
+        m_unwritten.remove(id);
+    }
+
+    void moveDocumentBehindTheStoresBack()
+    {
+        if (m_isLocked)
+            return;
+        Document *moved = find(m_documents, any(documents()).id);
+        moved->projectID = any(m_projects).id;
+        moved->addedAt = m_documents.first().addedAt; // the same moment
+        m_library.queue->write([&](Database &database) { moved->update(database); });
+    }
+
+    void createCode()
+    {
+        Code code;
+        const QString name = anyName();
+        const std::optional<QString> color =
+            m_random.onceIn(4) ? std::optional(QStringLiteral("nonsense")) : std::nullopt;
+        const auto created = m_store.createCode(name, color);
+        ASSERT_EQ(created.has_value(), !name.trimmed().isEmpty());
+        if (!created)
+            return;
+        code.id = created->id;
+        code.projectID = m_project->id;
+        code.name = name.trimmed();
+        code.colorHex = color.value_or(CodePalette::colors()[size_t(codes().size() % 9)].hex);
+        code.createdAt = tick();
+        EXPECT_EQ(created, code);
+        if (entersProject())
+            m_codes.append(code);
+    }
+
+    void editCode()
+    {
+        Code code = any(codes());
+        m_sidebar = CodeSelection{any(codes()).id};
+        m_store.sidebarSelection().set(m_sidebar);
+        const QString name = anyName();
+        if (m_random.onceIn(2)) {
+            m_store.renameCode(code, name);
+            code.name = name.trimmed().isEmpty() ? code.name : name.trimmed();
+        } else {
+            m_store.setCodeColor(code, name);
+            code.colorHex = name;
+        }
+        if (!m_isLocked)
+            *find(m_codes, code.id) = code;
+    }
+
+    void nestCode()
+    {
+        const Code child = any(codes());
+        const Code parent = any(codes());
+        if (m_random.onceIn(4)) {
+            m_store.moveCodeToTopLevel(child);
+            if (!m_isLocked)
+                find(m_codes, child.id)->parentID.reset();
+            return;
+        }
+        m_store.nestCode(child.id, parent.id);
+        m_store.nestCode(child.id, QUuid::createUuid());
+        m_store.nestCode(QUuid::createUuid(), parent.id);
+        if (!m_isLocked && child.id != parent.id && !liesBelow(m_codes, parent, child.id))
+            find(m_codes, child.id)->parentID = parent.id;
+    }
+
+    void deleteOrMergeCode()
+    {
+        const Code gone = any(codes());
+        const Code target = any(codes());
+        const bool merges = m_random.onceIn(2);
+        const auto listed = [this](const Code &code) -> const Code & {
+            return *std::ranges::find(m_store.codes().get(), code.id, &Code::id);
+        };
+        merges ? m_store.mergeCodes(listed(gone), listed(target)) : m_store.deleteCode(listed(gone));
+        if (merges && gone.id == target.id)
+            return;
+        ++m_revision;
+        if (m_sidebar == SidebarSelection(CodeSelection{gone.id}))
+            m_sidebar = merges ? SidebarSelection(CodeSelection{target.id}) : ProjectSelection{gone.projectID};
+        if (m_isLocked)
+            return;
+        const bool targetRises = merges && liesBelow(m_codes, target, gone.id);
+        const std::optional<QUuid> heir = merges ? std::optional(target.id) : gone.parentID;
+        for (Code &code : m_codes) {
+            if (code.parentID == gone.id)
+                code.parentID = heir;
+        }
+        if (targetRises)
+            find(m_codes, target.id)->parentID = gone.parentID;
+        for (Coding &coding : m_codings) {
+            if (merges && coding.codeID == gone.id)
+                coding.codeID = target.id;
+        }
+        removeWhere(m_codings, &Coding::codeID, gone.id);
+        removeWhere(m_codes, &Code::id, gone.id);
+        m_unwritten.remove(gone.id);
+    }
+
+    void setMemo()
+    {
+        const QString memo = m_random.onceIn(3) ? QString() : anyName();
+        if (m_random.onceIn(2)) {
+            const Document document = any(documents());
+            m_store.setDocumentMemo(document, memo);
+            noteMemo(document.id, document.memo, memo);
+        } else {
+            const Code code = any(codes());
+            m_store.setCodeMemo(code, memo);
+            noteMemo(code.id, code.memo, memo);
+        }
+    }
+
+    void noteMemo(const QUuid &id, const std::optional<QString> &before, const QString &memo)
+    {
+        const auto given = memo.isEmpty() ? std::nullopt : std::optional(memo);
+        if (m_isLocked) {
+            m_expectsError = given != before && !m_unwritten.contains(id);
+            if (given != before || m_unwritten.contains(id))
+                m_unwritten.insert(id, given);
+            return;
+        }
+        m_unwritten.insert(id, given);
+        for (auto entry = m_unwritten.cbegin(); entry != m_unwritten.cend(); ++entry) {
+            if (Document *document = find(m_documents, entry.key()))
+                document->memo = *entry;
+            if (Code *code = find(m_codes, entry.key()))
+                code->memo = *entry;
+        }
+        m_unwritten.clear();
+    }
+
+    void removeCoding()
+    {
+        if (m_codings.isEmpty())
+            return;
+        const Coding coding = any(m_codings);
+        m_store.removeCoding(coding);
+        ++m_revision;
+        if (!m_isLocked)
+            removeWhere(m_codings, &Coding::id, coding.id);
+    }
+
+    void assignCode()
+    {
+        const Code code = any(codes());
+        const Document document = any(documents());
+        const TextRange range{m_random.number(-3, 40), m_random.number(-1, 12)};
+        m_store.assignCode(code, document, range);
+        const TextRange passage = PassageTrimming::passage(document.text, range);
+        const bool isKnown = std::ranges::any_of(m_codings, [&](const Coding &coding) {
+            return coding.documentID == document.id && coding.codeID == code.id && coding.range() == passage;
+        });
+        if (passage.length == 0 || isKnown)
+            return;
+        ++m_revision;
+        const QDateTime now = tick();
+        if (m_isLocked)
+            return;
+        const QUuid id = m_library.storedCodings().last().id;
+        m_codings.append({{}, id, document.id, code.id, passage.location, passage.length, now});
+    }
+
+protected:
+    template <typename List>
+    auto any(const List &list) -> std::remove_cvref_t<decltype(*std::begin(list))>
+    {
+        return *std::next(std::begin(list), m_random.number(0, int(std::size(list)) - 1));
+    }
+
+    /// What the store's clock will say.
+    QDateTime tick() { return m_now = m_now.addSecs(1); }
+
+    QString anyName()
+    {
+        return m_random.onceIn(6) ? QStringLiteral(" \n") : QStringLiteral(" name %1\t").arg(m_random.number(0, 99));
+    }
+
+    /// Those of the current project, newest first.
+    [[nodiscard]] QList<Document> documents() const
+    {
+        QList<Document> result = m_documents;
+        result.removeIf([this](const Document &document) { return document.projectID != m_project->id; });
+        std::ranges::stable_sort(result, std::ranges::greater(), &Document::addedAt);
+        return result;
+    }
+    [[nodiscard]] QList<Code> codes() const
+    {
+        QList<Code> result = m_codes;
+        result.removeIf([this](const Code &code) { return code.projectID != m_project->id; });
+        return result;
+    }
+
+    void selectNewest() { m_selected = documents().isEmpty() ? std::nullopt : std::optional(documents().first().id); }
+
+    NastyText m_random;
+    QTemporaryDir m_folder;
+    QString m_path = m_folder.filePath(QStringLiteral("vorn.sqlite"));
+    TestLibrary m_library;
+    LibraryStore &m_store = m_library.store;
+    DatabaseQueue m_other{m_path}; ///< another program's connection
+    bool m_isLocked = false;
+    bool m_expectsError = false;
+    QDateTime m_now{QDate(2026, 3, 1), QTime(9, 0), QTimeZone::utc()};
+
+    QList<Project> m_projects;
+    QList<Document> m_documents;
+    QList<Code> m_codes;
+    QList<Coding> m_codings;
+    std::optional<Project> m_project; ///< perhaps not in the file, or there with an older name
+    std::optional<QUuid> m_selected;
+    std::optional<SidebarSelection> m_sidebar;
+    qint64 m_revision = 0;
+    QHash<QUuid, std::optional<QString>> m_unwritten;
+};
