@@ -6,8 +6,8 @@
 
 #include <span>
 
-/// The places where a term stands, in order. A common word stands in millions of places: each is kept as two numbers
-/// beside its document's text, which is shared, and is made into an `Occurrence` when it's asked for. Copies are cheap.
+/// The places where a term stands, in order. A common word stands in millions of places, so each is stored as two
+/// numbers and becomes an `Occurrence` only when it is asked for. Texts are shared, and copies are cheap.
 class OccurrenceList {
 public:
     /// Adds the places in one more document. `ranges` must lie in `text`.
@@ -15,11 +15,11 @@ public:
 
     [[nodiscard]] qsizetype size() const { return m_places.size(); }
     [[nodiscard]] bool isEmpty() const { return m_places.isEmpty(); }
-    /// `index` must be one of the list. Gives the same each time, identity included. O(log n) of the documents.
+    /// `index` must be one of the list. Returns the same each time, with the same id. O(log n) of the documents.
     [[nodiscard]] WordFrequency::Occurrence at(qsizetype index) const;
     [[nodiscard]] WordFrequency::Occurrence first() const { return at(0); }
 
-    /// Whether both are the same listing, or empty: no two listings share an identity. O(1).
+    /// Whether one is a copy of the other, or both are empty: each listing has an identifier of its own. O(1).
     bool operator==(const OccurrenceList &other) const
     {
         return m_listID == other.m_listID && m_places.size() == other.m_places.size();
@@ -32,7 +32,7 @@ private:
         QString text;
         qsizetype end; ///< behind its last place
     };
-    /// Of a text that a database can hold, which has less than 2^31 units.
+    /// 32 bits suffice: a text that SQLite can store has less than 2^31 units.
     struct Place {
         quint32 start;
         quint32 length;

@@ -15,7 +15,7 @@ struct QuerySpec {
 
     QList<QUuid> codeIDs; ///< in the order chosen, which the summary and the results keep
     Mode mode = Mode::any;
-    QString textFilter = {}; ///< as typed; without what surrounds its words it may be empty, which is no filter
+    QString textFilter = {}; ///< as typed; nothing but blanks and line breaks is no filter
 
     bool operator==(const QuerySpec &) const = default;
 

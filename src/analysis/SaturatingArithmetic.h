@@ -4,7 +4,7 @@
 
 #include <limits>
 
-/// Arithmetic on positions that come from a file and may be anything: what can't be counted becomes the nearest number.
+/// For positions from a file, which may be any number: a sum that overflows becomes the nearest qint64.
 [[nodiscard]] constexpr qint64 saturatingAdd(qint64 a, qint64 b) noexcept
 {
     constexpr qint64 highest = std::numeric_limits<qint64>::max();

@@ -116,7 +116,7 @@ void TermCounter::count(QStringView text, PassageCursor isInPassage)
     m_bigrams.flush();
 }
 
-// The composed form decides where a word is counted: it may be Latin-1 where the word in the text wasn't.
+// The composed form decides which table counts a word: it may be Latin-1 although the text's spelling isn't.
 void TermCounter::addComplexWord(QStringView units)
 {
     const QString term = CharacterTable::composed(CharacterTable::lowered(units));

@@ -6,7 +6,7 @@
 
 namespace {
 
-// UTF-16 puts the units of pairs before U+E000…U+FFFF, code points put them behind.
+// As UTF-16 units, surrogate pairs sort before U+E000…U+FFFF; as code points, after them.
 constexpr char16_t inCodePointOrder(char16_t unit)
 {
     if (unit >= 0xE000)

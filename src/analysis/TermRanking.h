@@ -9,15 +9,15 @@
 #include <variant>
 #include <vector>
 
-/// Keeps the first terms of a list that is never made whole: higher counts first, equal ones by code points.
+/// Keeps the top terms without sorting all: higher counts first, equal ones in the order of their code points.
 class TermRanking {
 public:
     using Term = std::variant<QLatin1StringView, QStringView>;
 
-    /// A negative limit is no term, as 0 is.
+    /// A negative limit means 0.
     explicit TermRanking(qsizetype limit);
 
-    /// Whether a term of that count might be kept. Asked first, it spares looking at most terms.
+    /// Whether a term of that count might be kept: a quick check that rules out most terms.
     [[nodiscard]] bool mayKeep(qint64 count) const
     {
         return m_kept.size() < m_limit || (m_limit > 0 && count >= m_kept.front().count);
@@ -35,5 +35,5 @@ private:
     [[nodiscard]] static bool precedes(const Candidate &a, const Candidate &b);
 
     std::size_t m_limit;
-    std::vector<Candidate> m_kept; ///< a heap with the last of the order on top
+    std::vector<Candidate> m_kept; ///< a heap with the lowest-ranking term on top
 };

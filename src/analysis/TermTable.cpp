@@ -42,7 +42,7 @@ void TermTable::add(QStringView term, bool isIdeographic)
             return;
         }
     }
-    // Clusters are counted in the composed form, which has as many as every spelling of the word.
+    // The composed form has as many grapheme clusters as any other spelling of the word.
     const qint64 clusters = isIdeographic ? std::numeric_limits<qint64>::max() : TextStats::characterCount(term);
     m_entries.push_back({hash, m_texts.size(), std::size_t(term.size()), clusters, 1});
     m_texts.append(term.utf16(), std::size_t(term.size()));

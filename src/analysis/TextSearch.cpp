@@ -7,7 +7,7 @@
 
 namespace {
 
-/// The cases of a unit, ready to be compared with blocks.
+/// The units with one lower case, ready to be compared with blocks of units.
 template <typename Block>
 class CaseBlocks {
 public:
@@ -99,9 +99,9 @@ bool TextSearch::isIn(QStringView text) const
     return firstIn(text, 0) >= 0;
 }
 
-// Lowering goes code point by code point, so the pieces together are the whole. What may be the beginning of a match is
-// taken along from each to the next, which costs no more than a second look if the pieces are as long as the needle.
-// Lowering a text twice changes nothing more, so the search that lowers as it goes serves here, too.
+// Lowering goes code point by code point, so pieces can be lowered one by one. Each piece is searched together with the
+// end of the one before, where a match may begin; as long as pieces are no shorter than the needle, no unit is searched
+// more than twice. firstIn() lowers what is lowered already, which changes nothing.
 bool TextSearch::isInLowered(QStringView text, qsizetype pieceLength) const
 {
     const auto length = std::max<qsizetype>({pieceLength, m_needle.size(), 1});
@@ -128,7 +128,8 @@ qsizetype TextSearch::firstIn(QStringView text, qsizetype from) const
     const CaseBlocks<Block> first(m_firstCases);
     const CaseBlocks<Block> last(m_lastCases);
     const qsizetype lastOffset = m_needle.size() - 1;
-    // Comparing in vain is paid for by walking on; otherwise a text of one letter would take a needle's time per unit.
+    // Failed comparisons use up patience, and walking on restores it. When it runs out, a linear search takes over: in
+    // a text of one letter, each unit could cost a comparison as long as the needle.
     qsizetype patience = 4096;
     for (; text.size() - lastOffset - position >= Block::size; position += Block::size) {
         const char16_t *units = text.utf16() + position;

@@ -8,11 +8,11 @@
 #include <array>
 #include <vector>
 
-/// One search text, looked for in many texts without regard to case: plainly, unit by unit, after both were lowered by
-/// the rule of `CharacterTable`. Linear in each text. An empty search text is in every text.
+/// One search text, looked for in many texts without regard to case: unit by unit, as if both had been lowered by the
+/// rule of `CharacterTable`. Linear in each text. An empty search text is in every text.
 ///
-/// A text isn't copied for that. If lowering it isn't a matter of each unit alone, pieces of it are: see
-/// `needsLowering`.
+/// Texts aren't copied, unless their lower case can't be found unit by unit (see `needsLowering`); then they are copied
+/// in pieces.
 class TextSearch {
 public:
     explicit TextSearch(QStringView needle);
@@ -22,8 +22,8 @@ public:
     [[nodiscard]] static bool needsLowering(QStringView text);
 
     [[nodiscard]] bool isIn(QStringView text) const;
-    /// The same for those who know that the text needs lowering. Does it piece by piece, of so many units or as many as
-    /// the search text has: copies of all texts that need it would take as much memory as the texts.
+    /// The same for a text that is known to need lowering. Lowers pieces of `pieceLength` units, or of the search
+    /// text's length if that is greater, because a copy of the whole text could take too much memory.
     [[nodiscard]] bool isInLowered(QStringView text, qsizetype pieceLength = 1 << 14) const;
     /// The first unit at or after `from` where the search text stands, or −1. `text` must not need lowering.
     template <typename Block = UnitBlock>
@@ -41,6 +41,6 @@ private:
     QString m_needle;
     Cases m_firstCases = {};
     Cases m_lastCases = {};
-    /// For each beginning of the search text, how long its longest proper border is: a beginning that is an end, too.
+    /// For each prefix of the search text, the length of its longest proper border: of what both begins and ends it.
     std::vector<qsizetype> m_borders;
 };

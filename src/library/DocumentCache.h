@@ -11,8 +11,8 @@
 
 class Statement;
 
-/// The documents of one project as the table holds them. Reads again only the rows that changed, and a text never
-/// twice: texts don't change once they are stored.
+/// The documents of one project as the table holds them. Reads only the rows that changed, and no text twice: texts
+/// don't change once they are stored.
 class DocumentCache {
 public:
     /// `queue` must outlive this.

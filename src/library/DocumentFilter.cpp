@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Memos change with each letter, and aren't searched.
+/// Not the whole records: memos change with each letter typed, and aren't searched.
 bool searchesAlike(const Document &one, const Document &other)
 {
     return one.id == other.id && one.title == other.title && one.hasSameText(other);

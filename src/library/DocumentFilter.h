@@ -21,9 +21,9 @@ private:
     void find(const QString &needle);
     [[nodiscard]] bool isInText(const TextSearch &search, const Document &document);
 
-    /// What the last search looked at, for and found: a longer search text can only find some of that.
+    /// The last search and what it found: a search text that contains the last one can only find some of that.
     QList<Document> m_searched;
     QString m_needle;
     std::vector<qsizetype> m_found; ///< positions
-    QHash<QUuid, bool> m_needsLowering; ///< each text that was ever looked at
+    QHash<QUuid, bool> m_needsLowering; ///< by document, for each text that was searched
 };

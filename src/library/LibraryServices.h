@@ -16,8 +16,8 @@ struct LibraryServices {
     FileDialogs &fileDialogs;
     FileViewer &fileViewer;
     std::function<QDateTime()> now = [] { return QDateTime::currentDateTimeUtc(); };
-    /// Of a batch, false keeps what was written; of an archive, nothing. Must not call back into the store.
+    /// After false, a batch of files keeps what was imported, an archive nothing. Must not call back into the store.
     MayImport mayImport = [](const ImportStep &) { return true; };
-    /// Called when an import won't ask again, before it shows what it has brought.
+    /// Called after the last question of an import, before its result is shown.
     std::function<void()> importIsOver = [] {};
 };

@@ -21,10 +21,10 @@ bool isUnfitForFileNames(QChar unit)
         || unit.category() == QChar::Other_Format || unit == QChar::LineSeparator || unit == QChar::ParagraphSeparator;
 }
 
-/// `name`, which the user or somebody else's file has given, without what would make a path or a strange name of it.
+/// A file name from a name that the user or a foreign file has given: without path separators and control characters.
 QString cleanedFileName(const QString &name)
 {
-    constexpr qsizetype maxLength = 80; // in units: valid in UTF-8 everywhere, also with an ending
+    constexpr qsizetype maxLength = 80; // in units, so that the name with its ending fits into 255 bytes of UTF-8
     QString result = name.left(maxLength);
     if (!result.isEmpty() && result.back().isHighSurrogate())
         result.chop(1);

@@ -74,7 +74,7 @@ void LibraryStore::selectProject(const QUuid &id)
     const auto found = std::ranges::find(m_projects.get(), id, &Project::id);
     if (found == m_projects->end())
         return;
-    Project project = *found; // whoever hears of the selection may change the list
+    Project project = *found; // a copy, since observers of the selection may change the list
     m_sidebarSelection.set(ProjectSelection{id});
     if (m_project.get() && m_project->value().id == id)
         return;

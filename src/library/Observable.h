@@ -4,7 +4,7 @@
 
 #include <concepts>
 
-/// The signal half of an observable value, apart because the meta-object compiler doesn't read templates.
+/// The signal of an observable value. A class of its own, because moc doesn't take templates.
 class Notifier : public QObject {
     Q_OBJECT
 

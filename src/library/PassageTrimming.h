@@ -8,7 +8,7 @@
 namespace PassageTrimming {
 
 /// `range` clamped to `text`, without the blanks and line breaks at its ends. Its length is 0 when nothing is left.
-/// Halves of surrogate pairs aren't blank. Any range is allowed, also one whose end can't be counted.
+/// Halves of surrogate pairs aren't blank. Any range is allowed, also one whose end overflows.
 [[nodiscard]] TextRange passage(QStringView text, const TextRange &range);
 
 /// Whether `range` holds at least one unit and lies wholly in `text`.

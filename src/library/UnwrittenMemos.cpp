@@ -28,7 +28,7 @@ UnwrittenMemos::Attempt UnwrittenMemos::writeAll(DatabaseQueue &queue)
 template <typename R>
 void UnwrittenMemos::write(Database &database, const QUuid &id, const Memo &memo)
 {
-    // The memo alone: a document would come with its text, and this may be tried at each letter of another memo.
+    // Only the memo is read: a document would come with its whole text, and this may run at each letter typed.
     const std::vector<Row> found = Row::fetchAll(
         database, "SELECT memo FROM "_ba + R::databaseTable + " WHERE id = ?", {ValueEncoding::encoded(id)});
     if (found.empty())
