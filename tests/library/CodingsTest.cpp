@@ -98,7 +98,7 @@ TEST(Reveal, AsksAnewEachTime)
     const QueryResult result = store.queryResults()->first();
     store.reveal(result);
     EXPECT_EQ(store.revealRequest().get(), (RevealRequest{document.id, result.id, {5, 4}, 3}));
-    store.runWordFrequency(WordFrequency::AllDocuments{}, 3, true, 50);
+    store.runWordFrequency(WordFrequency::AllDocuments{}, 3, false, 50);
     store.selectWordFreqTerm(u"other"_s);
     store.reveal(store.wordFreqOccurrences()->first());
     EXPECT_EQ(store.revealRequest()->value().range, (TextRange{0, 5}));

@@ -159,9 +159,9 @@ private:
             const Document document = *find(m_documents, coding.documentID);
             if (coding.codeID != codeID || document.projectID != m_project->id)
                 continue;
-            const QString passage = document.text.mid(coding.start, coding.length).replace(u'\n', u' ');
-            expected.append({coding.id, document.id, document.title, Snippet(passage), coding.start, coding.length,
-                coding.createdAt});
+            expected.append(
+                {coding.id, document.id, document.title, Snippet::withoutLineFeeds(document.text, coding.range()),
+                    coding.start, coding.length, coding.createdAt});
         }
         EXPECT_EQ(m_store.excerpts(codeID), expected);
         EXPECT_EQ(m_store.exportGroups(codeID).first().hits, expected);
