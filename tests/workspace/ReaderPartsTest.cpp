@@ -1,6 +1,6 @@
+#include "analysis/TextMatches.h"
 #include "records/CharacterTable.h"
 #include "support/Printing.h"
-#include "workspace/reader/FindMatches.h"
 #include "workspace/reader/SelectableTitle.h"
 
 #include <QApplication>
@@ -62,7 +62,7 @@ TEST(FindMatches, AreThoseOfAPlainComparison)
         const QStringList used = letters.mid(0, random.bounded(2) ? 4 : letters.size());
         const QString text = randomWords(random, used, random.bounded(40));
         const QString needle = randomWords(random, used, random.bounded(4));
-        ASSERT_EQ(FindMatches::in(text, needle), plainMatches(text, needle))
+        ASSERT_EQ(TextMatches::allIn(text, needle), plainMatches(text, needle))
             << needle.toStdString() << " in " << text.toStdString();
     }
 }
