@@ -1,7 +1,7 @@
 #include "kit/controls/Accessible.h"
 
 #include <QAccessibleWidget>
-#include <QWidget>
+#include <QDialog>
 
 namespace {
 
@@ -22,8 +22,23 @@ private:
     const HasAccessibleRole &m_control;
 };
 
+/// Qt doesn't tell screen readers that a dialog keeps its window from being used.
+class AccessibleDialog final : public QAccessibleWidget {
+public:
+    explicit AccessibleDialog(QDialog &dialog) : QAccessibleWidget(&dialog, QAccessible::Dialog) {}
+
+    [[nodiscard]] QAccessible::State state() const override
+    {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.modal = widget()->isModal();
+        return state;
+    }
+};
+
 QAccessibleInterface *describe(const QString &, QObject *object)
 {
+    if (auto *dialog = qobject_cast<QDialog *>(object))
+        return new AccessibleDialog(*dialog);
     const auto *control = dynamic_cast<const HasAccessibleRole *>(object);
     auto *widget = qobject_cast<QWidget *>(object);
     return control != nullptr && widget != nullptr ? new AccessibleControl(*widget, *control) : nullptr;

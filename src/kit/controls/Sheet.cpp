@@ -10,10 +10,12 @@
 #include "kit/theme/Theme.h"
 #include "kit/theme/ThemeColors.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QLayout>
 #include <QPainter>
 #include <QVariantAnimation>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -75,13 +77,24 @@ void Sheet::takeOver()
         m_scrims.append(new Scrim(*window, isCovered || window != &rootWindow() ? stackedStrength : 1));
     }
     rootWindow().installEventFilter(this);
+    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &Sheet::keepKeyboard, Qt::QueuedConnection);
     fit();
     place();
+}
+
+/// A click on a window below gives that window the keyboard, though it may do nothing with it.
+void Sheet::keepKeyboard()
+{
+    const QWindow *focused = QGuiApplication::focusWindow();
+    if (focused != nullptr && focused != windowHandle() && QApplication::activeModalWidget() == this
+        && QApplication::activePopupWidget() == nullptr)
+        activateWindow();
 }
 
 void Sheet::giveBack()
 {
     rootWindow().removeEventFilter(this);
+    disconnect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &Sheet::keepKeyboard);
     for (const QPointer<Scrim> &scrim : m_scrims)
         delete scrim;
     m_scrims.clear();

@@ -33,6 +33,7 @@ protected:
 private:
     [[nodiscard]] QWidget &rootWindow() const;
     void takeOver();
+    void keepKeyboard();
     void giveBack();
     void fit();
     void place();
