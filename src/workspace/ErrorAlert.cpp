@@ -31,7 +31,7 @@ ErrorAlert::ErrorAlert(LibraryStore &store, QWidget &window) : QObject(&window),
     render();
 }
 
-/// What is typed on would be lost in the alert, and the next blank would dismiss it unread.
+/// The alert takes the keyboard: what is typed meanwhile would be lost, and the next Space would dismiss it unread.
 void ErrorAlert::noticeError()
 {
     const auto *editor = qobject_cast<const QTextEdit *>(QApplication::focusWidget());
@@ -51,7 +51,7 @@ bool ErrorAlert::eventFilter(QObject *, QEvent *event)
 void ErrorAlert::render()
 {
     const std::optional<QString> error = m_store.lastError().get();
-    // It would cover the button that stops an import.
+    // The alert would cover the button that stops an import.
     if (!error || m_alert || m_pause.isActive() || m_store.isImporting().get())
         return;
     const auto dismiss = [this, shown = *error] {
@@ -62,7 +62,7 @@ void ErrorAlert::render()
         else
             render();
     };
-    // A sheet that is open stays below the alert.
+    // An open sheet stays open below the alert.
     QWidget *modal = QApplication::activeModalWidget();
     m_alert = Alert::show(modal != nullptr ? *modal : m_window,
         {.title = u"Something went wrong"_s,
@@ -72,6 +72,6 @@ void ErrorAlert::render()
             .cancel = {},
             .onAction = [dismiss](const QString &) { dismiss(); },
             .onCancel = dismiss});
-    // A sheet that closes takes the alert above it along, though nobody has read it.
+    // An alert over a sheet is deleted with the sheet, perhaps unread: then it is shown again.
     connect(m_alert, &QObject::destroyed, this, &ErrorAlert::render, Qt::QueuedConnection);
 }

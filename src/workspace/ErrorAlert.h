@@ -8,8 +8,8 @@ class Alert;
 class LibraryStore;
 class QWidget;
 
-/// Shows the store's last error over the window until it is dismissed. An alert takes the keys: it waits for the end of
-/// an import, and while somebody writes for a pause.
+/// Shows the store's last error over the window until it is dismissed. Waits for the end of an import and, while the
+/// user is writing, for a pause.
 class ErrorAlert final : public QObject {
     Q_OBJECT
 
@@ -26,5 +26,5 @@ private:
     LibraryStore &m_store;
     QWidget &m_window;
     QPointer<Alert> m_alert;
-    QTimer m_pause; ///< runs while somebody writes
+    QTimer m_pause; ///< runs while the user is writing
 };

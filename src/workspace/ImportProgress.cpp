@@ -32,9 +32,7 @@ bool isInput(QEvent::Type type)
 
 } // namespace
 
-ImportProgress::ImportProgress(QWidget &window, std::chrono::milliseconds patience)
-    : m_window(window),
-      m_patience(patience)
+ImportProgress::ImportProgress(QWidget &window, std::chrono::milliseconds delay) : m_window(window), m_delay(delay)
 {
 }
 
@@ -44,7 +42,7 @@ bool ImportProgress::mayImport(const ImportStep &step)
 {
     if (!m_time.isValid())
         m_time.start();
-    if (m_time.elapsed() < m_patience.count())
+    if (m_time.elapsed() < m_delay.count())
         return true;
     if (!m_capsule) {
         m_capsule = std::make_unique<ProgressCapsule>(m_window);
@@ -64,7 +62,7 @@ void ImportProgress::finish()
     m_isStopped = false;
 }
 
-/// Everything runs on one thread: whatever input came through now would act in the middle of the batch.
+/// The import runs on this thread: input that came through would act on the store in the middle of a batch.
 bool ImportProgress::eventFilter(QObject *watched, QEvent *event)
 {
     if (!m_capsule || !isInput(event->type()))

@@ -41,7 +41,7 @@ void StatusBanner::render()
         place();
     }
     if (message.has_value() == m_isIn)
-        return; // a banner that only changes its text keeps its time
+        return; // another text doesn't prolong the time that the banner is shown
     m_isIn = message.has_value();
     if (!message) {
         Transition::banner(*this).disappear(*this);

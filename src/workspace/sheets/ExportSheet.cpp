@@ -1,5 +1,6 @@
 #include "workspace/sheets/ExportSheet.h"
 
+#include "exchange/ExcerptExporter.h"
 #include "kit/controls/Paragraph.h"
 #include "kit/controls/SegmentedControl.h"
 #include "kit/theme/Fonts.h"
@@ -79,11 +80,6 @@ std::optional<QUuid> ExportSheet::scopeCodeID() const
     return m_scope->currentIndex() > 0 ? m_store.selectedCodeID() : std::nullopt;
 }
 
-ExportFormat ExportSheet::format() const
-{
-    return ExportFormats::formats().at(size_t(m_format->currentIndex()));
-}
-
 void ExportSheet::renderScopes()
 {
     m_scope->setLabels(scopeLabels());
@@ -104,7 +100,8 @@ void ExportSheet::renderSummary()
 
 void ExportSheet::act()
 {
-    const QString extension = ExportFormats::fileExtension(format());
+    const ExportFormat format = ExportFormats::formats().at(size_t(m_format->currentIndex()));
+    const QString extension = ExportFormats::fileExtension(format);
     const std::optional<QString> path = m_store.fileDialogs().chooseToSave({.title = windowTitle(),
         .prompt = u"Export"_s,
         .proposedName = u"Vorn-Excerpts."_s + extension,
@@ -112,7 +109,7 @@ void ExportSheet::act()
     if (!path)
         return;
     try {
-        m_store.exportReport(scopeCodeID(), format(), *path);
+        m_store.exportReport(scopeCodeID(), format, *path);
     } catch (const LocalizedError &error) {
         m_store.lastError().set(u"Export failed: "_s + error.description());
         return;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "exchange/ExcerptExporter.h"
 #include "workspace/sheets/FormSheet.h"
 
 #include <QUuid>
@@ -23,7 +22,6 @@ private:
     [[nodiscard]] QStringList scopeLabels() const;
     /// The code to export alone; none for all codes.
     [[nodiscard]] std::optional<QUuid> scopeCodeID() const;
-    [[nodiscard]] ExportFormat format() const;
     void renderScopes();
     /// How many codes have passages, and how many passages these are together.
     void renderSummary();

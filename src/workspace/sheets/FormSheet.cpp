@@ -47,7 +47,7 @@ FormSheet::FormSheet(QWidget &window, const QString &title, int width, int paddi
     m_rows->addLayout(head);
 }
 
-QWidget *FormSheet::addRow(const QString &label, QWidget *control)
+void FormSheet::addRow(const QString &label, QWidget *control)
 {
     auto *row = new QWidget(this);
     auto *text = new ElidedLabel(label, Fonts::body(), Symbols::Tint::text, row);
@@ -59,7 +59,6 @@ QWidget *FormSheet::addRow(const QString &label, QWidget *control)
     parts->addWidget(text);
     parts->addWidget(control, 1);
     m_rows->addWidget(row);
-    return row;
 }
 
 QPushButton *FormSheet::addButtons(const QString &objectName, const QString &label, QWidget *beside)

@@ -18,8 +18,8 @@ protected:
     [[nodiscard]] QVBoxLayout &rows() const { return *m_rows; }
     /// Below the rows, from edge to edge.
     [[nodiscard]] QVBoxLayout &column() const { return *m_column; }
-    /// A row with a label before the control, which also is what screen readers call it.
-    QWidget *addRow(const QString &label, QWidget *control);
+    /// A label before the control, which screen readers hear as its name, too. The control's parent is the row.
+    void addRow(const QString &label, QWidget *control);
     /// To be called last, so that Tab reaches the buttons last. `beside` stands at the left of them.
     QPushButton *addButtons(const QString &objectName, const QString &label, QWidget *beside = nullptr);
 

@@ -19,7 +19,7 @@ constexpr int sidePadding = 6;
 constexpr int documentMargin = 2;
 constexpr int lineHeight = 19;
 
-/// Gives every line a height of at least `lineHeight`, which a plain text's layout doesn't offer.
+/// Makes each line at least `lineHeight` high, which Qt's layout for plain text can't.
 class SpreadLayout final : public QPlainTextDocumentLayout {
 public:
     using QPlainTextDocumentLayout::QPlainTextDocumentLayout;
@@ -56,7 +56,7 @@ PasteEditor::PasteEditor(QWidget *parent) : QPlainTextEdit(parent)
     document()->setDocumentLayout(new SpreadLayout(document()));
     document()->setDocumentMargin(documentMargin);
     setViewportMargins(sidePadding, verticalPadding, sidePadding, verticalPadding);
-    viewport()->setAutoFillBackground(false); // the frame fills its round corners
+    viewport()->setAutoFillBackground(false); // the style fills the rounded frame
     setTabChangesFocus(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
@@ -65,7 +65,7 @@ PasteEditor::PasteEditor(QWidget *parent) : QPlainTextEdit(parent)
 
 QString PasteEditor::text() const
 {
-    QString text = document()->toRawText(); // toPlainText would lose no-break spaces
+    QString text = document()->toRawText(); // toPlainText turns no-break spaces into spaces
     std::ranges::replace(text, QChar(QChar::ParagraphSeparator), u'\n');
     return text;
 }

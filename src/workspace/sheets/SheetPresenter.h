@@ -12,13 +12,13 @@ class LibraryStore;
 class QWidget;
 class Sheet;
 
-/// Shows the sheets that the store's flags ask for, one at a time: a flag set while another sheet is open waits until
-/// that one has closed. A sheet that closes takes its flag back, and a flag taken back closes its sheet.
+/// Shows the sheets that the store's flags ask for, one at a time: a flag that is set while another sheet is open waits
+/// until that one has closed. Closing a sheet clears its flag, and clearing a flag closes its sheet.
 class SheetPresenter final : public QObject {
     Q_OBJECT
 
 public:
-    /// `window` owns this, and has the sheets hang in it.
+    /// `window` owns this and is the window of the sheets.
     SheetPresenter(LibraryStore &store, QWidget &window);
 
 private:
@@ -26,7 +26,7 @@ private:
         Observable<bool> &isWanted;
         std::function<Sheet *()> make;
     };
-    /// A `SheetType` is made from the store and the window, once for each time that it is shown.
+    /// A new `SheetType` is made, from the store and the window, each time that it is shown.
     template <typename SheetType>
     void present(Observable<bool> &isWanted);
     void render();
@@ -36,5 +36,5 @@ private:
     QWidget &m_window;
     std::vector<Entry> m_entries;
     QPointer<Sheet> m_sheet; ///< the one that is open
-    const Observable<bool> *m_shown = nullptr; ///< what asked for it
+    const Observable<bool> *m_shown = nullptr; ///< the flag of `m_sheet`
 };

@@ -79,8 +79,8 @@ void WordFrequencySheet::addScope()
     m_document->setObjectName(u"scopeDocument"_s);
     m_code->setObjectName(u"scopeCode"_s);
     rows().addWidget(m_scopeKind);
-    m_documentRow = addRow(u"Document"_s, m_document);
-    m_codeRow = addRow(u"Code"_s, m_code);
+    addRow(u"Document"_s, m_document);
+    addRow(u"Code"_s, m_code);
 }
 
 void WordFrequencySheet::addConditions()
@@ -146,8 +146,8 @@ void WordFrequencySheet::renderCodes()
 
 void WordFrequencySheet::renderScope()
 {
-    m_documentRow->setVisible(m_scopeKind->currentIndex() == oneDocument);
-    m_codeRow->setVisible(m_scopeKind->currentIndex() == oneCode);
+    m_document->parentWidget()->setVisible(m_scopeKind->currentIndex() == oneDocument);
+    m_code->parentWidget()->setVisible(m_scopeKind->currentIndex() == oneCode);
     m_count->setEnabled(scope().has_value());
 }
 

@@ -40,7 +40,5 @@ private:
     Stepper *m_minLength;
     ToggleSwitch *m_ignoreStopwords;
     SegmentedControl *m_limit;
-    QWidget *m_documentRow;
-    QWidget *m_codeRow;
     QPushButton *m_count;
 };
