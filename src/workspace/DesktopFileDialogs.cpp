@@ -1,53 +1,44 @@
 #include "workspace/DesktopFileDialogs.h"
 
-#include "workspace/FolderOpenPanel.h"
+#include "workspace/FilePanel.h"
 
 #include <QApplication>
-#include <QFileDialog>
-#include <QFileInfo>
-
-using namespace Qt::StringLiterals;
+#include <QDir>
+#include <QStandardPaths>
 
 namespace {
 
-QString filterFor(const QString &extension)
+/// The first one that exists.
+QString firstFolder(const QStringList &paths)
 {
-    return u"*."_s + extension;
-}
-
-void prepare(QFileDialog &dialog, const FileDialogs::OpenRequest &request)
-{
-    dialog.setAcceptMode(QFileDialog::AcceptOpen);
-    dialog.setLabelText(QFileDialog::Accept, request.prompt);
-    dialog.setFileMode(request.allowsSeveral ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
-    if (!request.extension.isEmpty())
-        dialog.setNameFilter(filterFor(request.extension));
+    for (const QString &path : paths) {
+        if (!path.isEmpty() && QDir(path).exists())
+            return path;
+    }
+    return QDir::homePath();
 }
 
 } // namespace
 
+template <typename Request>
+QStringList DesktopFileDialogs::ask(const Request &request)
+{
+    FilePanel panel(QApplication::activeWindow(), request,
+        firstFolder({m_lastFolder, QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)}));
+    panel.exec();
+    const QStringList chosen = panel.chosen();
+    // A path that was typed whole may lead elsewhere than the folder that is shown.
+    m_lastFolder = chosen.isEmpty() ? panel.directory().absolutePath() : QFileInfo(chosen.first()).absolutePath();
+    return chosen;
+}
+
 QStringList DesktopFileDialogs::chooseToOpen(const OpenRequest &request)
 {
-    if (request.allowsFolders) {
-        FolderOpenPanel panel(QApplication::activeWindow(), request.title, request.prompt);
-        prepare(panel, request);
-        return panel.exec() == QDialog::Accepted ? panel.chosen() : QStringList();
-    }
-    QFileDialog dialog(QApplication::activeWindow(), request.title);
-    prepare(dialog, request);
-    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles() : QStringList();
+    return ask(request);
 }
 
 std::optional<QString> DesktopFileDialogs::chooseToSave(const SaveRequest &request)
 {
-    QFileDialog dialog(QApplication::activeWindow(), request.title);
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setLabelText(QFileDialog::Accept, request.prompt);
-    dialog.setFileMode(QFileDialog::AnyFile);
-    dialog.setNameFilter(filterFor(request.extension));
-    dialog.setDefaultSuffix(request.extension);
-    dialog.selectFile(request.proposedName);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
-        return {};
-    return dialog.selectedFiles().constFirst();
+    const QStringList paths = ask(request);
+    return paths.isEmpty() ? std::nullopt : std::optional(paths.first());
 }

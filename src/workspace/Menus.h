@@ -1,10 +1,12 @@
 #pragma once
 
+#include <functional>
+
 class LibraryStore;
-class RootView;
+class QMainWindow;
 
 /// The menus of the window.
 namespace Menus {
-/// Fills the window's menu bar.
-void build(RootView &window, LibraryStore &store);
+/// Fills the window's menu bar. `openFindBar` is what "Find…" does.
+void build(QMainWindow &window, LibraryStore &store, const std::function<void()> &openFindBar);
 } // namespace Menus

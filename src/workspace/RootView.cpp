@@ -22,6 +22,7 @@
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QScreen>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -32,7 +33,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize defaultSize{1180, 780};
-constexpr int sidebarWidth = 209; // with its hairline 210
+constexpr QSize maxFrame{16, 48}; // around the window; its true size isn't known before the window is shown
+constexpr int sidebarWidth = 209; // 210 with its hairline
 constexpr int toolbarSide = 14;
 
 } // namespace
@@ -50,7 +52,7 @@ RootView::RootView(LibraryStore &store)
     setWindowTitle(u"Vorn"_s);
     for (QWidget *list : std::initializer_list<QWidget *>{m_documents, m_excerpts, m_queryResults, m_wordFreqResults})
         m_lists->addWidget(list);
-    // A stack takes its least width from its pages, but not its greatest.
+    // A stack takes the minimum width of its pages over, but not their maximum.
     m_lists->setMinimumWidth(ListMetrics::minColumnWidth);
     m_lists->setMaximumWidth(ListMetrics::maxColumnWidth);
 
@@ -62,14 +64,14 @@ RootView::RootView(LibraryStore &store)
     columns->setStretchFactor(1, 0);
     columns->setStretchFactor(2, 1);
     setCentralWidget(columns);
-    Menus::build(*this, store);
+    Menus::build(*this, store, [this] { openFindBar(); });
     m_banner = new StatusBanner(store, this);
     new ErrorAlert(store, *this);
     new SheetPresenter(store, *this);
 
-    resize(defaultSize);
-    columns->setSizes({sidebarWidth, ListMetrics::defaultColumnWidth,
-        defaultSize.width() - sidebarWidth - ListMetrics::defaultColumnWidth});
+    resize(defaultSize.boundedTo(screen()->availableSize() - maxFrame));
+    columns->setSizes(
+        {sidebarWidth, ListMetrics::defaultColumnWidth, width() - sidebarWidth - ListMetrics::defaultColumnWidth});
     connect(&m_store.sidebarSelection(), &Notifier::changed, this, &RootView::renderSelection);
     renderSelection();
 }
@@ -97,7 +99,7 @@ QWidget *RootView::buildReaderColumn()
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(0);
     rows->addWidget(m_reader, 1);
-    rows->insertWidget(0, head); // above, but behind it in the order of the keyboard
+    rows->insertWidget(0, head); // above the reader, but after it in the tab order
     return column;
 }
 
@@ -140,7 +142,7 @@ void RootView::openFindBar()
     m_reader->reader().openFindBar();
 }
 
-/// Memos are stored as they are typed; only what the disk refused is still here alone.
+/// Memos are saved while they are typed: only what couldn't be written to the disk is at stake here.
 void RootView::closeEvent(QCloseEvent *event)
 {
     const std::optional<QString> complaint = m_store.saveUnwrittenMemos();

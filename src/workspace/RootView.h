@@ -15,8 +15,8 @@ class ReaderPane;
 class StatusBanner;
 class WordFreqResultsView;
 
-/// The window: what there is on the left, a list in the middle, reading on the right. It composes and has no logic of
-/// its own beyond which list the middle shows.
+/// The main window: sidebar, list and reader, side by side. It only composes them and decides which list the middle
+/// column shows.
 class RootView final : public QMainWindow {
     Q_OBJECT
 
@@ -33,7 +33,7 @@ protected:
 private:
     [[nodiscard]] QWidget *buildReaderColumn();
     void renderSelection();
-    /// What the middle shows for what the sidebar has selected, made ready for it.
+    /// The list that belongs to the sidebar's selection, made to show it.
     [[nodiscard]] ListColumn *listFor(const SidebarSelection &selection);
     void showList(ListColumn &list);
 
@@ -46,5 +46,5 @@ private:
     ReaderPane *m_reader;
     QPushButton *m_import;
     StatusBanner *m_banner;
-    bool m_wasWarned = false; ///< that memos will be lost
+    bool m_wasWarned = false; ///< that closing again loses a memo
 };

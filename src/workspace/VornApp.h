@@ -1,13 +1,13 @@
 #pragma once
 
 #include "library/CommandLine.h"
-#include "workspace/DesktopFileDialogs.h"
-#include "workspace/DesktopFileViewer.h"
 
 #include <memory>
 
 class DatabaseQueue;
 class Appearance;
+class FileDialogs;
+class FileViewer;
 class ImportProgress;
 class LibraryStore;
 class PortalSettings;
@@ -29,8 +29,8 @@ private:
     void start();
 
     CommandLine m_commandLine;
-    DesktopFileDialogs m_fileDialogs;
-    DesktopFileViewer m_fileViewer;
+    std::unique_ptr<FileDialogs> m_fileDialogs;
+    std::unique_ptr<FileViewer> m_fileViewer;
     std::unique_ptr<PortalSettings> m_settings;
     std::unique_ptr<Appearance> m_appearance;
     std::unique_ptr<LibraryStore> m_store;
