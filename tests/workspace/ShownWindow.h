@@ -13,6 +13,7 @@ protected:
     void open()
     {
         m_root = std::make_unique<RootView>(library.store);
+        m_root->resize(1180, 780); // whatever the size of the screen
         m_root->show();
         QApplication::setActiveWindow(m_root.get());
         QApplication::processEvents();
@@ -22,6 +23,12 @@ protected:
     [[nodiscard]] Widget &find(const QString &name = {}) const
     {
         return childOf<Widget>(m_root.get(), name);
+    }
+    /// As the event loop would: what was to be deleted is.
+    static void settle()
+    {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QApplication::processEvents();
     }
     [[nodiscard]] CodingTextView &text() const { return find<CodingTextView>(); }
     /// Drags from the left edge of one character to the left edge of another.
