@@ -1,5 +1,5 @@
 #include "ShownWindow.h"
-#include "exchange/ExportCodeGroup.h"
+#include "exchange/ExcerptExporter.h"
 #include "workspace/reader/SelectionBar.h"
 
 #include <QClipboard>
