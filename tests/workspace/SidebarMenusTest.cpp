@@ -36,6 +36,10 @@ TEST_F(SidebarMenus, OfferWhatCanBeDoneWithoutSelecting)
     EXPECT_EQ(library.code(u"Doubt"_s).colorHex, u"#8E8E93"_s);
     EXPECT_NE(library.code(u"Trust"_s).colorHex, u"#8E8E93"_s);
     menu.close();
+    QMenu &reopened = menuAt(list(), {}, QContextMenuEvent::Keyboard);
+    EXPECT_TRUE(entry(reopened, {u"Color"_s, u"Gray"_s}).isChecked()) << "the present color";
+    EXPECT_FALSE(entry(reopened, {u"Color"_s, u"Blue"_s}).isChecked());
+    reopened.close();
 }
 
 TEST_F(SidebarMenus, OfferTheOtherCodesOldestFirstUnderTheirWholeNames)

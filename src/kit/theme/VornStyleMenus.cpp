@@ -53,16 +53,30 @@ QRect markRect(const QRect &item)
     return {item.left() + dotMiddle - side / 2, item.top() + (item.height() - side) / 2, side, side};
 }
 
-void paintMark(QPainter &painter, const QStyleOptionMenuItem &option, const QRect &rect, const QColor &color)
+bool isCheckable(const QStyleOptionMenuItem &option)
+{
+    return option.checkType != QStyleOptionMenuItem::NotCheckable;
+}
+
+/// The icon and the tick share the place before the text; an entry with both has its tick at its end.
+void paintMarks(QPainter &painter, const QStyleOptionMenuItem &option, const QColor &color)
 {
     constexpr int tick = 12;
-    if (option.checkType != QStyleOptionMenuItem::NotCheckable && option.checked) {
-        QRect square(0, 0, tick, tick);
-        square.moveCenter(rect.center());
-        Symbols::paint(painter, square, u"checkmark"_s, color, Symbols::semiboldStroke);
-    } else if (!option.icon.isNull()) {
+    const QRect &item = option.rect;
+    const QRect mark = markRect(item);
+    const bool hasIcon = !option.icon.isNull();
+    if (hasIcon) {
         const bool isEnabled = option.state.testFlag(QStyle::State_Enabled);
-        option.icon.paint(&painter, rect, Qt::AlignCenter, isEnabled ? QIcon::Normal : QIcon::Disabled);
+        option.icon.paint(&painter, QStyle::visualRect(option.direction, item, mark), Qt::AlignCenter,
+            isEnabled ? QIcon::Normal : QIcon::Disabled);
+    }
+    if (isCheckable(option) && option.checked) {
+        QRect square(0, 0, tick, tick);
+        square.moveCenter(mark.center());
+        if (hasIcon)
+            square.moveRight(item.right() - StyleGeometry::menuItemPadding);
+        Symbols::paint(painter, QStyle::visualRect(option.direction, item, square), u"checkmark"_s, color,
+            Symbols::semiboldStroke);
     }
 }
 
@@ -99,7 +113,7 @@ void VornStyle::drawMenuItem(const QStyleOptionMenuItem &option, QPainter &paint
 
     const QColor color = entryColor(option, menu);
     if (hasMarks(option))
-        paintMark(painter, option, visualRect(option.direction, item, markRect(item)), color);
+        paintMarks(painter, option, color);
     const int start = StyleGeometry::menuItemPadding + (hasMarks(option) ? StyleGeometry::menuMarkRoom : 0);
     const QRect room = visualRect(option.direction, item, item.adjusted(start, 0, -StyleGeometry::menuItemPadding, 0));
     const int flags = Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextHideMnemonic | Qt::TextDontClip;
@@ -140,7 +154,8 @@ QSize VornStyle::menuItemSize(const QStyleOptionMenuItem &option, const QSize &c
     int width = contents.width() + 2 * StyleGeometry::menuItemPadding;
     if (hasMarks(option))
         width += StyleGeometry::menuMarkRoom;
-    if (option.menuItemType == QStyleOptionMenuItem::SubMenu)
+    const bool hasTickAtEnd = isCheckable(option) && !option.icon.isNull();
+    if (option.menuItemType == QStyleOptionMenuItem::SubMenu || hasTickAtEnd)
         width += StyleGeometry::menuArrowRoom;
     else if (option.text.contains(u'\t'))
         width += StyleGeometry::menuShortcutGap;
