@@ -1,12 +1,12 @@
 #include "kit/controls/Scrim.h"
 
-#include "kit/controls/Sheet.h"
 #include "kit/theme/Metrics.h"
 #include "kit/theme/Painting.h"
 #include "kit/theme/Shadow.h"
 #include "kit/theme/Theme.h"
 #include "kit/theme/ThemeColors.h"
 
+#include <QDialog>
 #include <QEvent>
 #include <QPainter>
 
@@ -43,17 +43,19 @@ void Scrim::paintEvent(QPaintEvent *)
     QPainter painter(this);
     QColor shade = colors.scrim;
     shade.setAlphaF(shade.alphaF() * float(m_strength * m_presence));
-    const auto *sheet = qobject_cast<const Sheet *>(parentWidget());
-    if (sheet != nullptr)
-        Painting::fill(painter, sheet->bodyRect(), Metrics::sheetRadius, shade);
+    // A sheet over a sheet: only the body of the lower one is dimmed, not the margin that holds its shadow.
+    const bool isOverSheet = qobject_cast<const QDialog *>(parentWidget()) != nullptr;
+    const QRect sheetBody = parentWidget()->contentsRect();
+    if (isOverSheet)
+        Painting::fill(painter, sheetBody, Metrics::sheetRadius, shade);
     else
         painter.fillRect(rect(), shade);
     if (m_caster.isEmpty())
         return;
     const QRect body(mapFromGlobal(m_caster.topLeft()), m_caster.size());
     painter.setOpacity(m_presence);
-    if (sheet != nullptr)
-        painter.setClipRect(sheet->bodyRect());
+    if (isOverSheet)
+        painter.setClipRect(sheetBody);
     Shadow::sheet().paint(painter, body, Metrics::sheetRadius);
     painter.setOpacity(1);
     Painting::box(painter, body, Metrics::sheetRadius, colors.sheet, colors.raisedEdge);
