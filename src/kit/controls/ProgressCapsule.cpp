@@ -4,18 +4,12 @@
 #include "kit/controls/FocusLoop.h"
 #include "kit/controls/Scrim.h"
 #include "kit/theme/Fonts.h"
-#include "kit/theme/Metrics.h"
-#include "kit/theme/Painting.h"
 #include "kit/theme/Roles.h"
-#include "kit/theme/Theme.h"
-#include "kit/theme/ThemeColors.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
-#include <QPainter>
+#include <QProgressBar>
 #include <QPushButton>
-
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -23,39 +17,13 @@ namespace {
 
 constexpr QMargins padding{19, 8, 9, 8};
 
-class Bar final : public QWidget {
-public:
-    explicit Bar(QWidget *parent) : QWidget(parent) { setFixedSize(90, 4); }
-
-    void setShare(double share)
-    {
-        m_share = std::clamp(share, 0., 1.);
-        update();
-    }
-
-protected:
-    void paintEvent(QPaintEvent *) override
-    {
-        QPainter painter(this);
-        QRectF done(rect());
-        done.setWidth(done.width() * m_share);
-        Painting::fill(painter, rect(), Metrics::barRadius, Theme::colors().track);
-        if (isRightToLeft())
-            done.moveRight(rect().width());
-        Painting::fill(painter, done, Metrics::barRadius, Theme::accent);
-    }
-
-private:
-    double m_share = 0;
-};
-
 } // namespace
 
 ProgressCapsule::ProgressCapsule(QWidget &window)
     : Capsule(Shadow::banner(), padding, &window),
       m_count(new ElidedLabel({}, Fonts::callout(), Symbols::Tint::text, this)),
       m_name(new ElidedLabel({}, Fonts::callout(), Symbols::Tint::secondary, this)),
-      m_bar(new Bar(this)),
+      m_bar(new QProgressBar(this)),
       m_scrim(new Scrim(window, 1))
 {
     auto *stop = new QPushButton(u"Stop"_s, this);
@@ -63,6 +31,8 @@ ProgressCapsule::ProgressCapsule(QWidget &window)
     stop->setAutoDefault(false);
     connect(stop, &QPushButton::clicked, this, &ProgressCapsule::stopped);
     m_name->setElideMode(Qt::ElideMiddle);
+    m_bar->setFixedSize(90, 4);
+    m_bar->setTextVisible(false);
     row().addWidget(m_bar);
     row().addWidget(m_count);
     row().addWidget(m_name, 1);
@@ -84,7 +54,8 @@ void ProgressCapsule::setProgress(int number, int count, const QString &name)
 {
     m_count->setText(u"File %1 of %2"_s.arg(number).arg(count));
     m_name->setText(name);
-    static_cast<Bar *>(m_bar)->setShare(count > 0 ? double(number - 1) / count : 0);
+    m_bar->setRange(0, count);
+    m_bar->setValue(number - 1);
     setAccessibleName(m_count->text() + QChar(u' ') + name);
     placeInMiddle();
 }

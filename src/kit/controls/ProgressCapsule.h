@@ -6,6 +6,7 @@
 #include <QPointer>
 
 class ElidedLabel;
+class QProgressBar;
 class Scrim;
 
 /// Tells over a dimmed window how far a long job with files has come, and offers to stop it. Lives as long as the job:
@@ -33,7 +34,7 @@ private:
 
     ElidedLabel *m_count;
     ElidedLabel *m_name;
-    QWidget *m_bar;
+    QProgressBar *m_bar;
     QPointer<Scrim> m_scrim;
     FocusReturn m_focusReturn;
 };

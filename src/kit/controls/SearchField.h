@@ -2,10 +2,8 @@
 
 #include <QLineEdit>
 
-class QAbstractButton;
-
-/// A field to search with: a quiet track with a magnifying glass, and a cross that empties it once it is filled.
-/// Escape empties it too.
+/// A field to search with: a magnifying glass, and a cross that empties the field once it is filled. Escape empties it
+/// too. Its class name selects the palette that `Theme` sets for it.
 class SearchField final : public QLineEdit {
     Q_OBJECT
 
@@ -15,14 +13,5 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
-    void paintEvent(QPaintEvent *event) override;
-    void resizeEvent(QResizeEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
-
-private:
-    [[nodiscard]] QRect glassRect() const;
-    void makeRoom();
-    void placeCross();
-
-    QAbstractButton *m_cross;
 };

@@ -3,9 +3,11 @@
 #include "kit/theme/Metrics.h"
 #include "kit/theme/Painting.h"
 #include "kit/theme/Roles.h"
+#include "kit/theme/StyleGeometry.h"
 #include "kit/theme/Theme.h"
 #include "kit/theme/ThemeColors.h"
 
+#include <QAbstractSpinBox>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -17,6 +19,7 @@
 #include <QPushButton>
 #include <QStyle>
 #include <QStyleOption>
+#include <QTabBar>
 #include <QTextEdit>
 
 namespace {
@@ -90,7 +93,11 @@ std::optional<FocusOutline> FocusRing::outlineOf(const QWidget &widget)
     if (qobject_cast<const QComboBox *>(&widget) != nullptr)
         return FocusOutline{bodyOf(widget, QStyle::SE_ComboBoxLayoutItem), Metrics::controlRadius};
     if (qobject_cast<const QCheckBox *>(&widget) != nullptr)
-        return FocusOutline{widget.rect(), Metrics::smallButtonRadius};
+        return FocusOutline{widget.rect(), StyleGeometry::switchSize.height() / 2.};
+    if (qobject_cast<const QTabBar *>(&widget) != nullptr)
+        return FocusOutline{widget.rect(), Metrics::controlRadius};
+    if (qobject_cast<const QAbstractSpinBox *>(&widget) != nullptr)
+        return FocusOutline{StyleGeometry::stepperBody(widget.rect()), Metrics::smallButtonRadius};
     return fieldOutline(widget);
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "kit/theme/Metrics.h"
+
 #include <QMargins>
 #include <QRect>
 
@@ -19,6 +21,23 @@ inline constexpr int buttonIconGap = 6;
 inline constexpr int editorFrame = 4; // keeps the square viewport out of the round corners
 inline constexpr int fieldPadding = 8; // and 2 that QLineEdit adds itself
 
+inline constexpr int searchPadding = 1; // before the magnifying glass, which QLineEdit places itself
+inline constexpr int fieldIcon = 12;
+inline constexpr int fieldIconMargin = 6;
+
+inline constexpr QSize switchSize{34, 20};
+inline constexpr int segmentPadding = 10;
+
+/// The shadow may reach 2 pixels beyond the body; above too, so that the body stays in the middle.
+inline constexpr QSize stepperBodySize{52, Metrics::smallControlHeight};
+inline constexpr QSize stepperSize{52, Metrics::smallControlHeight + 4};
+[[nodiscard]] inline QRect stepperBody(const QRect &rect)
+{
+    QRect body(QPoint(), stepperBodySize);
+    body.moveCenter(rect.center());
+    return body;
+}
+
 inline constexpr int comboPadding = 11;
 inline constexpr int comboArrow = 11;
 inline constexpr int comboArrowInset = 9;
@@ -27,6 +46,8 @@ inline constexpr int comboArrowRoom = comboArrow + comboArrowInset + 6;
 {
     return body.adjusted(comboPadding, 0, -comboArrowRoom, 0);
 }
+
+inline constexpr int toolTipPadding = 5;
 
 inline constexpr int menuPadding = 5;
 inline constexpr int menuItemPadding = 10;

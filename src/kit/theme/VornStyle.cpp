@@ -4,6 +4,7 @@
 #include "kit/theme/FocusRing.h"
 #include "kit/theme/Metrics.h"
 #include "kit/theme/PopupShape.h"
+#include "kit/theme/Roles.h"
 #include "kit/theme/RowPainter.h"
 #include "kit/theme/ScrollActivity.h"
 #include "kit/theme/StyleGeometry.h"
@@ -65,8 +66,26 @@ int VornStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, const
     case PM_ButtonShiftVertical:
     case PM_MenuBarPanelWidth:
     case PM_MenuBarItemSpacing:
-    case PM_ToolTipLabelFrameWidth:
+    case PM_TabBarTabVSpace:
+    case PM_TabBarTabOverlap:
+    case PM_TabBarBaseOverlap:
+    case PM_TabBarTabShiftHorizontal:
+    case PM_TabBarTabShiftVertical:
         return 0;
+    case PM_ToolTipLabelFrameWidth:
+        return StyleGeometry::toolTipPadding;
+    case PM_SubMenuOverlap: // counted from the entry, which ends before the menu's padding
+        return StyleGeometry::menuPadding + 2;
+    case PM_TabBarTabHSpace:
+        return 2 * StyleGeometry::segmentPadding;
+    case PM_IndicatorWidth:
+        return StyleGeometry::switchSize.width();
+    case PM_IndicatorHeight:
+        return StyleGeometry::switchSize.height();
+    case PM_LineEditIconSize:
+        return StyleGeometry::fieldIcon;
+    case PM_LineEditIconMargin:
+        return StyleGeometry::fieldIconMargin;
     case PM_ButtonIconSize:
         return StyleGeometry::buttonIcon;
     case PM_DefaultFrameWidth:
@@ -121,6 +140,10 @@ int VornStyle::styleHint(
     case SH_DitherDisabledText:
     case SH_DialogButtonBox_ButtonsHaveIcons:
         return 0;
+    case SH_SpinBox_ClickAutoRepeatThreshold:
+        return 400; // milliseconds
+    case SH_SpinBox_ClickAutoRepeatRate:
+        return 90; // milliseconds
     case SH_ComboBox_PopupFrameStyle:
         return int(QFrame::StyledPanel) | int(QFrame::Plain);
     default:
@@ -136,8 +159,16 @@ QRect VornStyle::subElementRect(SubElement element, const QStyleOption *option, 
     case SE_PushButtonContents:
     case SE_PushButtonFocusRect:
         return option->rect.marginsRemoved(StyleGeometry::controlShadow);
-    case SE_LineEditContents:
-        return option->rect.adjusted(StyleGeometry::fieldPadding, 0, -StyleGeometry::fieldPadding, 0);
+    case SE_LineEditContents: {
+        const bool isSearch = widget != nullptr && hasSearchRole(*widget);
+        const int before = isSearch ? StyleGeometry::searchPadding : StyleGeometry::fieldPadding;
+        const QRect contents = option->rect.adjusted(before, 0, -StyleGeometry::fieldPadding, 0);
+        return visualRect(option->direction, option->rect, contents);
+    }
+    case SE_CheckBoxClickRect:
+        return option->rect;
+    case SE_TabBarTabText:
+        return option->rect.adjusted(3, 0, -3, 0);
     default:
         return QProxyStyle::subElementRect(element, option, widget);
     }
@@ -158,6 +189,8 @@ QRect VornStyle::subControlRect(
         if (subControl == SC_ComboBoxListBoxPopup)
             return visualRect(option->direction, option->rect, StyleGeometry::comboList(body));
     }
+    if (control == CC_SpinBox)
+        return stepperRect(*option, subControl);
     return QProxyStyle::subControlRect(control, option, subControl, widget);
 }
 
@@ -177,6 +210,13 @@ QSize VornStyle::sizeFromContents(
             return {contents.width() + 2 * StyleGeometry::menuBarItemPadding,
                 Metrics::rowHeightFor(Metrics::smallControlHeight, item->fontMetrics.height() - 4)};
     }
+    if (const auto *check = qstyleoption_cast<const QStyleOptionButton *>(option);
+        check != nullptr && type == CT_CheckBox && check->text.isEmpty())
+        return StyleGeometry::switchSize;
+    if (type == CT_SpinBox)
+        return StyleGeometry::stepperSize;
+    if (type == CT_TabBarTab)
+        return {contents.width(), controlHeight()};
     if (type == CT_LineEdit)
         return {contents.width() + 2 * StyleGeometry::fieldPadding, controlHeight()};
     if (type == CT_ComboBox) {
@@ -218,6 +258,12 @@ void VornStyle::drawPrimitive(
     }
     case PE_PanelItemViewRow:
         return;
+    case PE_IndicatorCheckBox:
+        drawSwitch(*option, *painter);
+        return;
+    case PE_FrameTabBarBase:
+        drawSegmentTrack(widget != nullptr ? widget->rect() : option->rect, *painter);
+        return;
     default:
         break;
     }
@@ -239,6 +285,18 @@ void VornStyle::drawControl(
     case CE_PushButtonBevel:
         if (const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option); button && widget) {
             drawButton(*button, *painter, *widget);
+            return;
+        }
+        break;
+    case CE_TabBarTab:
+        if (const auto *tab = qstyleoption_cast<const QStyleOptionTab *>(option)) {
+            drawSegment(*tab, *painter);
+            return;
+        }
+        break;
+    case CE_ProgressBar:
+        if (const auto *bar = qstyleoption_cast<const QStyleOptionProgressBar *>(option)) {
+            drawProgressBar(*bar, *painter);
             return;
         }
         break;
@@ -296,6 +354,11 @@ void VornStyle::drawComplexControl(
     if (const auto *box = qstyleoption_cast<const QStyleOptionComboBox *>(option);
         box != nullptr && control == CC_ComboBox) {
         drawComboBox(*box, *painter);
+        return;
+    }
+    if (const auto *stepper = qstyleoption_cast<const QStyleOptionSpinBox *>(option);
+        stepper != nullptr && control == CC_SpinBox) {
+        drawStepper(*stepper, *painter);
         return;
     }
     QProxyStyle::drawComplexControl(control, option, painter, widget);

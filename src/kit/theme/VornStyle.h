@@ -5,7 +5,10 @@
 class QStyleOptionButton;
 class QStyleOptionComboBox;
 class QStyleOptionMenuItem;
+class QStyleOptionProgressBar;
 class QStyleOptionSlider;
+class QStyleOptionSpinBox;
+class QStyleOptionTab;
 
 /// Paints Qt's own widgets in the window's language. What it doesn't know falls to Fusion, in our palette.
 class VornStyle final : public QProxyStyle {
@@ -46,6 +49,14 @@ private:
     [[nodiscard]] QSize buttonSize(const QStyleOptionButton &option, const QWidget *button) const;
     void drawComboBox(const QStyleOptionComboBox &option, QPainter &painter) const;
     void drawComboBoxLabel(const QStyleOptionComboBox &option, QPainter &painter) const;
+
+    // Switches (check boxes), segments (tab bars), steppers (spin boxes), progress bars
+    static void drawSwitch(const QStyleOption &option, QPainter &painter);
+    static void drawSegmentTrack(const QRect &track, QPainter &painter);
+    static void drawSegment(const QStyleOptionTab &option, QPainter &painter);
+    static void drawStepper(const QStyleOptionSpinBox &option, QPainter &painter);
+    static void drawProgressBar(const QStyleOptionProgressBar &option, QPainter &painter);
+    [[nodiscard]] static QRect stepperRect(const QStyleOptionComplex &option, SubControl subControl);
 
     // Fields and frames
     static void drawField(const QStyleOption &option, QPainter &painter, const QWidget *field);

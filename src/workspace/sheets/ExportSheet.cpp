@@ -53,7 +53,7 @@ ExportSheet::ExportSheet(LibraryStore &store, QWidget &window)
     connect(&m_store.codes(), &Notifier::changed, this, &ExportSheet::renderSummary);
     connect(&m_store.documents(), &Notifier::changed, this, &ExportSheet::renderSummary);
     connect(&m_store.codingRevision(), &Notifier::changed, this, &ExportSheet::renderSummary);
-    connect(m_scope, &SegmentedControl::currentIndexChanged, this, &ExportSheet::renderSummary);
+    connect(m_scope, &SegmentedControl::currentChanged, this, &ExportSheet::renderSummary);
     renderSummary();
 }
 

@@ -60,7 +60,7 @@ QuerySheet::QuerySheet(LibraryStore &store, QWidget &window)
     connect(&m_store.codes(), &Notifier::changed, this, &QuerySheet::renderCodes);
     connect(&m_store.codeCounts(), &Notifier::changed, this, &QuerySheet::renderCodes);
     connect(m_list, &CodeChoiceList::chosenCountChanged, this, &QuerySheet::renderChoice);
-    connect(m_mode, &SegmentedControl::currentIndexChanged, this, &QuerySheet::renderChoice);
+    connect(m_mode, &SegmentedControl::currentChanged, this, &QuerySheet::renderChoice);
     renderCodes();
 }
 

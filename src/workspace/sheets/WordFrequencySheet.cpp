@@ -3,12 +3,12 @@
 #include "kit/controls/ElidedLabel.h"
 #include "kit/controls/SegmentedControl.h"
 #include "kit/controls/Stepper.h"
-#include "kit/controls/ToggleSwitch.h"
 #include "kit/theme/Fonts.h"
 #include "library/LibraryStore.h"
 #include "platform/LocaleText.h"
 #include "workspace/sheets/PopUpList.h"
 
+#include <QCheckBox>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -51,7 +51,7 @@ WordFrequencySheet::WordFrequencySheet(LibraryStore &store, QWidget &window)
       m_code(new PopUpList(this)),
       m_minLengthLabel(new ElidedLabel({}, Fonts::body(), Symbols::Tint::text, this)),
       m_minLength(new Stepper(smallestMinLength, largestMinLength, this)),
-      m_ignoreStopwords(new ToggleSwitch(this)),
+      m_ignoreStopwords(new QCheckBox(this)),
       m_limit(new SegmentedControl(limitLabels(), this))
 {
     addScope();
@@ -62,7 +62,7 @@ WordFrequencySheet::WordFrequencySheet(LibraryStore &store, QWidget &window)
 
     connect(&m_store.documents(), &Notifier::changed, this, &WordFrequencySheet::renderDocuments);
     connect(&m_store.codes(), &Notifier::changed, this, &WordFrequencySheet::renderCodes);
-    connect(m_scopeKind, &SegmentedControl::currentIndexChanged, this, &WordFrequencySheet::renderScope);
+    connect(m_scopeKind, &SegmentedControl::currentChanged, this, &WordFrequencySheet::renderScope);
     connect(m_document, &QComboBox::currentIndexChanged, this, &WordFrequencySheet::renderScope);
     connect(m_code, &QComboBox::currentIndexChanged, this, &WordFrequencySheet::renderScope);
     connect(m_minLength, &Stepper::valueChanged, this, &WordFrequencySheet::renderMinLength);

@@ -8,9 +8,9 @@
 class ElidedLabel;
 class LibraryStore;
 class PopUpList;
+class QCheckBox;
 class SegmentedControl;
 class Stepper;
-class ToggleSwitch;
 
 /// Asks which texts, which words and how many terms, and counts them. Begins with the same answers each time.
 class WordFrequencySheet final : public FormSheet {
@@ -38,7 +38,7 @@ private:
     PopUpList *m_code;
     ElidedLabel *m_minLengthLabel;
     Stepper *m_minLength;
-    ToggleSwitch *m_ignoreStopwords;
+    QCheckBox *m_ignoreStopwords;
     SegmentedControl *m_limit;
     QPushButton *m_count;
 };
