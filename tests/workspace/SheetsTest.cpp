@@ -87,7 +87,7 @@ protected:
     void choose(const QString &control, int index) const
     {
         auto &segments = find<SegmentedControl>(control);
-        QTest::mouseClick(&segments, Qt::LeftButton, {}, segments.segmentRect(index).center());
+        QTest::mouseClick(&segments, Qt::LeftButton, {}, segments.tabRect(index).center());
         QApplication::processEvents();
     }
     [[nodiscard]] QString contentOf(const QString &name) const
