@@ -1,8 +1,8 @@
 #include "library/LibraryStore.h"
 
+#include "platform/UnpairedSurrogates.h"
 #include "records/TextStats.h"
 #include "records/TextTrimming.h"
-#include "platform/UnpairedSurrogates.h"
 #include "records/database/Request.h"
 
 using namespace Qt::StringLiterals;

@@ -1,7 +1,7 @@
 #include "library/LibraryStore.h"
 
-#include "records/TextTrimming.h"
 #include "platform/UnpairedSurrogates.h"
+#include "records/TextTrimming.h"
 #include "records/database/Request.h"
 #include "records/database/Row.h"
 

@@ -25,7 +25,7 @@ private:
 /// Qt doesn't tell screen readers that a dialog keeps its window from being used.
 class AccessibleDialog final : public QAccessibleWidget {
 public:
-    explicit AccessibleDialog(QDialog &dialog) : QAccessibleWidget(&dialog, QAccessible::Dialog) {}
+    explicit AccessibleDialog(QDialog &dialog) : QAccessibleWidget(&dialog, QAccessible::Dialog) { }
 
     [[nodiscard]] QAccessible::State state() const override
     {

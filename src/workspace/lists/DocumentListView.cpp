@@ -16,7 +16,7 @@
 #include "kit/theme/ThemeColors.h"
 #include "library/LibraryStore.h"
 #include "platform/LocaleText.h"
-#include "workspace/StoreLookup.h"
+#include "workspace/lists/StoreLookup.h"
 
 #include <QFontMetrics>
 #include <QHBoxLayout>

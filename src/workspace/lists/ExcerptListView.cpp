@@ -9,8 +9,8 @@
 #include "kit/lists/SnippetRowDelegate.h"
 #include "kit/theme/CodeColor.h"
 #include "library/LibraryStore.h"
-#include "workspace/StoreLookup.h"
 #include "workspace/lists/MemoBar.h"
+#include "workspace/lists/StoreLookup.h"
 
 #include <QHBoxLayout>
 #include <QStackedWidget>

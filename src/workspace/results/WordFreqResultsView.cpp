@@ -148,8 +148,8 @@ void WordFreqResultsView::addOccurrencePage()
     auto *topTerms = new PlainButton(u"chevron.left"_s, u"Top terms"_s, m_occurrencePage);
     topTerms->setObjectName(u"topTerms"_s);
     m_occurrencePage->addTopRow(makeBackRow(*topTerms), gapBelowTopTerms);
-    QWidget::setTabOrder(topTerms, list);
     m_pages->addWidget(m_occurrencePage);
+    QWidget::setTabOrder(topTerms, list); // once both are in the window: coming in changes the order
     connect(topTerms, &QPushButton::clicked, this, [this, topTerms] { goToTerms(reasonAfter(*topTerms)); });
     connect(
         list, &RowList::acted, this, [this](const QModelIndex &index) { m_store.reveal(m_occurrences->item(index)); });

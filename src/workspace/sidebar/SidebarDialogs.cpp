@@ -1,7 +1,7 @@
 #include "workspace/sidebar/SidebarDialogs.h"
 
 #include "kit/controls/Shortened.h"
-#include "workspace/StoreLookup.h"
+#include "workspace/lists/StoreLookup.h"
 
 using namespace Qt::StringLiterals;
 

@@ -8,7 +8,7 @@
 #include "kit/theme/ThemeColors.h"
 #include "library/LibraryStore.h"
 #include "platform/ThisComputer.h"
-#include "workspace/StoreLookup.h"
+#include "workspace/lists/StoreLookup.h"
 #include "workspace/sidebar/InlineField.h"
 #include "workspace/sidebar/SidebarDelegate.h"
 #include "workspace/sidebar/SidebarList.h"
@@ -46,14 +46,14 @@ public:
         constexpr int padding = 10; // above and below
         const QFontMetrics metrics(font());
         const int text = metrics.horizontalAdvance(accessibleName());
-        return {text + lockSide + spacing + 2 * sidePadding, metrics.height() + 2 * padding};
+        return {text + lockSide + spacing, metrics.height() + 2 * padding};
     }
 
 protected:
     void paintEvent(QPaintEvent *) override
     {
         const QFontMetrics metrics(font());
-        const int room = std::max(0, width() - 2 * sidePadding - lockSide - spacing);
+        const int room = std::max(0, width() - lockSide - spacing);
         const int textWidth = std::min(room, metrics.horizontalAdvance(accessibleName()));
         QRect place(0, 0, lockSide + spacing + textWidth, height());
         place.moveLeft((width() - place.width()) / 2);
@@ -64,7 +64,6 @@ protected:
     }
 
 private:
-    static constexpr int sidePadding = 4;
     static constexpr int lockSide = 9;
     static constexpr int spacing = 6;
 };

@@ -2,7 +2,7 @@
 
 #include "library/LibraryStore.h"
 #include "records/TextTrimming.h"
-#include "workspace/StoreLookup.h"
+#include "workspace/lists/StoreLookup.h"
 #include "workspace/sidebar/InlineField.h"
 #include "workspace/sidebar/SidebarList.h"
 #include "workspace/sidebar/SidebarMetrics.h"

@@ -6,7 +6,7 @@
 #include "kit/theme/Symbols.h"
 #include "library/LibraryStore.h"
 #include "records/CodePalette.h"
-#include "workspace/StoreLookup.h"
+#include "workspace/lists/StoreLookup.h"
 #include "workspace/sidebar/SidebarList.h"
 #include "workspace/sidebar/SidebarModel.h"
 
