@@ -28,7 +28,7 @@ public:
 
 private:
     void count(QStringView text, PassageCursor isInPassage);
-    void addComplexWord(QStringView word);
+    void addComplexWord(QStringView units);
     void addComplexIdeographs(QStringView ideographs);
 
     PackedTermTable<ShortWord> m_shortWords;

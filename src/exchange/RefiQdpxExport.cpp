@@ -46,9 +46,10 @@ QByteArray momentText(const QDateTime &moment)
     const year_month_day date(day);
     const hh_mm_ss time(second - day);
     std::array<char, 64> text{};
-    std::snprintf(text.data(), text.size(), "%04d-%02u-%02uT%02d:%02d:%02dZ", int(date.year()), unsigned(date.month()),
-        unsigned(date.day()), int(time.hours().count()), int(time.minutes().count()), int(time.seconds().count()));
-    return text.data();
+    const int length = std::snprintf(text.data(), text.size(), "%04d-%02u-%02uT%02d:%02d:%02dZ", int(date.year()),
+        unsigned(date.month()), unsigned(date.day()), int(time.hours().count()), int(time.minutes().count()),
+        int(time.seconds().count()));
+    return {text.data(), length};
 }
 
 /// The records in the order of one of their moments; equal moments keep the given order.

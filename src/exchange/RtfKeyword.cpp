@@ -116,10 +116,10 @@ constexpr Table table = [] {
     };
     for (const Entry &entry : words)
         add(entry);
-    std::size_t end = 0;
-    for (std::size_t start = 0; start < skippedDestinations.size(); start = end + 1) {
-        end = std::min(skippedDestinations.find(' ', start), skippedDestinations.size());
-        add({skippedDestinations.substr(start, end - start), Meaning::skippedDestination});
+    for (std::string_view names = skippedDestinations; !names.empty();) {
+        const std::string_view name = names.substr(0, names.find(' '));
+        add({name, Meaning::skippedDestination});
+        names.remove_prefix(std::min(name.size() + 1, names.size()));
     }
     return result;
 }();

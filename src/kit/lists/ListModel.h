@@ -62,6 +62,7 @@ protected:
 private:
     [[nodiscard]] bool listsTheSame(const List &items) const
     {
+        // cppcheck-suppress constStatement ; it asks whether there is such a member
         if constexpr (requires(const Item &item) { item.id; } && std::ranges::range<List>)
             return std::ranges::equal(m_items, items, {}, &Item::id, &Item::id);
         return false;

@@ -66,7 +66,7 @@ void RowLine::count(qint64 count, const QFont &font, int gap, int minWidth)
 
 void RowLine::bar(double width, int height, int gap, const QColor &color)
 {
-    const double top = m_rest.top() + (m_rest.height() - height) / 2;
+    const int top = m_rest.top() + (m_rest.height() - height) / 2;
     QRectF bar(m_rest.right() + 1 - width, top, width, height);
     m_rest.setRight(int(std::floor(bar.left())) - gap - 1);
     if (m_direction == Qt::RightToLeft)

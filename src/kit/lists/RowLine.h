@@ -41,6 +41,7 @@ public:
     void bar(double width, int height, int gap, const QColor &color);
     /// Fills the rest with the beginning of `text`, at the side where texts of direction `side` begin, that of the
     /// line by default. Returns whether all of it is shown.
+    /// Most who paint needn't know. NOLINTNEXTLINE(modernize-use-nodiscard)
     bool text(const QString &text, const QFont &font, const QColor &color,
         std::optional<Qt::LayoutDirection> side = {}) const;
 

@@ -45,7 +45,7 @@ public:
     {
         constexpr int padding = 10; // above and below
         const QFontMetrics metrics(font());
-        const int text = metrics.horizontalAdvance(accessibleName());
+        const int text = metrics.horizontalAdvance(accessibleName()) + 1; // rounded up
         return {text + lockSide + spacing, metrics.height() + 2 * padding};
     }
 
@@ -54,7 +54,7 @@ protected:
     {
         const QFontMetrics metrics(font());
         const int room = std::max(0, width() - lockSide - spacing);
-        const int textWidth = std::min(room, metrics.horizontalAdvance(accessibleName()));
+        const int textWidth = std::min(room, metrics.horizontalAdvance(accessibleName()) + 1); // rounded up
         QRect place(0, 0, lockSide + spacing + textWidth, height());
         place.moveLeft((width() - place.width()) / 2);
         QPainter painter(this);
