@@ -62,7 +62,7 @@ std::optional<QString> mainPartOfDocx(const QString &path, const DocumentImporte
         .rest = {u"word/document.xml"_s},
         .outputLimit = maxWordPart(QFileInfo(path).size()),
         .mayGoOn = [&] { return isWanted = mayGoOn(); }});
-    if (!isWanted)
+    if (!isWanted || !mayGoOn()) // unzip may have ended before the first question
         throw ImportStopped();
     return unzip.succeeded() ? TextDecoder::utf8(unzip.output) : std::nullopt;
 }

@@ -1,5 +1,7 @@
 #include "surface/LazyTextLayout.h"
 
+#include "surface/LineSearch.h"
+
 #include "kit/controls/TextWrapping.h"
 #include "surface/DisplayText.h"
 #include "surface/PassagePainter.h"
@@ -13,7 +15,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <ranges>
 
 namespace {
 
@@ -148,10 +149,8 @@ QTextLine LazyTextLayout::lineAt(int position) const
 QTextLine LazyTextLayout::lineNear(int block, qreal y) const
 {
     const QTextLayout &layout = *document()->findBlockByNumber(block).layout();
-    const auto numbers = std::views::iota(0, layout.lineCount());
-    const auto firstBelow =
-        std::ranges::partition_point(numbers, [&](int number) { return layout.lineAt(number).y() <= y; });
-    return layout.lineAt(std::max(int(firstBelow - numbers.begin()) - 1, 0));
+    const int firstBelow = firstLineNot(layout, [y](const QTextLine &line) { return line.y() <= y; });
+    return layout.lineAt(std::max(firstBelow - 1, 0));
 }
 
 void LazyTextLayout::layOut(int block) const

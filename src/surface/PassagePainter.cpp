@@ -1,5 +1,6 @@
 #include "surface/PassagePainter.h"
 
+#include "surface/LineSearch.h"
 #include "surface/ReaderMetrics.h"
 #include "surface/TextMarks.h"
 
@@ -10,7 +11,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <ranges>
 
 namespace {
 
@@ -90,13 +90,11 @@ std::vector<PassagePainter::Line> PassagePainter::visibleLines(const Block &bloc
 {
     const qreal top = m_context.clip.top() - block.origin.y();
     const qreal bottom = m_context.clip.bottom() - block.origin.y();
-    // A binary search, since a paragraph may have thousands of lines.
-    const auto numbers = std::views::iota(0, block.layout.lineCount());
-    const auto first = std::ranges::partition_point(
-        numbers, [&](int number) { return bandExtent(block.layout.lineAt(number)).bottom + 1 < top; });
+    const int first =
+        firstLineNot(block.layout, [top](const QTextLine &line) { return bandExtent(line).bottom + 1 < top; });
     std::vector<Line> lines;
-    for (auto number = first; number != numbers.end(); ++number) {
-        const QTextLine line = block.layout.lineAt(*number);
+    for (int number = first; number < block.layout.lineCount(); ++number) {
+        const QTextLine line = block.layout.lineAt(number);
         if (bandExtent(line).top - 1 > bottom)
             break;
         const int start = block.start + line.textStart();

@@ -26,9 +26,9 @@ QStringList DesktopFileDialogs::ask(const Request &request)
     FilePanel panel(QApplication::activeWindow(), request,
         firstFolder({m_lastFolder, QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)}));
     panel.exec();
-    const QStringList chosen = panel.chosen();
+    QStringList chosen = panel.chosen();
     // A path that was typed whole may lead elsewhere than the folder that is shown.
-    m_lastFolder = chosen.isEmpty() ? panel.directory().absolutePath() : QFileInfo(chosen.first()).absolutePath();
+    m_lastFolder = chosen.isEmpty() ? panel.directory().absolutePath() : QFileInfo(chosen.constFirst()).absolutePath();
     return chosen;
 }
 
