@@ -5,6 +5,7 @@
 #include "kit/lists/SnippetLayout.h"
 #include "kit/lists/SnippetRowDelegate.h"
 #include "kit/theme/CodeColor.h"
+#include "kit/theme/ThemeColors.h"
 #include "workspace/results/QuerySummary.h"
 
 using namespace Qt::StringLiterals;
@@ -120,9 +121,9 @@ TEST_F(QueryResults, FollowsItsCodesAndOutlivesThem)
     EXPECT_EQ(dots(0).first(), QColor(u"#123456"_s));
     EXPECT_TRUE(showsDot(0, QColor(u"#123456"_s)));
     library.store.setCodeColor(library.code(u"Doubt"_s), u"no colour"_s);
-    EXPECT_EQ(dots(0).last(), Theme::accent);
+    EXPECT_EQ(dots(0).last(), ThemeColors::accent);
     library.store.deleteCode(library.code(u"Faith"_s));
-    EXPECT_EQ(dots(0), (QList{Theme::accent, Theme::accent}));
+    EXPECT_EQ(dots(0), (QList{ThemeColors::accent, ThemeColors::accent}));
     EXPECT_EQ(count(), u"1 passage"_s);
     EXPECT_EQ(spoken(list(), 0), u"two, Notes, Doubt"_s);
 }

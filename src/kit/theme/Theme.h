@@ -2,8 +2,6 @@
 
 #include "kit/theme/Look.h"
 
-#include <QColor>
-
 class Appearance;
 struct ThemeColors;
 
@@ -11,9 +9,6 @@ struct ThemeColors;
 /// of look only needs a repaint, which the change of the application's palette brings about by itself
 /// (`QEvent::PaletteChange`).
 namespace Theme {
-
-/// Tint of the window and fill of everything accented: sRGB 0.40, 0.39, 0.86.
-inline const QColor accent = QColor::fromRgbF(0.40F, 0.39F, 0.86F);
 
 /// The colours of the present look. Light until `setLook` is called.
 [[nodiscard]] const ThemeColors &colors();

@@ -1,7 +1,5 @@
 #include "kit/theme/ThemeColors.h"
 
-#include "kit/theme/Theme.h"
-
 #include <initializer_list>
 
 namespace {
@@ -59,15 +57,15 @@ ThemeColors light()
     colors.raisedHairline = ink(.10);
     colors.raisedEdge = ink(.16);
     colors.controlEdge = ink(.17);
-    colors.accentForeground = Theme::accent;
-    colors.selection = withAlpha(Theme::accent, .15);
+    colors.accentForeground = ThemeColors::accent;
+    colors.selection = withAlpha(ThemeColors::accent, .15);
     colors.quietSelection = slate(.08);
     colors.hover = slate(.045);
-    colors.textSelection = withAlpha(Theme::accent, .24);
+    colors.textSelection = withAlpha(ThemeColors::accent, .24);
     colors.track = slate(.085);
     colors.knob = QColor(0xFF, 0xFF, 0xFF);
-    colors.pill = withAlpha(Theme::accent, .12);
-    colors.wordBar = withAlpha(Theme::accent, .35);
+    colors.pill = withAlpha(ThemeColors::accent, .12);
+    colors.wordBar = withAlpha(ThemeColors::accent, .35);
     colors.scrim = withAlpha(QColor(0x18, 0x18, 0x26), .16);
     colors.scrollThumb = slate(.25);
     return withFills(colors);
@@ -97,13 +95,13 @@ ThemeColors dark()
     colors.raisedEdge = white(.15);
     colors.controlEdge = white(.15);
     colors.accentForeground = liftedAccent;
-    colors.selection = withAlpha(Theme::accent, .30);
+    colors.selection = withAlpha(ThemeColors::accent, .30);
     colors.quietSelection = white(.085);
     colors.hover = white(.05);
-    colors.textSelection = withAlpha(Theme::accent, .46);
+    colors.textSelection = withAlpha(ThemeColors::accent, .46);
     colors.track = white(.08);
     colors.knob = QColor(0x4A, 0x4A, 0x54);
-    colors.pill = withAlpha(Theme::accent, .26);
+    colors.pill = withAlpha(ThemeColors::accent, .26);
     colors.wordBar = withAlpha(liftedAccent, .35);
     colors.scrim = withAlpha(Qt::black, .40);
     colors.scrollThumb = white(.25);

@@ -7,6 +7,9 @@
 
 /// Every colour of the window in one look. Tints are translucent and are painted over whatever surface lies below.
 struct ThemeColors {
+    /// Tint of the window and fill of everything accented in every look: sRGB 0.40, 0.39, 0.86.
+    inline static const QColor accent = QColor::fromRgbF(0.40F, 0.39F, 0.86F);
+
     Look look;
 
     // Surfaces, from the frame to the paper.

@@ -37,7 +37,7 @@ Fills fillsOf(ButtonRole role)
     const ThemeColors &colors = Theme::colors();
     switch (role) {
     case ButtonRole::prominent:
-        return {Theme::accent, colors.accentHover, colors.accentPressed};
+        return {ThemeColors::accent, colors.accentHover, colors.accentPressed};
     case ButtonRole::destructive:
         return {colors.destructiveFill, colors.destructiveHover, colors.destructivePressed};
     case ButtonRole::bordered:

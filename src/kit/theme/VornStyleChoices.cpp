@@ -30,7 +30,7 @@ void VornStyle::drawSwitch(const QStyleOption &option, QPainter &painter)
     const QRectF place(leansRight ? track.right() - gap - knob : track.left() + gap, track.top() + gap, knob, knob);
     if (isOn) {
         const bool isHovered = option.state.testFlag(State_MouseOver);
-        Painting::fill(painter, track, radius, isHovered ? colors.accentHover : Theme::accent);
+        Painting::fill(painter, track, radius, isHovered ? colors.accentHover : ThemeColors::accent);
         Painting::fill(painter, place, radius, colors.onAccent);
     } else {
         Painting::fill(painter, track, radius, colors.track);
@@ -128,5 +128,5 @@ void VornStyle::drawProgressBar(const QStyleOptionProgressBar &option, QPainter 
     if (option.direction == Qt::RightToLeft)
         done.moveRight(QRectF(option.rect).right());
     Painting::fill(painter, option.rect, Metrics::barRadius, Theme::colors().track);
-    Painting::fill(painter, done, Metrics::barRadius, Theme::accent);
+    Painting::fill(painter, done, Metrics::barRadius, ThemeColors::accent);
 }
