@@ -103,9 +103,9 @@ std::vector<Row> plainRows(const QuerySpec &spec, const std::vector<Coding> &cod
                 candidates.push_back({document.id, range, spec.codeIDs});
         }
         for (Row &row : candidates) {
-            const qint64 room = document.text.size() - row.range.location;
-            if (row.range.location < 0 || room <= 0)
+            if (row.range.location < 0 || row.range.location >= document.text.size())
                 continue;
+            const qint64 room = document.text.size() - row.range.location;
             row.range.length = std::min(std::max<qint64>(row.range.length, 1), room);
             const QString passage = document.text.mid(row.range.location, row.range.length);
             if (PlainAnalysis::firstInLowered(passage, filter) >= 0)
