@@ -1,9 +1,13 @@
 #include "Scene.h"
 
+#include "kit/theme/ScrollActivity.h"
 #include "workspace/StatusBanner.h"
 
 #include <QAbstractItemView>
+#include <QScrollBar>
 #include <QWindow>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -27,12 +31,24 @@ void Scene::openSample()
 
 void Scene::draw(const QWidget *part)
 {
+    waitForScrollBars();
     for (const uint scheme : {1U, 2U}) {
         m_settings.set(u"org.freedesktop.appearance/color-scheme"_s, scheme);
         for (int round = 0; round < 3; ++round) // one layout asks the one around it
             QApplication::processEvents();
         (scheme == 1 ? m_dark : m_light).append(Picture::of(root(), part));
     }
+}
+
+void Scene::waitForScrollBars() const
+{
+    const QList<QScrollBar *> bars = root().findChildren<QScrollBar *>();
+    EXPECT_TRUE(QTest::qWaitFor([&bars] {
+        return std::ranges::none_of(bars, [](const QScrollBar *bar) {
+            return ScrollActivity::isActive(*bar) && bar->isVisible()
+                && !bar->parentWidget()->parentWidget()->underMouse();
+        });
+    }));
 }
 
 QWidget &Scene::top() const

@@ -54,6 +54,9 @@ protected:
     void TestBody() override { }
 
 private:
+    /// Scroll bars fade some time after scrolling; a picture shows those alone that lie under the mouse.
+    void waitForScrollBars() const;
+
     QList<QImage> m_light;
     QList<QImage> m_dark;
 };
