@@ -1,6 +1,6 @@
 #include "Require.h"
 #include "exchange/RefiQdpx.h"
-#include "records/RGBComponents.h"
+#include "records/CodePalette.h"
 #include "records/TextTrimming.h"
 #include "records/database/ValueEncoding.h"
 

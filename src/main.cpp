@@ -2,7 +2,6 @@
 #include "library/LibraryStore.h"
 #include "library/SelfTests.h"
 #include "platform/FileDialogs.h"
-#include "platform/FileViewer.h"
 #include "platform/LocalizedError.h"
 #include "platform/StagingFolder.h"
 #include "records/AppDatabase.h"

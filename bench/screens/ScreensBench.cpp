@@ -6,7 +6,7 @@
 #include "records/AppDatabase.h"
 #include "support/TestLibrary.h"
 #include "workspace/results/QueryResultsView.h"
-#include "workspace/sheets/PasteEditor.h"
+#include "workspace/sheets/PasteSheet.h"
 #include "workspace/sheets/QuerySheet.h"
 
 #include <QAbstractItemModel>

@@ -2,7 +2,6 @@
 #include "../screens/Frames.h"
 
 #include "kit/theme/Appearance.h"
-#include "kit/theme/DesktopSettings.h"
 #include "kit/theme/Theme.h"
 #include "records/AppDatabase.h"
 #include "support/TestLibrary.h"

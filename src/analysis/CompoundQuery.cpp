@@ -1,9 +1,9 @@
 #include "analysis/CompoundQuery.h"
 
-#include "analysis/ListIdentity.h"
 #include "analysis/SaturatingArithmetic.h"
 #include "analysis/TextSearch.h"
 #include "records/TextTrimming.h"
+#include "records/UuidSource.h"
 
 #include <QHash>
 #include <QSet>

@@ -1,18 +1,61 @@
 #pragma once
 
-#include "analysis/QueryResult.h"
-#include "analysis/QuerySpec.h"
 #include "records/Code.h"
 #include "records/Coding.h"
 #include "records/Document.h"
+#include "records/Snippet.h"
 #include "records/TextRange.h"
 
 #include <QList>
 #include <QString>
 #include <QUuid>
 
+#include <array>
 #include <span>
 #include <vector>
+
+/// What is asked of the coded passages of a project.
+struct QuerySpec {
+    enum class Mode {
+        any, ///< passages coded with at least one of the codes
+        all ///< stretches of text where all the codes overlap
+    };
+
+    QList<QUuid> codeIDs; ///< in the order chosen, which the summary and the results keep
+    Mode mode = Mode::any;
+    QString textFilter = {}; ///< as typed; nothing but blanks and line breaks is no filter
+
+    bool operator==(const QuerySpec &) const = default;
+
+    /// In the order they are offered.
+    [[nodiscard]] static const std::array<Mode, 2> &modes()
+    {
+        static constexpr std::array<Mode, 2> all{Mode::any, Mode::all};
+        return all;
+    }
+    [[nodiscard]] static QString label(Mode mode)
+    {
+        switch (mode) {
+        case Mode::any:
+            return QStringLiteral("Any of the codes");
+        case Mode::all:
+            return QStringLiteral("All of the codes");
+        }
+        Q_UNREACHABLE();
+    }
+};
+
+/// One passage that a query found.
+struct QueryResult {
+    QUuid id; ///< made anew by each run, never stored
+    QUuid documentID;
+    QString documentTitle;
+    TextRange range; ///< within the text, at least one unit
+    Snippet snippet; ///< the whole text of the passage, as it stands
+    QList<QUuid> codeIDs; ///< the one code of the coding, or all codes of the query
+
+    bool operator==(const QueryResult &) const = default;
+};
 
 /// Where some codes apply, or all of them at once. A coding of no length covers one unit. Positions in UTF-16 code
 /// units; those of codings may be any number.

@@ -1,6 +1,6 @@
 #include "analysis/OccurrenceList.h"
 
-#include "analysis/ListIdentity.h"
+#include "records/UuidSource.h"
 
 #include <algorithm>
 

@@ -1,11 +1,75 @@
 #pragma once
 
-#include "analysis/TermHash.h"
+#include <QLatin1StringView>
+#include <QRandomGenerator>
+#include <QStringView>
+#include <QtGlobal>
 
 #include <array>
 #include <bit>
 #include <utility>
 #include <vector>
+
+/// Hashes for tables of terms. They depend on numbers that each process draws anew, so that no text can be written
+/// whose terms all collide.
+namespace TermHash {
+
+struct Seeds {
+    quint64 first = 0;
+    quint64 second = 0;
+};
+[[nodiscard]] inline const Seeds &seeds()
+{
+    static const Seeds drawn{QRandomGenerator::system()->generate64(), QRandomGenerator::system()->generate64()};
+    return drawn;
+}
+
+/// The two halves of the product, combined: every bit of either factor reaches the low bits.
+[[nodiscard]] inline quint64 mixed(quint64 a, quint64 b) noexcept
+{
+    __extension__ using Wide = unsigned __int128;
+    const Wide product = Wide(a) * b;
+    return quint64(product) ^ quint64(product >> 64);
+}
+
+} // namespace TermHash
+
+/// A word of one to 16 Latin-1 units, as nearly all words of Western languages are, packed into two registers.
+struct ShortWord {
+    static constexpr qsizetype maxLength = 16;
+
+    quint64 low = 0; ///< the first eight units, the first one in the lowest byte; unused bytes are 0
+    quint64 high = 0;
+    quint32 length = 0;
+
+    [[nodiscard]] quint64 hash(const TermHash::Seeds &seeds) const noexcept
+    {
+        return TermHash::mixed(low ^ seeds.first, high ^ seeds.second ^ length);
+    }
+    [[nodiscard]] QLatin1StringView view() const
+    {
+        static_assert(std::endian::native == std::endian::little, "the bytes of a packed word must read as text");
+        return {reinterpret_cast<const char *>(&low), qsizetype(length)};
+    }
+    bool operator==(const ShortWord &) const = default;
+};
+
+/// Two neighbouring ideographs, or a single one.
+struct Bigram {
+    std::array<char16_t, 2> units = {}; ///< the second is 0 for a single ideograph
+
+    /// `ideographs` has one or two units.
+    [[nodiscard]] static Bigram from(QStringView ideographs)
+    {
+        return {{ideographs[0].unicode(), ideographs.size() == 2 ? ideographs[1].unicode() : char16_t(0)}};
+    }
+    [[nodiscard]] quint64 hash(const TermHash::Seeds &seeds) const noexcept
+    {
+        return TermHash::mixed((quint64(units[0]) << 16 | units[1]) ^ seeds.first, seeds.second);
+    }
+    [[nodiscard]] QStringView view() const { return {units.data(), units[1] == 0 ? 1 : 2}; }
+    bool operator==(const Bigram &) const = default;
+};
 
 /// Counts terms that are small values: open addressing, the term inside its slot, so that a look-up touches one line of
 /// memory. Even so most time would go into waiting for that line; terms are therefore gathered, and each one's slot is

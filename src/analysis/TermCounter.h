@@ -1,15 +1,17 @@
 #pragma once
 
 #include "analysis/PackedTermTable.h"
-#include "analysis/PackedTerms.h"
 #include "analysis/TermTable.h"
 #include "analysis/WordFrequency.h"
 #include "records/TextRange.h"
 
+#include <QLatin1StringView>
 #include <QList>
 #include <QStringView>
 
 #include <span>
+#include <variant>
+#include <vector>
 
 class PassageCursor;
 
@@ -34,4 +36,33 @@ private:
     PackedTermTable<ShortWord> m_shortWords;
     PackedTermTable<Bigram> m_bigrams; ///< ideographs of the Basic Multilingual Plane
     TermTable m_otherTerms; ///< the rest; no term is in two tables
+};
+
+/// Keeps the top terms without sorting all: higher counts first, equal ones in the order of their code points.
+class TermRanking {
+public:
+    using Term = std::variant<QLatin1StringView, QStringView>;
+
+    /// A negative limit means 0.
+    explicit TermRanking(qsizetype limit);
+
+    /// Whether a term of that count might be kept: a quick check that rules out most terms.
+    [[nodiscard]] bool mayKeep(qint64 count) const
+    {
+        return m_kept.size() < m_limit || (m_limit > 0 && count >= m_kept.front().count);
+    }
+    /// What `term` refers to must outlive the ranking.
+    void add(const Term &term, qint64 count);
+
+    [[nodiscard]] QList<WordFrequency::Item> items() const;
+
+private:
+    struct Candidate {
+        Term term;
+        qint64 count;
+    };
+    [[nodiscard]] static bool precedes(const Candidate &a, const Candidate &b);
+
+    std::size_t m_limit;
+    std::vector<Candidate> m_kept; ///< a heap with the lowest-ranking term on top
 };

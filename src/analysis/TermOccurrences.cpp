@@ -1,6 +1,5 @@
 #include "analysis/TermOccurrences.h"
 
-#include "analysis/PassageCursor.h"
 #include "analysis/TextRuns.h"
 #include "analysis/WordFrequency.h"
 #include "records/CharacterTable.h"

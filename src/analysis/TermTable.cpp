@@ -1,6 +1,6 @@
 #include "analysis/TermTable.h"
 
-#include "analysis/TermHash.h"
+#include "analysis/PackedTermTable.h"
 #include "records/TextStats.h"
 
 #include <algorithm>

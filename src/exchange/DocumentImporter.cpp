@@ -6,7 +6,7 @@
 #include "exchange/Unzip.h"
 #include "exchange/WordText.h"
 #include "platform/AtomicFile.h"
-#include "platform/FileError.h"
+#include "platform/LocalizedError.h"
 #include "platform/TextDecoder.h"
 #include "records/TextTrimming.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "records/Code.h"
-#include "records/ExcerptHit.h"
+#include "records/Snippet.h"
 
 #include <QList>
 #include <QString>

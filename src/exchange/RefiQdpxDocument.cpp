@@ -3,7 +3,7 @@
 #include "exchange/RefiQdpx.h"
 #include "exchange/XmlReader.h"
 #include "platform/TextDecoder.h"
-#include "records/NameLength.h"
+#include "records/TextTrimming.h"
 
 #include <algorithm>
 #include <charconv>

@@ -4,7 +4,7 @@
 #include "exchange/XmlWriter.h"
 #include "platform/AtomicFile.h"
 #include "platform/ChildProcess.h"
-#include "platform/FileError.h"
+#include "platform/LocalizedError.h"
 #include "platform/StagingFolder.h"
 #include "platform/UnpairedSurrogates.h"
 #include "records/UuidSource.h"

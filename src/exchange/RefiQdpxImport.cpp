@@ -3,7 +3,7 @@
 #include "exchange/RefiQdpx.h"
 #include "exchange/RefiQdpxDocument.h"
 #include "exchange/UnpackedArchive.h"
-#include "platform/FileError.h"
+#include "platform/LocalizedError.h"
 #include "platform/TextDecoder.h"
 #include "records/Code.h"
 #include "records/Coding.h"

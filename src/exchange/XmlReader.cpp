@@ -1,6 +1,6 @@
 #include "exchange/XmlReader.h"
 
-#include "records/NameLength.h"
+#include "records/TextTrimming.h"
 
 #include <QByteArray>
 #include <QIODevice>

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "records/Code.h"
-#include "records/FlatCode.h"
 
 #include <QList>
 

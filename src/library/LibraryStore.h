@@ -1,8 +1,7 @@
 #pragma once
 
+#include "analysis/CompoundQuery.h"
 #include "analysis/OccurrenceList.h"
-#include "analysis/QueryResult.h"
-#include "analysis/QuerySpec.h"
 #include "analysis/TermCounter.h"
 #include "analysis/WordFrequency.h"
 #include "exchange/ExcerptExporter.h"
@@ -17,9 +16,8 @@
 #include "records/Code.h"
 #include "records/Coding.h"
 #include "records/Document.h"
-#include "records/ExcerptHit.h"
-#include "records/FlatCode.h"
 #include "records/Project.h"
+#include "records/Snippet.h"
 
 #include <QHash>
 #include <QList>

@@ -5,7 +5,6 @@
 #include "exchange/RefiQdpxImport.h"
 #include "platform/AtomicFile.h"
 #include "platform/FileDialogs.h"
-#include "platform/FileViewer.h"
 #include "platform/UnpairedSurrogates.h"
 #include "records/database/Request.h"
 

@@ -1,6 +1,6 @@
 #include "platform/AtomicFile.h"
 
-#include "platform/FileError.h"
+#include "platform/LocalizedError.h"
 
 #include <QFile>
 #include <QFileInfo>

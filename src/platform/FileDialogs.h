@@ -5,6 +5,8 @@
 
 #include <optional>
 
+class QString;
+
 /// The desktop's panels for choosing files. Each blocks until the user has answered.
 class FileDialogs {
 public:
@@ -26,4 +28,12 @@ public:
     /// The chosen paths in the panel's order; empty when the user cancelled.
     [[nodiscard]] virtual QStringList chooseToOpen(const OpenRequest &request) = 0;
     [[nodiscard]] virtual std::optional<QString> chooseToSave(const SaveRequest &request) = 0;
+};
+
+/// The desktop's file manager.
+class FileViewer {
+public:
+    virtual ~FileViewer() = default;
+    /// Shows the file in its folder. Failing to is no failure of what was done before.
+    virtual void reveal(const QString &path) = 0;
 };

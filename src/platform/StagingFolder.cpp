@@ -1,6 +1,6 @@
 #include "platform/StagingFolder.h"
 
-#include "platform/FileError.h"
+#include "platform/LocalizedError.h"
 
 #include <QDateTime>
 #include <QDir>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QStringView>
+#include <QtGlobal>
 
 /// Blanks are the space separators and the tabulator; line breaks are U+000A to U+000D, U+0085, U+2028 and U+2029.
 namespace TextTrimming {
@@ -14,3 +15,7 @@ namespace TextTrimming {
 [[nodiscard]] QStringView trimmedBlanks(QStringView text);
 
 } // namespace TextTrimming
+
+/// The longest name or title that is typed or read from another tool's file, in UTF-16 code units. A longer one would
+/// make an archive that no import accepts.
+inline constexpr qsizetype maxNameLength = 1 << 18;

@@ -1,4 +1,3 @@
-#include "surface/AccessibleCodingText.h"
 
 #include "surface/CodingTextView.h"
 #include "surface/DisplayText.h"

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "records/TextRange.h"
+#include "surface/PassageSegments.h"
 #include "surface/ReadingPlace.h"
-#include "surface/TextMarks.h"
 
 #include <QBasicTimer>
 #include <QList>
@@ -127,3 +127,8 @@ private:
     bool m_isUnsettled = false; ///< heights have changed since `settle`
     bool m_showsCaret = false;
 };
+
+/// Gives assistive technologies an interface to every `CodingTextView` that is created from now on. To be called before
+/// the first one is: Qt's interface for a text edit, which it would get else, reads the laid-out document instead of
+/// the given text, and lays all of it out.
+void installAccessibleCodingText();

@@ -1,6 +1,6 @@
 #include "surface/CodingTextView.h"
 
-#include "kit/lists/RowText.h"
+#include "kit/lists/RowLine.h"
 
 #include <QAction>
 #include <QContextMenuEvent>

@@ -1,12 +1,12 @@
 #include "surface/LazyTextLayout.h"
 
-#include "surface/LineSearch.h"
+#include "surface/ParagraphShape.h"
 
-#include "kit/controls/TextWrapping.h"
+#include "kit/controls/LongText.h"
 #include "surface/DisplayText.h"
 #include "surface/PassagePainter.h"
+#include "surface/PassageSegments.h"
 #include "surface/ReaderMetrics.h"
-#include "surface/TextMarks.h"
 
 #include <QFontMetricsF>
 #include <QTextBlock>
@@ -27,7 +27,7 @@ QTextOption optionFor(const QTextBlock &block)
     if (block.textDirection() == Qt::RightToLeft) // the direction alone doesn't align
         option.setAlignment(Qt::AlignRight);
     const bool mayLackSpaces = block.length() > DisplayText::maxParagraph; // only then is a copy of the text worth it
-    option.setWrapMode(TextWrapping::modeFor(mayLackSpaces ? block.text() : QString()));
+    option.setWrapMode(LongText::wrapMode(mayLackSpaces ? block.text() : QString()));
     return option;
 }
 

@@ -1,8 +1,8 @@
 #include "surface/PassagePainter.h"
 
-#include "surface/LineSearch.h"
+#include "surface/ParagraphShape.h"
+#include "surface/PassageSegments.h"
 #include "surface/ReaderMetrics.h"
-#include "surface/TextMarks.h"
 
 #include <QPainter>
 #include <QPainterPath>

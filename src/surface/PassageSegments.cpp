@@ -1,6 +1,6 @@
 #include "surface/PassageSegments.h"
 
-#include "records/RGBComponents.h"
+#include "records/CodePalette.h"
 
 #include <QColor>
 

@@ -1,7 +1,5 @@
 #include "workspace/RootView.h"
 
-#include "kit/controls/ColumnSplitter.h"
-#include "kit/lists/ListMetrics.h"
 #include "kit/theme/FocusRing.h"
 #include "kit/theme/Metrics.h"
 #include "kit/theme/Roles.h"
@@ -22,7 +20,9 @@
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QResizeEvent>
 #include <QScreen>
+#include <QSplitter>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -31,6 +31,49 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr int grabWidth = 7;
+constexpr int hairline = 1;
+
+/// QSplitter lays the handle's contents over the line and lets its margins overlap the columns.
+class Handle final : public QSplitterHandle {
+public:
+    Handle(Qt::Orientation orientation, QSplitter *parent) : QSplitterHandle(orientation, parent)
+    {
+        constexpr int margin = (grabWidth - hairline) / 2;
+        setContentsMargins(margin, 0, margin, 0);
+        setAttribute(Qt::WA_MouseNoMask);
+    }
+
+protected:
+    /// QSplitterHandle's own would set margins for a grab of five pixels, and each change of margins is a resize again.
+    void resizeEvent(QResizeEvent *event) override
+    {
+        QWidget::resizeEvent(event); // NOLINT(bugprone-parent-virtual-call)
+        setMask(contentsRect());
+    }
+};
+
+/// Columns with a hairline between them, which can be taken hold of a few pixels beside it. No column can be dragged
+/// away altogether.
+class ColumnSplitter final : public QSplitter {
+public:
+    explicit ColumnSplitter(QWidget *parent = nullptr);
+
+protected:
+    [[nodiscard]] QSplitterHandle *createHandle() override;
+};
+
+ColumnSplitter::ColumnSplitter(QWidget *parent) : QSplitter(Qt::Horizontal, parent)
+{
+    setHandleWidth(hairline);
+    setChildrenCollapsible(false);
+}
+
+QSplitterHandle *ColumnSplitter::createHandle()
+{
+    return new Handle(orientation(), this);
+}
 
 constexpr QSize defaultSize{1180, 780};
 constexpr QSize maxFrame{16, 48}; // around the window; its true size isn't known before the window is shown

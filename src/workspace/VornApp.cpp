@@ -6,7 +6,7 @@
 #include "kit/theme/Theme.h"
 #include "library/LibraryStore.h"
 #include "library/SelfTests.h"
-#include "platform/FileViewer.h"
+#include "platform/FileDialogs.h"
 #include "workspace/DesktopFileDialogs.h"
 #include "workspace/ImportProgress.h"
 #include "workspace/RootView.h"

@@ -2,7 +2,7 @@
 
 #include "exchange/ImportStep.h"
 #include "platform/ChildProcess.h"
-#include "platform/FileError.h"
+#include "platform/LocalizedError.h"
 #include "support/Complaint.h"
 
 #include <QDir>

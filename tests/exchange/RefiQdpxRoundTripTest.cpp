@@ -3,7 +3,7 @@
 #include "exchange/RefiQdpxImport.h"
 #include "platform/UnpairedSurrogates.h"
 #include "records/AppDatabase.h"
-#include "records/NameLength.h"
+#include "records/TextTrimming.h"
 #include "records/database/Request.h"
 #include "support/NastyText.h"
 #include "support/Printing.h"

@@ -1,4 +1,4 @@
-#include "kit/controls/TextWrapping.h"
+#include "kit/controls/LongText.h"
 
 #include "support/Cases.h"
 
@@ -18,7 +18,7 @@ using EndlessWords = testing::TestWithParam<WrappingCase>;
 TEST_P(EndlessWords, ArePartedAnywhere)
 {
     const QString text = GetParam().given.repeated(20'000);
-    EXPECT_EQ(TextWrapping::modeFor(text) == QTextOption::WrapAnywhere, GetParam().expected);
+    EXPECT_EQ(LongText::wrapMode(text) == QTextOption::WrapAnywhere, GetParam().expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(Texts, EndlessWords,

@@ -1,5 +1,5 @@
 #include "platform/AtomicFile.h"
-#include "platform/FileError.h"
+#include "platform/LocalizedError.h"
 #include "platform/StagingFolder.h"
 #include "support/FailingDisk.h"
 

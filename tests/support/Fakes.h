@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/FileDialogs.h"
-#include "platform/FileViewer.h"
 
 #include <QStringList>
 

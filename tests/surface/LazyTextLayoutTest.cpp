@@ -1,8 +1,8 @@
 #include "surface/LazyTextLayout.h"
 #include "surface/DisplayText.h"
 #include "surface/ParagraphShape.h"
+#include "surface/PassageSegments.h"
 #include "surface/ReaderMetrics.h"
-#include "surface/TextMarks.h"
 
 #include <QApplication>
 #include <QPainter>

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "surface/AccessibleCodingText.h"
 #include "surface/CodingTextView.h"
 
 #include <QApplication>

@@ -4,9 +4,7 @@
 #include "kit/controls/ElidedLabel.h"
 #include "kit/lists/SnippetLayout.h"
 #include "kit/lists/SnippetRowDelegate.h"
-#include "kit/theme/CodeColor.h"
-#include "kit/theme/ThemeColors.h"
-#include "workspace/results/QuerySummary.h"
+#include "kit/theme/Theme.h"
 
 using namespace Qt::StringLiterals;
 
@@ -45,7 +43,7 @@ protected:
     {
         return row(list(), number).data(SnippetRowDelegate::dotColorsRole).value<QList<QColor>>();
     }
-    [[nodiscard]] QColor colorOf(const QString &code) const { return CodeColor::orAccent(library.code(code).colorHex); }
+    [[nodiscard]] QColor colorOf(const QString &code) const { return Theme::codeColor(library.code(code).colorHex); }
     /// Whether that row's last line shows a pixel of exactly that colour.
     [[nodiscard]] bool showsDot(int number, const QColor &color) const
     {

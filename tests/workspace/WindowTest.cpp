@@ -1,6 +1,6 @@
 #include "ShownWindow.h"
 #include "kit/controls/Alert.h"
-#include "kit/lists/ListMetrics.h"
+#include "kit/theme/Metrics.h"
 #include "workspace/StatusBanner.h"
 #include "workspace/lists/DocumentListView.h"
 #include "workspace/picker/CodePickerPopover.h"

@@ -1,11 +1,11 @@
 #include "kit/controls/Alert.h"
 
+#include "kit/controls/LongText.h"
 #include "kit/controls/Paragraph.h"
-#include "kit/controls/Shortened.h"
 #include "kit/theme/Fonts.h"
 #include "kit/theme/Metrics.h"
 #include "kit/theme/Symbols.h"
-#include "records/NameLength.h"
+#include "records/TextTrimming.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -58,7 +58,7 @@ void Alert::addTexts(QVBoxLayout &column, const Content &content)
     setAccessibleName(content.title);
     if (content.message.isEmpty())
         return;
-    const QString message = shortened(content.message, maxOfMessage);
+    const QString message = LongText::shortened(content.message, maxOfMessage);
     setAccessibleDescription(message);
     column.addSpacing(messageGap);
     column.addWidget(new Paragraph(message, Fonts::body(), Symbols::Tint::secondary, messageLine, this));

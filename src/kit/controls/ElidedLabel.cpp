@@ -1,6 +1,6 @@
 #include "kit/controls/ElidedLabel.h"
 
-#include "kit/controls/TextToolTip.h"
+#include "kit/controls/LongText.h"
 
 #include <QHelpEvent>
 #include <QPainter>
@@ -95,7 +95,7 @@ void ElidedLabel::paintEvent(QPaintEvent *)
 bool ElidedLabel::event(QEvent *event)
 {
     if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && isElided()) {
-        TextToolTip::show(static_cast<QHelpEvent *>(event)->globalPos(), m_text, this);
+        LongText::showToolTip(static_cast<QHelpEvent *>(event)->globalPos(), m_text, this);
         return true;
     }
     return QWidget::event(event);

@@ -5,7 +5,6 @@
 #include "kit/theme/Metrics.h"
 #include "kit/theme/Symbols.h"
 #include "kit/theme/Theme.h"
-#include "kit/theme/ThemeColors.h"
 
 #include <QEvent>
 #include <QHBoxLayout>

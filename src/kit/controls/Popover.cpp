@@ -1,13 +1,11 @@
 #include "kit/controls/Popover.h"
 
 #include "kit/controls/Capsule.h"
-#include "kit/controls/FocusLoop.h"
+#include "kit/controls/FocusHandling.h"
 #include "kit/controls/Transition.h"
 #include "kit/theme/Metrics.h"
-#include "kit/theme/Motion.h"
 #include "kit/theme/Shadow.h"
 #include "kit/theme/Theme.h"
-#include "kit/theme/ThemeColors.h"
 
 #include <QApplication>
 #include <QKeyEvent>

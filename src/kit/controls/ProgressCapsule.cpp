@@ -1,8 +1,8 @@
 #include "kit/controls/ProgressCapsule.h"
 
 #include "kit/controls/ElidedLabel.h"
-#include "kit/controls/FocusLoop.h"
-#include "kit/controls/Scrim.h"
+#include "kit/controls/FocusHandling.h"
+#include "kit/controls/Sheet.h"
 #include "kit/theme/Fonts.h"
 #include "kit/theme/Roles.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "kit/controls/Capsule.h"
-#include "kit/controls/FocusReturn.h"
+#include "kit/controls/FocusHandling.h"
 
 #include <QPointer>
 

@@ -2,7 +2,6 @@
 
 #include "kit/controls/ElidedLabel.h"
 #include "kit/controls/PlainButton.h"
-#include "kit/lists/ListMetrics.h"
 #include "kit/lists/RowList.h"
 #include "kit/theme/Fonts.h"
 #include "kit/theme/Metrics.h"

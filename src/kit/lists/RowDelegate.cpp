@@ -1,8 +1,8 @@
 #include "kit/lists/RowDelegate.h"
 
-#include "kit/controls/TextToolTip.h"
+#include "kit/controls/LongText.h"
+#include "kit/lists/RowLine.h"
 #include "kit/lists/RowList.h"
-#include "kit/lists/RowText.h"
 
 #include <QHelpEvent>
 #include <QPainter>
@@ -70,6 +70,6 @@ bool RowDelegate::helpEvent(
     if (fill(line, index))
         QToolTip::hideText();
     else
-        TextToolTip::show(event->globalPos(), index.data().toString(), view);
+        LongText::showToolTip(event->globalPos(), index.data().toString(), view);
     return true;
 }

@@ -1,7 +1,7 @@
 #include "kit/lists/RowList.h"
 
-#include "kit/lists/ListMetrics.h"
 #include "kit/theme/FocusRing.h"
+#include "kit/theme/Metrics.h"
 
 #include <QContextMenuEvent>
 #include <QHoverEvent>

@@ -1,6 +1,6 @@
 #include "kit/lists/SnippetLayout.h"
 
-#include "kit/lists/RowText.h"
+#include "kit/lists/RowLine.h"
 #include "records/TextTrimming.h"
 
 #include <QFontMetricsF>

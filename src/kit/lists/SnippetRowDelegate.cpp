@@ -1,12 +1,10 @@
 #include "kit/lists/SnippetRowDelegate.h"
 
-#include "kit/lists/ListMetrics.h"
 #include "kit/lists/SnippetLayout.h"
 #include "kit/lists/SnippetList.h"
 #include "kit/theme/Fonts.h"
 #include "kit/theme/Metrics.h"
 #include "kit/theme/Theme.h"
-#include "kit/theme/ThemeColors.h"
 
 #include <QPainter>
 

@@ -1,7 +1,5 @@
 #include "kit/theme/Appearance.h"
 
-#include "kit/theme/DesktopSettings.h"
-
 #include <algorithm>
 #include <cmath>
 

@@ -1,11 +1,22 @@
 #pragma once
 
-#include "kit/theme/Look.h"
+#include "kit/theme/Theme.h"
 
 #include <QObject>
 #include <QPalette>
+#include <QVariant>
 
-class DesktopSettings;
+/// What the desktop tells every program about its user's taste.
+class DesktopSettings : public QObject {
+    Q_OBJECT
+
+public:
+    /// Invalid where the desktop says nothing.
+    [[nodiscard]] virtual QVariant value(const QString &group, const QString &key) const = 0;
+
+Q_SIGNALS:
+    void changed();
+};
 
 /// How the desktop wants its windows to look and move. Asks the desktop's settings first, and judges by the palette
 /// that the platform came with where they are silent.

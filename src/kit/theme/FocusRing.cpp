@@ -5,7 +5,6 @@
 #include "kit/theme/Roles.h"
 #include "kit/theme/StyleGeometry.h"
 #include "kit/theme/Theme.h"
-#include "kit/theme/ThemeColors.h"
 
 #include <QAbstractSpinBox>
 #include <QApplication>

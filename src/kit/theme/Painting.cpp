@@ -1,7 +1,6 @@
 #include "kit/theme/Painting.h"
 
 #include "kit/theme/Theme.h"
-#include "kit/theme/ThemeColors.h"
 
 #include <QPainter>
 #include <QPen>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kit/theme/DesktopSettings.h"
+#include "kit/theme/Appearance.h"
 
 #include <QDBusVariant> // whole, so that the slot's parameter is a known type to D-Bus
 #include <QMap>

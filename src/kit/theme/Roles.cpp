@@ -8,27 +8,12 @@
 #include <QLineEdit>
 #include <QVariant>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 constexpr const char *roleProperty = "vornRole";
 constexpr const char *sizeProperty = "vornSize";
-
-QString nameOf(ButtonRole role)
-{
-    switch (role) {
-    case ButtonRole::bordered:
-        return u"bordered"_s;
-    case ButtonRole::prominent:
-        return u"prominent"_s;
-    case ButtonRole::destructive:
-        return u"destructive"_s;
-    case ButtonRole::plain:
-        return u"plain"_s;
-    }
-    Q_UNREACHABLE();
-}
+constexpr const char *searchProperty = "vornIsSearch";
+constexpr const char *destructiveProperty = "vornIsDestructive";
 
 QFont fontFor(ButtonRole role, ButtonSize size)
 {
@@ -41,7 +26,7 @@ QFont fontFor(ButtonRole role, ButtonSize size)
 
 void setRole(QAbstractButton &button, ButtonRole role, ButtonSize size)
 {
-    button.setProperty(roleProperty, nameOf(role));
+    button.setProperty(roleProperty, int(role));
     button.setProperty(sizeProperty, int(size));
     button.setFont(fontFor(role, size));
     button.updateGeometry();
@@ -50,12 +35,7 @@ void setRole(QAbstractButton &button, ButtonRole role, ButtonSize size)
 
 ButtonRole roleOf(const QWidget &button)
 {
-    const QString name = button.property(roleProperty).toString();
-    for (const ButtonRole role : {ButtonRole::prominent, ButtonRole::destructive, ButtonRole::plain}) {
-        if (name == nameOf(role))
-            return role;
-    }
-    return ButtonRole::bordered;
+    return ButtonRole(button.property(roleProperty).toInt());
 }
 
 ButtonSize sizeOf(const QWidget &button)
@@ -78,20 +58,28 @@ double cornerRadiusOf(const QWidget &button, double height)
 
 void setSearchRole(QLineEdit &field)
 {
-    field.setProperty(roleProperty, u"search"_s);
+    field.setProperty(searchProperty, true);
 }
 
 bool hasSearchRole(const QWidget &field)
 {
-    return field.property(roleProperty).toString() == u"search";
+    return field.property(searchProperty).toBool();
 }
 
 void setDestructive(QAction &action)
 {
-    action.setProperty(roleProperty, nameOf(ButtonRole::destructive));
+    action.setProperty(destructiveProperty, true);
 }
 
 bool isDestructive(const QAction &action)
 {
-    return action.property(roleProperty).toString() == nameOf(ButtonRole::destructive);
+    return action.property(destructiveProperty).toBool();
+}
+
+QFrame *makeHairline(QFrame::Shadow shadow)
+{
+    auto *line = new QFrame;
+    line->setFrameStyle(QFrame::HLine | int(shadow));
+    line->setFixedHeight(1);
+    return line;
 }

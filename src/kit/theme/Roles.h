@@ -1,9 +1,10 @@
 #pragma once
 
+#include <QFrame>
+
 class QAbstractButton;
 class QAction;
 class QLineEdit;
-class QWidget;
 
 /// What a button is for, which decides how the style paints it. Kept in the property `vornRole`.
 enum class ButtonRole {
@@ -31,3 +32,6 @@ void setSearchRole(QLineEdit &field);
 /// A menu's entry that takes something away for good.
 void setDestructive(QAction &action);
 [[nodiscard]] bool isDestructive(const QAction &action);
+
+/// A horizontal line of one pixel: between two surfaces, or as `QFrame::Raised` inside a sheet or a popover.
+[[nodiscard]] QFrame *makeHairline(QFrame::Shadow shadow = QFrame::Plain);

@@ -4,7 +4,6 @@
 #include "kit/theme/Metrics.h"
 #include "kit/theme/Painting.h"
 #include "kit/theme/Theme.h"
-#include "kit/theme/ThemeColors.h"
 
 #include <QPainter>
 #include <QStyleOptionViewItem>

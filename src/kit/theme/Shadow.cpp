@@ -1,14 +1,13 @@
 #include "kit/theme/Shadow.h"
 
 #include "kit/theme/Theme.h"
-#include "kit/theme/ThemeColors.h"
 
 #include <QImage>
 #include <QPainter>
 #include <QPixmap>
 #include <QPixmapCache>
+#include <qdrawutil.h>
 
-#include <array>
 #include <cmath>
 #include <vector>
 
@@ -74,36 +73,6 @@ QPixmap render(const QColor &color, double radius, double spread, QSize size)
     return QPixmap::fromImage(image);
 }
 
-/// Where a nine-patch is cut along one axis: in the picture, and where the cuts come to lie in the target.
-struct Cuts {
-    std::array<double, 4> source;
-    std::array<double, 4> target;
-};
-
-Cuts cutsAlong(int pictureLength, double targetStart, double targetEnd, double ratio)
-{
-    const int corner = (pictureLength - 1) / 2;
-    return {
-        .source = {0, double(corner), double(pictureLength - corner), double(pictureLength)},
-        .target = {targetStart, targetStart + corner / ratio, targetEnd - corner / ratio, targetEnd},
-    };
-}
-
-void drawNinePatch(QPainter &painter, const QRectF &target, const QPixmap &picture, double ratio)
-{
-    const Cuts across = cutsAlong(picture.width(), target.left(), target.right(), ratio);
-    const Cuts down = cutsAlong(picture.height(), target.top(), target.bottom(), ratio);
-    for (size_t row = 0; row < 3; ++row) {
-        for (size_t column = 0; column < 3; ++column) {
-            const QRectF source(QPointF(across.source[column], down.source[row]),
-                QPointF(across.source[column + 1], down.source[row + 1]));
-            const QRectF part(QPointF(across.target[column], down.target[row]),
-                QPointF(across.target[column + 1], down.target[row + 1]));
-            painter.drawPixmap(part, picture, source);
-        }
-    }
-}
-
 /// The length of the picture for a target of that length: no longer than its two soft corners and a middle to stretch.
 int pictureLength(double targetLength, double spread, double radius)
 {
@@ -138,7 +107,13 @@ void Shadow::paint(QPainter &painter, const QRectF &body, double radius) const
         picture = render(color, rounding, spread, size);
         QPixmapCache::insert(key, picture);
     }
-    drawNinePatch(painter, target, picture, ratio);
+    painter.save();
+    painter.scale(1 / ratio, 1 / ratio);
+    const int across = (size.width() - 1) / 2;
+    const int down = (size.height() - 1) / 2;
+    const QRect deviceTarget = QRectF(target.topLeft() * ratio, target.size() * ratio).toRect();
+    qDrawBorderPixmap(&painter, deviceTarget, {across, down, across, down}, picture);
+    painter.restore();
 }
 
 Shadow Shadow::control()

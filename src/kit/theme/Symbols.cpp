@@ -3,7 +3,6 @@
 #include "kit/theme/Metrics.h"
 #include "kit/theme/Painting.h"
 #include "kit/theme/Theme.h"
-#include "kit/theme/ThemeColors.h"
 
 #include <QFile>
 #include <QHash>

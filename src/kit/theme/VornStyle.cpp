@@ -1,6 +1,5 @@
 #include "kit/theme/VornStyle.h"
 
-#include "kit/theme/Compositing.h"
 #include "kit/theme/FocusRing.h"
 #include "kit/theme/Metrics.h"
 #include "kit/theme/PopupShape.h"
@@ -9,7 +8,6 @@
 #include "kit/theme/ScrollActivity.h"
 #include "kit/theme/StyleGeometry.h"
 #include "kit/theme/Theme.h"
-#include "kit/theme/ThemeColors.h"
 
 #include <QAbstractScrollArea>
 #include <QEvent>
@@ -19,9 +17,19 @@
 #include <QScrollBar>
 #include <QStyleOption>
 
-#include <optional>
-
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The option as the kind that Qt documents for what is being drawn.
+template <typename Option>
+const Option &as(const QStyleOption *option)
+{
+    Q_ASSERT(qstyleoption_cast<const Option *>(option) != nullptr);
+    return *static_cast<const Option *>(option);
+}
+
+} // namespace
 
 VornStyle::VornStyle() : QProxyStyle(u"Fusion"_s)
 {
@@ -177,9 +185,8 @@ QRect VornStyle::subElementRect(SubElement element, const QStyleOption *option, 
 QRect VornStyle::subControlRect(
     ComplexControl control, const QStyleOptionComplex *option, SubControl subControl, const QWidget *widget) const
 {
-    if (const auto *slider = qstyleoption_cast<const QStyleOptionSlider *>(option);
-        slider != nullptr && control == CC_ScrollBar)
-        return scrollBarRect(*slider, subControl);
+    if (control == CC_ScrollBar)
+        return scrollBarRect(as<QStyleOptionSlider>(option), subControl);
     if (control == CC_ComboBox) {
         const QRect body = option->rect.marginsRemoved(StyleGeometry::controlShadow);
         if (subControl == SC_ComboBoxEditField)
@@ -200,30 +207,29 @@ QSize VornStyle::sizeFromContents(
     const auto controlHeight = [&] {
         return Metrics::rowHeightFor(Metrics::controlHeight, option->fontMetrics.height());
     };
-    if (const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option);
-        button != nullptr && type == CT_PushButton)
-        return buttonSize(*button, widget);
-    if (const auto *item = qstyleoption_cast<const QStyleOptionMenuItem *>(option)) {
-        if (type == CT_MenuItem)
-            return menuItemSize(*item, contents);
-        if (type == CT_MenuBarItem)
-            return {contents.width() + 2 * StyleGeometry::menuBarItemPadding,
-                Metrics::rowHeightFor(Metrics::smallControlHeight, item->fontMetrics.height() - 4)};
-    }
-    if (const auto *check = qstyleoption_cast<const QStyleOptionButton *>(option);
-        check != nullptr && type == CT_CheckBox && check->text.isEmpty())
+    switch (type) {
+    case CT_PushButton:
+        return buttonSize(as<QStyleOptionButton>(option), widget);
+    case CT_MenuItem:
+        return menuItemSize(as<QStyleOptionMenuItem>(option), contents);
+    case CT_MenuBarItem:
+        return {contents.width() + 2 * StyleGeometry::menuBarItemPadding,
+            Metrics::rowHeightFor(Metrics::smallControlHeight, option->fontMetrics.height() - 4)};
+    case CT_CheckBox: // ours have no text
         return StyleGeometry::switchSize;
-    if (type == CT_SpinBox)
+    case CT_SpinBox:
         return StyleGeometry::stepperSize;
-    if (type == CT_TabBarTab)
+    case CT_TabBarTab:
         return {contents.width(), controlHeight()};
-    if (type == CT_LineEdit)
+    case CT_LineEdit:
         return {contents.width() + 2 * StyleGeometry::fieldPadding, controlHeight()};
-    if (type == CT_ComboBox) {
+    case CT_ComboBox: {
         const int width = contents.width() + StyleGeometry::comboPadding + StyleGeometry::comboArrowRoom + 2;
         return QSize(width, controlHeight()).grownBy(StyleGeometry::controlShadow);
     }
-    return QProxyStyle::sizeFromContents(type, option, contents, widget);
+    default:
+        return QProxyStyle::sizeFromContents(type, option, contents, widget);
+    }
 }
 
 void VornStyle::drawPrimitive(
@@ -248,14 +254,9 @@ void VornStyle::drawPrimitive(
     case PE_FrameFocusRect: // FocusRing shows the focus
     case PE_PanelMenuBar:
         return;
-    case PE_PanelItemViewItem: {
-        const auto *item = qstyleoption_cast<const QStyleOptionViewItem *>(option);
-        if (item != nullptr) {
-            RowPainter(0, Metrics::rowRadius).paint(*painter, item->rect, RowState::of(*item));
-            return;
-        }
-        break;
-    }
+    case PE_PanelItemViewItem:
+        RowPainter(0, Metrics::rowRadius).paint(*painter, option->rect, RowState::of(as<QStyleOptionViewItem>(option)));
+        return;
     case PE_PanelItemViewRow:
         return;
     case PE_IndicatorCheckBox:
@@ -276,48 +277,21 @@ void VornStyle::drawControl(
     const ThemeColors &colors = Theme::colors();
     switch (element) {
     case CE_PushButton:
-        if (const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option); button && widget) {
-            drawButton(*button, *painter, *widget);
-            drawButtonLabel(*button, *painter, *widget);
-            return;
-        }
-        break;
+        drawButton(as<QStyleOptionButton>(option), *painter, *widget);
+        drawButtonLabel(as<QStyleOptionButton>(option), *painter, *widget);
+        return;
     case CE_PushButtonBevel:
-        if (const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option); button && widget) {
-            drawButton(*button, *painter, *widget);
-            return;
-        }
-        break;
+        return drawButton(as<QStyleOptionButton>(option), *painter, *widget);
     case CE_TabBarTab:
-        if (const auto *tab = qstyleoption_cast<const QStyleOptionTab *>(option)) {
-            drawSegment(*tab, *painter);
-            return;
-        }
-        break;
+        return drawSegment(as<QStyleOptionTab>(option), *painter);
     case CE_ProgressBar:
-        if (const auto *bar = qstyleoption_cast<const QStyleOptionProgressBar *>(option)) {
-            drawProgressBar(*bar, *painter);
-            return;
-        }
-        break;
+        return drawProgressBar(as<QStyleOptionProgressBar>(option), *painter);
     case CE_ComboBoxLabel:
-        if (const auto *box = qstyleoption_cast<const QStyleOptionComboBox *>(option)) {
-            drawComboBoxLabel(*box, *painter);
-            return;
-        }
-        break;
+        return drawComboBoxLabel(as<QStyleOptionComboBox>(option), *painter);
     case CE_MenuItem:
-        if (const auto *item = qstyleoption_cast<const QStyleOptionMenuItem *>(option)) {
-            drawMenuItem(*item, *painter, widget);
-            return;
-        }
-        break;
+        return drawMenuItem(as<QStyleOptionMenuItem>(option), *painter, widget);
     case CE_MenuBarItem:
-        if (const auto *item = qstyleoption_cast<const QStyleOptionMenuItem *>(option)) {
-            drawMenuBarItem(*item, *painter);
-            return;
-        }
-        break;
+        return drawMenuBarItem(as<QStyleOptionMenuItem>(option), *painter);
     case CE_MenuBarEmptyArea: {
         const QRect line(option->rect.left(), option->rect.bottom(), option->rect.width(), 1);
         painter->fillRect(option->rect, colors.window);
@@ -331,6 +305,14 @@ void VornStyle::drawControl(
     case CE_MenuHMargin:
     case CE_MenuVMargin:
         return;
+    case CE_ShapedFrame:
+        if (const auto *frame = qstyleoption_cast<const QStyleOptionFrame *>(option);
+            frame && frame->frameShape == QFrame::HLine) {
+            const bool isRaised = option->state.testFlag(State_Raised);
+            painter->fillRect(option->rect, isRaised ? colors.raisedHairline : colors.hairline);
+            return;
+        }
+        break;
     case CE_FocusFrame:
         drawFocusFrame(*option, *painter, widget);
         return;
@@ -346,20 +328,14 @@ void VornStyle::drawControl(
 void VornStyle::drawComplexControl(
     ComplexControl control, const QStyleOptionComplex *option, QPainter *painter, const QWidget *widget) const
 {
-    if (const auto *bar = qstyleoption_cast<const QStyleOptionSlider *>(option);
-        bar != nullptr && control == CC_ScrollBar) {
-        drawScrollBar(*bar, *painter, widget);
-        return;
+    switch (control) {
+    case CC_ScrollBar:
+        return drawScrollBar(as<QStyleOptionSlider>(option), *painter, widget);
+    case CC_ComboBox:
+        return drawComboBox(as<QStyleOptionComboBox>(option), *painter);
+    case CC_SpinBox:
+        return drawStepper(as<QStyleOptionSpinBox>(option), *painter);
+    default:
+        QProxyStyle::drawComplexControl(control, option, painter, widget);
     }
-    if (const auto *box = qstyleoption_cast<const QStyleOptionComboBox *>(option);
-        box != nullptr && control == CC_ComboBox) {
-        drawComboBox(*box, *painter);
-        return;
-    }
-    if (const auto *stepper = qstyleoption_cast<const QStyleOptionSpinBox *>(option);
-        stepper != nullptr && control == CC_SpinBox) {
-        drawStepper(*stepper, *painter);
-        return;
-    }
-    QProxyStyle::drawComplexControl(control, option, painter, widget);
 }

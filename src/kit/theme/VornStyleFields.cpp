@@ -3,7 +3,6 @@
 #include "kit/theme/Painting.h"
 #include "kit/theme/Roles.h"
 #include "kit/theme/Theme.h"
-#include "kit/theme/ThemeColors.h"
 #include "kit/theme/VornStyle.h"
 
 #include <QAbstractScrollArea>

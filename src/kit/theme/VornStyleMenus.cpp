@@ -5,7 +5,6 @@
 #include "kit/theme/StyleGeometry.h"
 #include "kit/theme/Symbols.h"
 #include "kit/theme/Theme.h"
-#include "kit/theme/ThemeColors.h"
 #include "kit/theme/VornStyle.h"
 
 #include <QComboBox>

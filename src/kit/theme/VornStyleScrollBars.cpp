@@ -2,7 +2,6 @@
 #include "kit/theme/ScrollActivity.h"
 #include "kit/theme/StyleGeometry.h"
 #include "kit/theme/Theme.h"
-#include "kit/theme/ThemeColors.h"
 #include "kit/theme/VornStyle.h"
 
 #include <QPainter>

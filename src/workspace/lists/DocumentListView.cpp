@@ -3,9 +3,8 @@
 #include "kit/controls/Alert.h"
 #include "kit/controls/ElidedLabel.h"
 #include "kit/controls/EmptyState.h"
+#include "kit/controls/LongText.h"
 #include "kit/controls/SearchField.h"
-#include "kit/controls/Shortened.h"
-#include "kit/lists/ListMetrics.h"
 #include "kit/lists/RowDelegate.h"
 #include "kit/lists/RowList.h"
 #include "kit/theme/Fonts.h"
@@ -13,7 +12,6 @@
 #include "kit/theme/Roles.h"
 #include "kit/theme/Symbols.h"
 #include "kit/theme/Theme.h"
-#include "kit/theme/ThemeColors.h"
 #include "library/LibraryStore.h"
 #include "platform/LocaleText.h"
 #include "workspace/lists/StoreLookup.h"
@@ -182,7 +180,8 @@ void DocumentListView::render()
 {
     const QScopedValueRollback guard(m_isRendering, true);
     m_model->setItems(m_store.documents()->isEmpty() ? QList<Document>() : m_store.visibleDocuments());
-    m_noResults->setTitle(u"No Results for “%1”"_s.arg(shortened(m_store.searchText().get(), maxUnitsInTitle)));
+    m_noResults->setTitle(
+        u"No Results for “%1”"_s.arg(LongText::shortened(m_store.searchText().get(), maxUnitsInTitle)));
     m_pages->setCurrentWidget(pageToShow());
     m_list->setCurrentInPlace(selectedIndex(), QItemSelectionModel::ClearAndSelect);
 }

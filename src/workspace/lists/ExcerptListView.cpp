@@ -2,12 +2,12 @@
 
 #include "kit/controls/ElidedLabel.h"
 #include "kit/controls/EmptyState.h"
-#include "kit/controls/Hairline.h"
-#include "kit/controls/Shortened.h"
-#include "kit/lists/ListMetrics.h"
+#include "kit/controls/LongText.h"
 #include "kit/lists/SnippetList.h"
 #include "kit/lists/SnippetRowDelegate.h"
-#include "kit/theme/CodeColor.h"
+#include "kit/theme/Metrics.h"
+#include "kit/theme/Roles.h"
+#include "kit/theme/Theme.h"
 #include "library/LibraryStore.h"
 #include "workspace/lists/MemoBar.h"
 #include "workspace/lists/StoreLookup.h"
@@ -70,7 +70,7 @@ QWidget *ExcerptListView::makeContent()
     m_memo = new MemoBar(u"Code memo…"_s, content);
     memoRow->addWidget(m_memo);
     column->addLayout(memoRow);
-    column->addWidget(new Hairline(Hairline::Place::surface, Qt::Horizontal, content));
+    column->addWidget(makeHairline());
 
     m_excerptPages = new QStackedWidget(content);
     m_list = SnippetRowDelegate::makeList(u"Excerpts"_s, u"excerptList"_s, defaultLineCount, m_model);
@@ -147,10 +147,10 @@ void ExcerptListView::renderMemo()
 
 void ExcerptListView::renderExcerpts(const Code &code)
 {
-    m_color = CodeColor::orAccent(code.colorHex);
+    m_color = Theme::codeColor(code.colorHex);
     m_list->viewport()->update();
     m_noExcerpts->setDescription(
-        u"Select text in a document and add “%1”\nto see its excerpts here."_s.arg(shortened(code.name)));
+        u"Select text in a document and add “%1”\nto see its excerpts here."_s.arg(LongText::shortened(code.name)));
     if (!std::exchange(m_excerptsAreStale, false))
         return;
     m_documents = m_store.documents().get();

@@ -3,7 +3,7 @@
 #include "kit/lists/ListColumn.h"
 #include "kit/lists/ListModel.h"
 #include "records/Document.h"
-#include "records/ExcerptHit.h"
+#include "records/Snippet.h"
 
 #include <QColor>
 #include <QUuid>

@@ -1,13 +1,12 @@
 #include "workspace/lists/MemoBar.h"
 
+#include "kit/controls/LongText.h"
 #include "kit/controls/PlainButton.h"
-#include "kit/controls/TextWrapping.h"
 #include "kit/controls/Transition.h"
 #include "kit/lists/RowLine.h"
 #include "kit/theme/Fonts.h"
 #include "kit/theme/Symbols.h"
 #include "kit/theme/Theme.h"
-#include "kit/theme/ThemeColors.h"
 #include "platform/UnpairedSurrogates.h"
 #include "records/TextTrimming.h"
 
@@ -84,7 +83,7 @@ public:
         setFont(Fonts::memo());
         setFixedHeight(editorHeight);
         setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-        setWordWrapMode(TextWrapping::modeFor({}));
+        setWordWrapMode(LongText::wrapMode({}));
         setViewportMargins(editorSidePadding, editorVerticalPadding, editorSidePadding, editorVerticalPadding);
         document()->setDocumentMargin(documentMargin);
         viewport()->setAutoFillBackground(false); // the frame fills its round corners
@@ -93,7 +92,7 @@ public:
     void showMemo(const QString &text)
     {
         clear(); // or what was there would be laid out once more
-        setWordWrapMode(TextWrapping::modeFor(text));
+        setWordWrapMode(LongText::wrapMode(text));
         setPlainText(text);
     }
 
@@ -105,7 +104,7 @@ protected:
         QMimeData inserted;
         inserted.setText(asStored(source->text()));
         text.replace(cursor.selectionStart(), cursor.selectionEnd() - cursor.selectionStart(), inserted.text());
-        setWordWrapMode(TextWrapping::modeFor(text)); // before it is laid out
+        setWordWrapMode(LongText::wrapMode(text)); // before it is laid out
         QTextEdit::insertFromMimeData(&inserted);
     }
 };

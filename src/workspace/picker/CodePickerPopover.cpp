@@ -1,19 +1,16 @@
 #include "workspace/picker/CodePickerPopover.h"
 
 #include "kit/controls/Capsule.h"
-#include "kit/controls/Hairline.h"
 #include "kit/controls/Paragraph.h"
 #include "kit/lists/RowDelegate.h"
+#include "kit/lists/RowLine.h"
 #include "kit/lists/RowList.h"
-#include "kit/lists/RowText.h"
-#include "kit/theme/CodeColor.h"
 #include "kit/theme/Fonts.h"
 #include "kit/theme/Metrics.h"
+#include "kit/theme/Roles.h"
 #include "kit/theme/Theme.h"
-#include "kit/theme/ThemeColors.h"
 #include "library/LibraryStore.h"
 #include "records/CharacterTable.h"
-#include "records/NameLength.h"
 #include "records/TextTrimming.h"
 
 #include <QFontMetrics>
@@ -74,7 +71,7 @@ protected:
         const QVariant count = index.data(countRole);
         if (count.isValid()) {
             line.skip(padding);
-            line.dot(CodeColor::orAccent(index.data(colorRole).toString()), Metrics::dotDiameter, gap);
+            line.dot(Theme::codeColor(index.data(colorRole).toString()), Metrics::dotDiameter, gap);
             line.count(count.toLongLong(), m_countFont, gap);
         } else {
             line.skip(padding - 1);
@@ -143,7 +140,7 @@ void CodePickerPopover::buildLayout()
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addLayout(fieldRow);
-    column->addWidget(new Hairline(Hairline::Place::raised));
+    column->addWidget(makeHairline(QFrame::Raised));
     column->addLayout(listRow);
 }
 

@@ -1,14 +1,19 @@
 #include "workspace/reader/DocumentHeader.h"
 
 #include "kit/controls/ElidedLabel.h"
-#include "kit/controls/Pill.h"
 #include "kit/theme/Fonts.h"
+#include "kit/theme/Painting.h"
+#include "kit/theme/Theme.h"
 #include "platform/LocaleText.h"
 #include "records/Document.h"
 #include "workspace/reader/SelectableTitle.h"
 
 #include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -16,6 +21,38 @@ namespace {
 
 constexpr int lineSpacing = 8;
 constexpr int factSpacing = 6;
+
+/// A short word in a round tint. Its font shows it in upper case.
+class Pill final : public QLabel {
+public:
+    Pill()
+    {
+        setFont(Fonts::pill());
+        setTextFormat(Qt::PlainText);
+        setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    }
+
+    [[nodiscard]] QSize sizeHint() const override
+    {
+        constexpr int padding = 7;
+        constexpr int minHeight = 17;
+        const QFontMetrics metrics = fontMetrics();
+        return {metrics.horizontalAdvance(text()) + 2 * padding, std::max(minHeight, metrics.height() + 4)};
+    }
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        const ThemeColors &colors = Theme::colors();
+        QPainter painter(this);
+        Painting::fill(painter, rect(), height() / 2., colors.pill);
+        if (colors.look.hasHighContrast)
+            Painting::edge(painter, rect(), height() / 2., colors.accentForeground);
+        painter.setPen(colors.secondary);
+        painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, text());
+    }
+};
 
 } // namespace
 

@@ -3,7 +3,7 @@
 #include <QWidget>
 
 class ElidedLabel;
-class Pill;
+class QLabel;
 class SelectableTitle;
 struct Document;
 
@@ -18,6 +18,6 @@ public:
 
 private:
     SelectableTitle *m_title;
-    Pill *m_kind;
+    QLabel *m_kind;
     ElidedLabel *m_facts;
 };

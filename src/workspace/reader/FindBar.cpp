@@ -7,7 +7,6 @@
 #include "kit/theme/Metrics.h"
 #include "kit/theme/Roles.h"
 #include "kit/theme/Theme.h"
-#include "kit/theme/ThemeColors.h"
 #include "platform/LocaleText.h"
 #include "surface/CodingTextView.h"
 #include "workspace/reader/ReadingColumn.h"

@@ -2,7 +2,6 @@
 
 #include "kit/controls/EmptyState.h"
 #include "kit/theme/Theme.h"
-#include "kit/theme/ThemeColors.h"
 #include "library/LibraryStore.h"
 #include "platform/ThisComputer.h"
 #include "workspace/reader/ReaderView.h"

@@ -1,14 +1,11 @@
 #include "workspace/reader/ReaderView.h"
 
-#include "kit/controls/Hairline.h"
+#include "kit/theme/Roles.h"
 #include "kit/theme/Theme.h"
-#include "kit/theme/ThemeColors.h"
 #include "library/LibraryStore.h"
-#include "surface/AccessibleCodingText.h"
 #include "surface/CodingTextView.h"
 #include "workspace/lists/MemoBar.h"
 #include "workspace/picker/CodePickerPopover.h"
-#include "workspace/reader/CodingHint.h"
 #include "workspace/reader/DocumentHeader.h"
 #include "workspace/reader/FindBar.h"
 #include "workspace/reader/ReadingColumn.h"
@@ -41,7 +38,7 @@ ReaderView::ReaderView(LibraryStore &store, QWidget *parent)
       m_store(store),
       m_header(new DocumentHeader),
       m_memo(new MemoBar(u"Document memo…"_s)),
-      m_divider(new Hairline),
+      m_divider(makeHairline()),
       m_text(makeText())
 {
     m_findBar = new FindBar(*m_text);

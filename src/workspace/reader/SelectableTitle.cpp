@@ -1,6 +1,6 @@
 #include "workspace/reader/SelectableTitle.h"
 
-#include "kit/controls/TextWrapping.h"
+#include "kit/controls/LongText.h"
 
 #include <QFocusEvent>
 #include <QStyle>
@@ -42,7 +42,7 @@ void SelectableTitle::setTitle(const QString &title)
         return;
     m_title = title;
     clear(); // or the next two calls would lay out the old title again
-    setWordWrapMode(TextWrapping::modeFor(title));
+    setWordWrapMode(LongText::wrapMode(title));
     // Aligned with the line of facts below, whichever way the title reads.
     QTextOption option = document()->defaultTextOption();
     option.setAlignment(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft) | Qt::AlignAbsolute);

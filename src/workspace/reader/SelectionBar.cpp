@@ -1,6 +1,7 @@
 #include "workspace/reader/SelectionBar.h"
 
 #include "kit/controls/ElidedLabel.h"
+#include "kit/controls/PlainButton.h"
 #include "kit/controls/Transition.h"
 #include "kit/theme/Fonts.h"
 #include "kit/theme/Roles.h"
@@ -8,6 +9,7 @@
 #include "platform/LocaleText.h"
 
 #include <QHBoxLayout>
+#include <QPainter>
 #include <QPushButton>
 
 #include <algorithm>
@@ -16,7 +18,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QMargins padding{18, 8, 8, 8};
+constexpr QMargins barPadding{18, 8, 8, 8};
 constexpr int spacing = 14;
 constexpr int distanceToBottom = 22;
 
@@ -34,9 +36,26 @@ QString widestText(qint64 length)
     return text;
 }
 
+constexpr QMargins hintPadding{12, 7, 8, 7};
+constexpr int distanceToTop = 14;
+constexpr int bulbSize = 11;
+
+/// Painted rather than a QLabel's pixmap, so that it follows a change between light and dark.
+class Bulb final : public QWidget {
+public:
+    explicit Bulb(QWidget *parent) : QWidget(parent) { setFixedSize(bulbSize, bulbSize); }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        Symbols::paint(painter, rect(), u"lightbulb"_s, Symbols::colorOf(Symbols::Tint::accent));
+    }
+};
+
 } // namespace
 
-SelectionBar::SelectionBar(QWidget *parent) : Capsule(Shadow::selectionBar(), padding, parent)
+SelectionBar::SelectionBar(QWidget *parent) : Capsule(Shadow::selectionBar(), barPadding, parent)
 {
     setObjectName(u"selectionBar"_s);
     m_count = new ElidedLabel(countText(0), Fonts::callout(), Symbols::Tint::secondary, this);
@@ -69,4 +88,30 @@ void SelectionBar::showLength(qint64 length)
 void SelectionBar::place()
 {
     placeAtBottom(distanceToBottom);
+}
+
+CodingHint::CodingHint(QWidget *parent) : Capsule(Shadow::hint(), hintPadding, parent)
+{
+    setObjectName(u"codingHint"_s);
+    auto *close = PlainButton::iconOnly(u"xmark"_s, u"Close tip"_s, this);
+    close->setObjectName(u"closeTip"_s);
+    row().addWidget(new Bulb(this));
+    row().addWidget(
+        new ElidedLabel(u"Tip: select any passage to add a code"_s, Fonts::callout(), Symbols::Tint::text, this));
+    row().addWidget(close);
+    connect(close, &QPushButton::clicked, this, &CodingHint::dismissed);
+    hide();
+}
+
+void CodingHint::setShown(bool isShown)
+{
+    if (isShown && isHidden())
+        Transition::fade().appear(*this);
+    else if (!isShown && !isHidden())
+        Transition::fade().disappear(*this);
+}
+
+void CodingHint::place()
+{
+    placeAtTop(distanceToTop);
 }

@@ -2,17 +2,73 @@
 
 #include "kit/controls/ElidedLabel.h"
 #include "kit/controls/EmptyState.h"
-#include "kit/lists/RowText.h"
+#include "kit/lists/RowLine.h"
+#include "kit/lists/SnippetLayout.h"
 #include "kit/lists/SnippetList.h"
 #include "kit/lists/SnippetRowDelegate.h"
-#include "kit/theme/CodeColor.h"
+#include "kit/theme/Fonts.h"
+#include "kit/theme/Theme.h"
 #include "library/LibraryStore.h"
-#include "workspace/results/QuerySummary.h"
 #include "workspace/results/ResultPage.h"
 
+#include <QPainter>
+#include <QResizeEvent>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int lineHeight = 17;
+constexpr int maxLineCount = 2;
+
+} // namespace
+
+QuerySummary::QuerySummary(QWidget *parent) : QWidget(parent)
+{
+    setFont(Fonts::callout());
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+}
+
+void QuerySummary::setText(const QString &text)
+{
+    if (text == m_text)
+        return;
+    m_text = text;
+    setAccessibleName(text);
+    fitHeight();
+    update();
+}
+
+SnippetLayout QuerySummary::layOut() const
+{
+    return {m_text,
+        {.font = font(),
+            .width = width(),
+            .lineHeight = lineHeight,
+            .maxLineCount = maxLineCount,
+            .direction = layoutDirection()}};
+}
+
+/// Not left to heightForWidth(): the column's layout, asked for another width, cut the second line off.
+void QuerySummary::fitHeight()
+{
+    setFixedHeight(layOut().height());
+}
+
+void QuerySummary::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    if (event->size().width() != event->oldSize().width())
+        fitHeight();
+}
+
+void QuerySummary::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setPen(Theme::colors().text);
+    layOut().draw(painter, {});
+}
 
 QueryResultsView::QueryResultsView(LibraryStore &store, QWidget *parent)
     : ListColumn(parent),
@@ -78,7 +134,7 @@ QList<QColor> QueryResultsView::dotsOf(const QueryResult &result) const
 {
     QList<QColor> colors;
     for (const QUuid &codeID : result.codeIDs.first(std::min(result.codeIDs.size(), SnippetRowDelegate::maxDots)))
-        colors.append(CodeColor::orAccent(m_codes.value(codeID).colorHex));
+        colors.append(Theme::codeColor(m_codes.value(codeID).colorHex));
     return colors;
 }
 

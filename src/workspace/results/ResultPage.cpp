@@ -2,10 +2,10 @@
 
 #include "kit/controls/ElidedLabel.h"
 #include "kit/controls/EmptyState.h"
-#include "kit/controls/Hairline.h"
-#include "kit/lists/ListMetrics.h"
 #include "kit/lists/RowList.h"
 #include "kit/theme/Fonts.h"
+#include "kit/theme/Metrics.h"
+#include "kit/theme/Roles.h"
 
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -31,7 +31,7 @@ ResultPage::ResultPage(QWidget *title, int spacing, RowList *list, EmptyState *e
     m_column->setContentsMargins({});
     m_column->setSpacing(0);
     m_column->addLayout(header);
-    m_column->addWidget(new Hairline(Hairline::Place::surface, Qt::Horizontal, this));
+    m_column->addWidget(makeHairline());
     m_column->addWidget(m_pages, 1);
 }
 

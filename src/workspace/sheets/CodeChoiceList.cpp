@@ -1,12 +1,10 @@
 #include "workspace/sheets/CodeChoiceList.h"
 
 #include "kit/lists/RowDelegate.h"
-#include "kit/lists/RowText.h"
-#include "kit/theme/CodeColor.h"
+#include "kit/lists/RowLine.h"
 #include "kit/theme/Fonts.h"
 #include "kit/theme/Metrics.h"
 #include "kit/theme/Theme.h"
-#include "kit/theme/ThemeColors.h"
 
 #include <QAccessible>
 #include <QFontMetrics>
@@ -77,7 +75,7 @@ protected:
         line.skipAtEnd(padding);
         line.symbol(isChosen ? u"checkmark.circle.fill"_s : u"circle"_s,
             isChosen ? colors.accentForeground : colors.secondary, markSide, gap);
-        line.dot(CodeColor::orAccent(index.data(colorRole).toString()), dotSide, gap);
+        line.dot(Theme::codeColor(index.data(colorRole).toString()), dotSide, gap);
         line.count(index.data(countRole).toLongLong(), m_countFont, gap);
         return line.text(index.data().toString(), m_nameFont, colors.text);
     }

@@ -2,7 +2,7 @@
 
 #include "kit/lists/ListModel.h"
 #include "kit/lists/RowList.h"
-#include "records/FlatCode.h"
+#include "records/Code.h"
 
 #include <QHash>
 #include <QSet>

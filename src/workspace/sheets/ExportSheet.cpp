@@ -7,7 +7,6 @@
 #include "kit/theme/Metrics.h"
 #include "library/LibraryStore.h"
 #include "platform/FileDialogs.h"
-#include "platform/FileViewer.h"
 #include "platform/LocaleText.h"
 #include "platform/LocalizedError.h"
 

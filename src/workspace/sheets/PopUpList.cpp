@@ -1,6 +1,6 @@
 #include "workspace/sheets/PopUpList.h"
 
-#include "kit/lists/RowText.h"
+#include "kit/lists/RowLine.h"
 
 #include <QAbstractListModel>
 #include <QListView>

@@ -1,9 +1,9 @@
 #include "workspace/sheets/QuerySheet.h"
 
-#include "kit/controls/Hairline.h"
 #include "kit/controls/Paragraph.h"
 #include "kit/controls/SegmentedControl.h"
 #include "kit/theme/Fonts.h"
+#include "kit/theme/Roles.h"
 #include "library/LibraryStore.h"
 #include "platform/LocaleText.h"
 #include "workspace/sheets/CodeChoiceList.h"
@@ -87,8 +87,7 @@ void QuerySheet::addCodes()
         u"No codes yet — code some passages first."_s, Fonts::callout(), Symbols::Tint::secondary, calloutHeight, this);
     m_noCodes->setObjectName(u"noCodes"_s);
     m_noCodes->setContentsMargins(padding, padding, padding, padding);
-    for (QWidget *part : std::initializer_list<QWidget *>{
-             m_list, m_noCodes, new Hairline(Hairline::Place::raised, Qt::Horizontal, this)})
+    for (QWidget *part : std::initializer_list<QWidget *>{m_list, m_noCodes, makeHairline(QFrame::Raised)})
         column().addWidget(part);
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "analysis/QuerySpec.h"
+#include "analysis/CompoundQuery.h"
 #include "workspace/sheets/FormSheet.h"
 
 class CodeChoiceList;

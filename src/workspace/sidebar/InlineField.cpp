@@ -1,7 +1,7 @@
 #include "workspace/sidebar/InlineField.h"
 
 #include "kit/theme/FocusRing.h"
-#include "records/NameLength.h"
+#include "records/TextTrimming.h"
 
 #include <QKeyEvent>
 #include <QStyleOptionFrame>

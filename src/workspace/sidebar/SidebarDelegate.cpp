@@ -1,9 +1,7 @@
 #include "workspace/sidebar/SidebarDelegate.h"
 
-#include "kit/theme/CodeColor.h"
 #include "kit/theme/Fonts.h"
 #include "kit/theme/Theme.h"
-#include "kit/theme/ThemeColors.h"
 #include "workspace/sidebar/SidebarMetrics.h"
 #include "workspace/sidebar/SidebarModel.h"
 
@@ -46,7 +44,7 @@ void putMark(RowLine &line, const SidebarRow &row, const QColor &plusColor)
     } else {
         line.skip(end - gap - Metrics::dotDiameter);
         line.dot(
-            isButton(row) ? Theme::colors().quaternary : CodeColor::orAccent(row.colorHex), Metrics::dotDiameter, gap);
+            isButton(row) ? Theme::colors().quaternary : Theme::codeColor(row.colorHex), Metrics::dotDiameter, gap);
     }
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "kit/lists/RowDelegate.h"
-#include "workspace/sidebar/SidebarRow.h"
+#include "workspace/sidebar/SidebarModel.h"
 
 /// Paints the sidebar's lines: heads of sections, the hint, and rows with a mark, a name and a count.
 class SidebarDelegate final : public RowDelegate {

@@ -1,6 +1,6 @@
 #include "workspace/sidebar/SidebarDialogs.h"
 
-#include "kit/controls/Shortened.h"
+#include "kit/controls/LongText.h"
 #include "workspace/lists/StoreLookup.h"
 
 using namespace Qt::StringLiterals;
@@ -8,9 +8,9 @@ using namespace Qt::StringLiterals;
 void SidebarDialogs::askToDelete(const Code &code)
 {
     Alert::Content content;
-    content.title = u"Delete “%1”?"_s.arg(shortened(code.name));
+    content.title = u"Delete “%1”?"_s.arg(LongText::shortened(code.name));
     content.message =
-        u"“%1” and all its coded excerpts will be removed. This can't be undone."_s.arg(shortened(code.name));
+        u"“%1” and all its coded excerpts will be removed. This can't be undone."_s.arg(LongText::shortened(code.name));
     content.action = u"Delete"_s;
     content.actionRole = ButtonRole::destructive;
     content.onAction = [&store = m_store, id = code.id](const QString &) {
@@ -26,7 +26,7 @@ void SidebarDialogs::askToMerge(const Code &source, const Code &target)
     Alert::Content content;
     content.title = u"Merge Codes?"_s;
     content.message = u"“%1” will be merged into “%2”: %3 coded excerpts move over, then “%1” is removed."_s.arg(
-        shortened(source.name), shortened(target.name), count);
+        LongText::shortened(source.name), LongText::shortened(target.name), count);
     content.action = u"Merge"_s;
     content.onAction = [&store = m_store, sourceID = source.id, targetID = target.id](const QString &) {
         const auto merged = StoreLookup::code(store, sourceID);
@@ -40,7 +40,7 @@ void SidebarDialogs::askToMerge(const Code &source, const Code &target)
 void SidebarDialogs::askForName(const Project &project)
 {
     Alert::Content content;
-    content.title = u"Rename “%1”"_s.arg(shortened(project.name));
+    content.title = u"Rename “%1”"_s.arg(LongText::shortened(project.name));
     content.field = Alert::Field{.text = project.name, .placeholder = u"Project name"_s, .accessibleName = {}};
     content.action = u"Rename"_s;
     content.onAction = [&store = m_store, id = project.id](const QString &name) {

@@ -1,11 +1,10 @@
 #include "workspace/sidebar/SidebarList.h"
 
 #include "kit/lists/RowDelegate.h"
-#include "kit/theme/Compositing.h"
 #include "kit/theme/Painting.h"
+#include "kit/theme/PopupShape.h"
 #include "kit/theme/Shadow.h"
 #include "kit/theme/Theme.h"
-#include "kit/theme/ThemeColors.h"
 #include "workspace/sidebar/SidebarMetrics.h"
 #include "workspace/sidebar/SidebarModel.h"
 

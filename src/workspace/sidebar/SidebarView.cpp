@@ -5,7 +5,6 @@
 #include "kit/lists/RowLine.h"
 #include "kit/theme/Fonts.h"
 #include "kit/theme/Theme.h"
-#include "kit/theme/ThemeColors.h"
 #include "library/LibraryStore.h"
 #include "platform/ThisComputer.h"
 #include "workspace/lists/StoreLookup.h"

@@ -1,9 +1,9 @@
 #include "workspace/sidebar/SidebarView.h"
 
-#include "kit/lists/RowText.h"
-#include "kit/theme/CodeColor.h"
+#include "kit/lists/RowLine.h"
 #include "kit/theme/Roles.h"
 #include "kit/theme/Symbols.h"
+#include "kit/theme/Theme.h"
 #include "library/LibraryStore.h"
 #include "records/CodePalette.h"
 #include "workspace/lists/StoreLookup.h"
@@ -52,7 +52,7 @@ void SidebarView::fillCodeMenu(QMenu &menu, const QUuid &id)
     for (const PaletteColor &color : CodePalette::colors()) {
         QAction *action =
             add(colors, color.name, [this, hex = color.hex](const Code &code) { m_store.setCodeColor(code, hex); });
-        action->setIcon(Symbols::dot(CodeColor::orAccent(color.hex)));
+        action->setIcon(Symbols::dot(Theme::codeColor(color.hex)));
         action->setCheckable(true);
         action->setChecked(color.hex.compare(shown->colorHex, Qt::CaseInsensitive) == 0);
     }

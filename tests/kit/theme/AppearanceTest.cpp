@@ -1,7 +1,7 @@
 #include "ThemedTest.h"
 
 #include "kit/theme/Symbols.h"
-#include "kit/theme/ThemeColors.h"
+#include "kit/theme/Theme.h"
 
 #include <QLineEdit>
 #include <QSignalSpy>

@@ -1,5 +1,5 @@
-#include "kit/theme/ThemeColors.h"
 #include "kit/theme/Appearance.h"
+#include "kit/theme/Theme.h"
 #include "support/Cases.h"
 
 #include <gtest/gtest.h>

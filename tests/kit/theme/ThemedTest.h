@@ -1,7 +1,6 @@
 #pragma once
 
 #include "kit/theme/Appearance.h"
-#include "kit/theme/DesktopSettings.h"
 #include "kit/theme/Theme.h"
 #include "support/Cases.h"
 

@@ -1,9 +1,12 @@
-#include "kit/controls/TextWrapping.h"
+#include "kit/controls/LongText.h"
+
+#include <QTextDocument>
+#include <QToolTip>
 
 namespace {
 
-/// A run in which no line may end, in UTF-16 code units.
-constexpr qsizetype longestWord = 16'000;
+/// Of a run in which no line may end, in UTF-16 code units.
+constexpr qsizetype maxWordLength = 16'000;
 
 bool isBreakingSpace(QChar unit)
 {
@@ -29,7 +32,7 @@ bool hasEndlessWord(QStringView text)
         const bool isAlone = standsAlone(unit);
         length = isBreakingSpace(unit) || (isAlone && stoodAlone) ? 0 : length + 1;
         stoodAlone = isAlone;
-        if (length > longestWord)
+        if (length > maxWordLength)
             return true;
     }
     return false;
@@ -37,8 +40,22 @@ bool hasEndlessWord(QStringView text)
 
 } // namespace
 
-QTextOption::WrapMode TextWrapping::modeFor(QStringView text)
+QString LongText::shortened(const QString &text, qsizetype maxLength)
 {
-    const bool isEndless = text.size() > longestWord && hasEndlessWord(text);
+    if (text.size() <= maxLength)
+        return text;
+    const bool partsPair = text[maxLength].isLowSurrogate() && text[maxLength - 1].isHighSurrogate();
+    return text.left(partsPair ? maxLength - 1 : maxLength) + u'…';
+}
+
+void LongText::showToolTip(const QPoint &position, const QString &text, QWidget *owner)
+{
+    constexpr qsizetype maxUnits = 1'000;
+    QToolTip::showText(position, Qt::convertFromPlainText(shortened(text, maxUnits)), owner);
+}
+
+QTextOption::WrapMode LongText::wrapMode(QStringView text)
+{
+    const bool isEndless = text.size() > maxWordLength && hasEndlessWord(text);
     return isEndless ? QTextOption::WrapAnywhere : QTextOption::WrapAtWordBoundaryOrAnywhere;
 }

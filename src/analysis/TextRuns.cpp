@@ -1,4 +1,4 @@
-#include "analysis/PassageCursor.h"
+#include "analysis/TextRuns.h"
 
 #include "analysis/SaturatingArithmetic.h"
 

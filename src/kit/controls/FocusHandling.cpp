@@ -1,5 +1,8 @@
-#include "kit/controls/FocusLoop.h"
+#include "kit/controls/FocusHandling.h"
 
+#include "kit/theme/FocusRing.h"
+
+#include <QApplication>
 #include <QList>
 #include <QWidget>
 
@@ -23,6 +26,19 @@ QList<QWidget *> stopsBelow(QWidget &root)
 }
 
 } // namespace
+
+void FocusReturn::note()
+{
+    m_widget = QApplication::focusWidget();
+    m_byKeyboard = m_widget != nullptr && FocusRing::isDueTo(*m_widget);
+}
+
+void FocusReturn::giveBack()
+{
+    if (m_widget != nullptr && m_widget->isVisible())
+        m_widget->setFocus(m_byKeyboard ? Qt::TabFocusReason : Qt::OtherFocusReason);
+    m_widget = nullptr;
+}
 
 bool FocusLoop::advance(QWidget &root, bool forwards)
 {

@@ -3,6 +3,8 @@
 #include <QPointer>
 #include <QWidget>
 
+class QWidget;
+
 /// Where the focus was before something came over the window, and how it had come there.
 class FocusReturn {
 public:
@@ -14,3 +16,12 @@ private:
     QPointer<QWidget> m_widget;
     bool m_byKeyboard = false;
 };
+
+/// Tab within one widget, for what lies over a window without being one.
+namespace FocusLoop {
+
+/// Gives the focus to the next or previous widget below `root` that Tab reaches, round and round. False if there is
+/// none.
+bool advance(QWidget &root, bool forwards);
+
+} // namespace FocusLoop

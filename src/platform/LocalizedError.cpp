@@ -1,4 +1,4 @@
-#include "platform/FileError.h"
+#include "platform/LocalizedError.h"
 
 #include <QFileDevice>
 #include <QFileInfo>
