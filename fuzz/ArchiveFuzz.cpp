@@ -13,19 +13,19 @@
 
 namespace {
 
-/// An input is an archive as it stands, or the members of one: the project document, and behind it each with its name,
-/// divided by control characters that no XML document holds.
+/// An input is a whole archive, or the members of one: the project document, then each other member after its name,
+/// separated by control characters that no XML document holds.
 QByteArray archiveOf(QByteArrayView input)
 {
     constexpr char betweenMembers = '\x1E';
-    constexpr char behindName = '\x1F';
+    constexpr char afterName = '\x1F';
     if (input.startsWith("PK"))
         return input.toByteArray();
     const QList<QByteArray> parts = input.toByteArray().split(betweenMembers);
     TestArchive archive;
     archive.add("project.qde", parts.first());
     for (const QByteArray &part : parts.sliced(1)) {
-        const qsizetype end = part.indexOf(behindName);
+        const qsizetype end = part.indexOf(afterName);
         const QByteArray name = part.left(std::max<qsizetype>(end, 0));
         const bool isLink = name.startsWith('>');
         archive.add(isLink ? name.sliced(1) : name, part.sliced(end + 1),
@@ -72,7 +72,7 @@ void checkEmpty(Database &database)
 
 } // namespace
 
-/// Whatever archive is imported, whole records come in or none at all, and nothing is left behind.
+/// An import of any archive adds whole records or nothing, and leaves no temporary file.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     static const OwnTemporaryFolder folder;

@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <limits>
 
-/// Takes an input apart into the arguments of a target, from front to back. Behind its end everything is 0 or empty.
+/// Splits an input into the arguments of a target, from front to back. Past its end every value is 0 or empty.
 class InputReader {
 public:
     InputReader(const uint8_t *data, size_t size) : m_rest(reinterpret_cast<const char *>(data), qsizetype(size)) { }
@@ -32,7 +32,7 @@ public:
             text.append(QChar(uchar(pairs[index - 1]), uchar(pairs[index])));
         return text;
     }
-    /// Around a text of that many units, mostly inside of it; now and then as far away as numbers go.
+    /// Mostly inside a text of that many units or just outside of it; now and then the largest or smallest number.
     [[nodiscard]] TextRange range(qsizetype textLength) { return {place(textLength), place(textLength)}; }
 
 private:

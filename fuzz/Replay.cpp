@@ -6,8 +6,8 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size);
 
-/// Gives a target what lies in the folder that is named, file by file. It ends with the first that the target doesn't
-/// take; the last name that was printed tells which.
+/// Runs the target on each file of the folder that is the only argument. A failed requirement aborts; the last name
+/// printed is that of the input.
 int main(int argc, char **argv)
 {
     const QDir folder(argc == 2 ? QFile::decodeName(argv[1]) : QString());

@@ -60,14 +60,14 @@ void checkColor(const QString &text)
     const std::optional<RGBComponents> color = RGBComponents::from(text);
     const QString normalized = RefiQdpx::normalizedColor(text);
     require(form.match(normalized).hasMatch());
-    const bool isAmongLineBreaks =
-        TextTrimming::trimmed(text) != TextTrimming::trimmedBlanks(text); // stored ones may be
-    require(!color || isAmongLineBreaks || RGBComponents::from(normalized) == color);
+    // A stored colour may have line breaks around it, one of an exchange document may not.
+    const bool hasLineBreaks = TextTrimming::trimmed(text) != TextTrimming::trimmedBlanks(text);
+    require(!color || hasLineBreaks || RGBComponents::from(normalized) == color);
 }
 
 } // namespace
 
-/// What the file holds is taken for what it says or refused, and what is taken comes back as it was.
+/// A stored value is either refused or decoded, and a decoded one is encoded again as it was.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const QByteArrayView bytes(data, qsizetype(size));

@@ -57,7 +57,7 @@ void checkTerms(const PlainAnalysis::Source &source, qsizetype minLength, bool i
 
 } // namespace
 
-/// The quick ways of counting and searching find in any text what the plain ways do.
+/// Fast counting and searching agree with their plain versions on any text.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     InputReader input(data, size);

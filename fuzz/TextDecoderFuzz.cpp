@@ -14,7 +14,7 @@ QByteArrayView withoutMark(QByteArrayView utf8)
 
 } // namespace
 
-/// What a decoder takes is text that can be stored, and UTF-8 comes back byte by byte.
+/// Decoded text is valid UTF-16, and UTF-8 is encoded again as it was.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const QByteArrayView bytes(data, qsizetype(size));

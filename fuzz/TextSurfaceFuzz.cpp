@@ -19,7 +19,7 @@ const QStringList &colors()
     return list;
 }
 
-/// A text surface to which an input does what a library, a window and a hand may do to it.
+/// A text surface on which an input performs what the library, the window and the user can do.
 class Surface {
 public:
     explicit Surface(InputReader &input) : m_input(input)
@@ -31,7 +31,7 @@ public:
         giveText();
     }
 
-    void live()
+    void run()
     {
         while (!m_input.atEnd()) {
             act(m_input.byte());
@@ -141,7 +141,7 @@ private:
     }
     void paint() { (void)m_view.grab(); }
 
-    /// The surface speaks of the text as it was given, and of nothing outside of it.
+    /// The surface reports the text that it was given, and ranges only within it.
     void check()
     {
         require(m_view.text() == m_content.text);
@@ -155,7 +155,7 @@ private:
             require(match.location >= 0 && match.end() <= size());
     }
 
-    /// However the passages came, they look as if they had been there from the start.
+    /// The picture is that of a fresh surface that gets the same text and passages at once.
     void compareWithFreshOne()
     {
         endFlashes();
@@ -172,7 +172,7 @@ private:
         prepareForComparison(fresh);
         require(pictureOf(m_view) == pictureOf(fresh));
     }
-    /// A text may fit without a scroll bar and not fit beside one: then both pictures are right.
+    /// A text may fit without a scroll bar but not beside one: then both pictures are right.
     static void keepScrollBar(CodingTextView &view) { view.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); }
     static void prepareForComparison(CodingTextView &view)
     {
@@ -200,7 +200,7 @@ private:
     std::vector<std::function<void()>> m_later;
 };
 
-/// Once; it outlives the statics of its own libraries.
+/// Made once and never destroyed: the statics of Qt's libraries must not outlive it.
 void startApplication()
 {
     static char name[] = "TextSurfaceFuzz";
@@ -225,7 +225,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     startApplication();
     InputReader input(data, size);
-    Surface(input).live();
+    Surface(input).run();
     QApplication::processEvents();
     return 0;
 }

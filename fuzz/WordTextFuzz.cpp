@@ -8,7 +8,7 @@
 
 #include <cstdint>
 
-/// The scanner and the steps taken one by one must agree on any text.
+/// The scanner agrees with its plain version on any text.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const QString text = QString::fromUtf8(QByteArrayView(data, qsizetype(size)));
