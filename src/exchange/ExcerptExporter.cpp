@@ -6,8 +6,6 @@
 
 #include <QDateTime>
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -52,40 +50,17 @@ private:
     QString m_text;
 };
 
-/// Appends `text` with each unit replaced for which `replacementOf` doesn't return a null view.
-template <typename ReplacementOf>
-void appendReplacing(QString &report, QStringView text, ReplacementOf replacementOf)
+QString csvField(QString field)
 {
-    qsizetype copied = 0;
-    for (qsizetype index = 0; index < text.size(); ++index) {
-        const QStringView replacement = replacementOf(text[index].unicode());
-        if (replacement.isNull())
-            continue;
-        report += text.sliced(copied, index - copied);
-        report += replacement;
-        copied = index + 1;
-    }
-    report += text.sliced(copied);
-}
-
-void appendField(QString &report, const QString &field)
-{
-    const auto needsQuotes = [](QChar unit) { return unit == u',' || unit == u'"' || unit == u'\n'; };
-    if (std::none_of(field.begin(), field.end(), needsQuotes)) {
-        report += field;
-        return;
-    }
-    report += u'"';
-    appendReplacing(report, field, [](char16_t unit) { return unit == u'"' ? QStringView(u"\"\"") : QStringView(); });
-    report += u'"';
+    if (!field.contains(u',') && !field.contains(u'"') && !field.contains(u'\n'))
+        return field;
+    return u'"' + field.replace(u'"', u"\"\""_s) + u'"';
 }
 
 void appendRow(QString &report, const Code &code, const ExcerptHit &hit)
 {
-    for (const QString &field : {code.name, hit.snippet.toString(), hit.documentTitle}) {
-        appendField(report, field);
-        report += u',';
-    }
+    for (const QString &field : {code.name, hit.snippet.toString(), hit.documentTitle})
+        report += csvField(field) + u',';
     report += QString::number(hit.start) + u',' + QString::number(hit.length) + u'\n';
 }
 
@@ -107,27 +82,6 @@ void appendMarkdownHeading(QString &report, const ExportCodeGroup &group)
         report += u"_Memo: "_s + memo.replace(u'\n', u' ') + u"_\n\n"_s;
 }
 
-QStringView escapeOf(char16_t unit)
-{
-    switch (unit) {
-    case u'&':
-        return u"&amp;";
-    case u'<':
-        return u"&lt;";
-    case u'>':
-        return u"&gt;";
-    case u'"':
-        return u"&quot;";
-    default:
-        return {};
-    }
-}
-
-void appendEscaped(QString &report, QStringView text)
-{
-    appendReplacing(report, text, escapeOf);
-}
-
 void appendHead(QString &report, const QString &projectName)
 {
     report += uR"(<!doctype html>
@@ -135,7 +89,7 @@ void appendHead(QString &report, const QString &projectName)
 <head>
 <meta charset="utf-8">
 <title>)"_s;
-    appendEscaped(report, projectName);
+    report += projectName.toHtmlEscaped();
     report += uR"( — Coded Excerpts</title>
 <style>
 :root { color-scheme: light dark; }
@@ -155,26 +109,17 @@ blockquote footer { margin-top: 8px; font-size: 12px; color: #8a8a8e; }
 
 void appendHtmlHit(QString &report, const ExcerptHit &hit)
 {
-    report += u"<blockquote>"_s;
-    appendReplacing(report, hit.snippet.toString(),
-        [](char16_t unit) { return unit == u'\n' ? QStringView(u"<br>") : escapeOf(unit); });
-    report += u"<footer>— "_s;
-    appendEscaped(report, hit.documentTitle);
-    report += u"</footer></blockquote>\n"_s;
+    report += u"<blockquote>"_s + hit.snippet.toString().toHtmlEscaped().replace(u'\n', u"<br>"_s) + u"<footer>— "_s
+        + hit.documentTitle.toHtmlEscaped() + u"</footer></blockquote>\n"_s;
 }
 
 void appendHtmlHeading(QString &report, const ExportCodeGroup &group)
 {
-    report += u"<section>\n<h2><span class=\"dot\" style=\"background:"_s;
-    appendEscaped(report, group.code.colorHex);
-    report += u"\"></span>"_s;
-    appendEscaped(report, group.code.name);
-    report += u" <span class=\"count\">"_s + QString::number(group.hits.size()) + u"</span></h2>\n"_s;
-    if (const QString memo = trimmedMemo(group.code); !memo.isEmpty()) {
-        report += u"<p class=\"memo\">"_s;
-        appendEscaped(report, memo);
-        report += u"</p>\n"_s;
-    }
+    report += u"<section>\n<h2><span class=\"dot\" style=\"background:"_s + group.code.colorHex.toHtmlEscaped()
+        + u"\"></span>"_s + group.code.name.toHtmlEscaped() + u" <span class=\"count\">"_s
+        + QString::number(group.hits.size()) + u"</span></h2>\n"_s;
+    if (const QString memo = trimmedMemo(group.code); !memo.isEmpty())
+        report += u"<p class=\"memo\">"_s + memo.toHtmlEscaped() + u"</p>\n"_s;
 }
 
 } // namespace
@@ -240,11 +185,10 @@ void ExcerptExporter::html(
     Report report(take);
     QString &text = report.text();
     appendHead(text, projectName);
-    text += u"<body>\n<h1>"_s;
-    appendEscaped(text, projectName);
-    text += u" — Coded Excerpts</h1>\n<p class=\"meta\">Exported from Vorn · "_s
-        + LocaleText::longDateAndShortTime(date) + u" · "_s + QString::number(groups.size()) + u" codes · "_s
-        + QString::number(excerptCount(groups)) + u" excerpts</p>\n"_s;
+    text += u"<body>\n<h1>"_s + projectName.toHtmlEscaped()
+        + u" — Coded Excerpts</h1>\n<p class=\"meta\">Exported from Vorn · "_s + LocaleText::longDateAndShortTime(date)
+        + u" · "_s + QString::number(groups.size()) + u" codes · "_s + QString::number(excerptCount(groups))
+        + u" excerpts</p>\n"_s;
     for (const ExportCodeGroup &group : groups) {
         appendHtmlHeading(text, group);
         for (const ExcerptHit &hit : group.hits) {

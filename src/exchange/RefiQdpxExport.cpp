@@ -31,9 +31,25 @@ constexpr QByteArrayView origin("Vorn 1.0");
 constexpr int maxCodeDepth = 8; ///< top-level codes have depth 0
 constexpr qint64 maxSelectionName = 120; ///< UTF-16 units
 
-QByteArray guidText(const QUuid &id)
+/// The identifier in upper case. QUuid's own text costs a block of memory and a second pass for the case, and every
+/// selection has four identifiers.
+std::array<char, 36> guidText(const QUuid &id)
 {
-    return id.toByteArray(QUuid::WithoutBraces).toUpper();
+    std::array<char, 36> text{};
+    auto *next = text.begin();
+    const auto put = [&next](uint value, int digits) {
+        for (int shift = (digits - 1) * 4; shift >= 0; shift -= 4)
+            *next++ = "0123456789ABCDEF"[value >> shift & 0xF];
+    };
+    put(id.data1, 8);
+    for (const ushort part : {id.data2, id.data3, ushort(id.data4[0] << 8 | id.data4[1])}) {
+        *next++ = '-';
+        put(part, 4);
+    }
+    *next++ = '-';
+    for (size_t index = 2; index < 8; ++index)
+        put(id.data4[index], 2);
+    return text;
 }
 
 /// As "2024-05-31T23:59:59Z"; fractions of a second are cut off. QDateTime does the same in ten times the time, and
@@ -145,11 +161,11 @@ public:
 private:
     void writeSource(const Document &document)
     {
-        const QByteArray guid = guidText(document.id);
+        const auto guid = guidText(document.id);
         m_xml.startElement("TextSource");
         m_xml.plainAttribute("guid", guid);
         m_xml.attribute("name", document.title);
-        m_xml.plainAttribute("plainTextPath", "internal://" + guid + ".txt");
+        m_xml.plainAttribute("plainTextPath", "internal://" + QByteArray(guid.data(), guid.size()) + ".txt");
         writeOrigin(m_xml, momentText(document.addedAt));
         writeDescription(m_xml, document.memo);
         for (const Coding *coding : m_codings.value(document.id))
@@ -160,10 +176,8 @@ private:
     void writePassage(QStringView text, const Coding &coding)
     {
         const qint64 start = std::max<qint64>(coding.start, 0);
-        if (!m_codeIDs.contains(coding.codeID) || start > text.size())
-            return;
         const qint64 length = std::min<qint64>(coding.length, text.size() - start);
-        if (length < 1)
+        if (!m_codeIDs.contains(coding.codeID) || length < 1)
             return;
         const QByteArray createdAt = momentText(coding.createdAt);
         m_xml.startElement("PlainTextSelection");

@@ -174,7 +174,7 @@ constexpr std::u16string_view upperSymbols =
 
 static_assert(lowerSymbols.size() == 0x7F - 0x20 && upperSymbols.size() == 0xFF - 0xA0);
 
-// Those of "Wingdings" that lists and automatic corrections use; the rest are pictures without a place in Unicode.
+// The characters of "Wingdings" that lists and automatic corrections use; most others aren't in Unicode.
 constexpr auto dingbats = std::to_array<std::pair<int, char16_t>>({{0x4A, u'☺'}, {0x4C, u'☹'}, {0x6C, u'●'},
     {0x6E, u'■'}, {0x6F, u'□'}, {0x71, u'❑'}, {0x72, u'❒'}, {0x75, u'◆'}, {0x76, u'❖'}, {0x9F, u'•'}, {0xA0, u'\u00A0'},
     {0xA7, u'▪'}, {0xA8, u'◻'}, {0xD8, u'➢'}, {0xDF, u'←'}, {0xE0, u'→'}, {0xE1, u'↑'}, {0xE2, u'↓'}, {0xE8, u'➔'},

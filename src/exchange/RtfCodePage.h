@@ -6,7 +6,7 @@
 #include <map>
 #include <memory>
 
-/// Decodes one code page. Bytes that are no character in it become U+FFFD.
+/// Decodes the bytes of one code page. Invalid ones become U+FFFD.
 class RtfCodePage {
 public:
     virtual ~RtfCodePage() = default;
@@ -21,8 +21,8 @@ public:
 class RtfCodePages {
 public:
     static constexpr int western = 1252;
-    static constexpr int symbolFont = 42; ///< the fonts called Symbol; Windows has this number, too
-    static constexpr int dingbatFont = 43; ///< the fonts called Wingdings; our own number
+    static constexpr int symbolFont = 42; ///< the fonts called Symbol; the number that Windows uses
+    static constexpr int dingbatFont = 43; ///< the fonts called Wingdings; a number that Windows doesn't use
 
     /// Whether `number` is a supported code page, those of fonts excluded.
     [[nodiscard]] static bool knows(int number);

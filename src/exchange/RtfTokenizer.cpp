@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <limits>
 
 namespace {
@@ -32,17 +33,6 @@ constexpr bool isLetter(char byte)
 constexpr bool isDigit(char byte)
 {
     return byte >= '0' && byte <= '9';
-}
-
-constexpr std::optional<int> hexDigit(char byte)
-{
-    if (isDigit(byte))
-        return byte - '0';
-    if (byte >= 'a' && byte <= 'f')
-        return byte - 'a' + 10;
-    if (byte >= 'A' && byte <= 'F')
-        return byte - 'A' + 10;
-    return {};
 }
 
 } // namespace
@@ -131,12 +121,12 @@ RtfToken RtfTokenizer::hexByte()
         m_position = m_end;
         return {};
     }
-    const std::optional<int> high = hexDigit(m_position[0]);
-    const std::optional<int> low = hexDigit(m_position[1]);
-    if (!high || !low)
+    const char *end = m_position + 2;
+    quint8 byte = 0; // unsigned, so that no sign is taken
+    if (std::from_chars(m_position, end, byte, 16).ptr != end)
         return {.kind = RtfToken::Kind::symbol, .symbol = '\''};
-    m_position += 2;
-    return {.kind = RtfToken::Kind::hexByte, .symbol = char(*high << 4 | *low)};
+    m_position = end;
+    return {.kind = RtfToken::Kind::hexByte, .symbol = char(byte)};
 }
 
 RtfToken RtfTokenizer::textRun()

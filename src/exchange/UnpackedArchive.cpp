@@ -179,7 +179,7 @@ const UnpackedArchive::Listing &UnpackedArchive::listing(const QString &folder) 
     while (entries.hasNext()) {
         entries.next();
         QString &name = names[folded(entries.fileName())];
-        if (name.isEmpty() || entries.fileName() < name) // so that the result doesn't depend on the file system
+        if (name.isEmpty() || entries.fileName() < name) // the order of a listing depends on the file system
             name = entries.fileName();
     }
     return *m_listings.insert(folder, names);

@@ -66,7 +66,7 @@ public:
     explicit Parser(XmlHandler &handler);
 
     void feed(QByteArrayView bytes);
-    void finish();
+    void finish() { parse(nullptr, 0, true); }
 
 private:
     static void startElement(void *self, const xmlChar *name, const xmlChar *prefix, const xmlChar *uri,
@@ -86,7 +86,6 @@ private:
     void leaveElement();
     [[nodiscard]] bool isPastRoot() const noexcept { return m_hasRoot && m_depth == 0; }
     void parse(const char *bytes, int size, bool isLast);
-    void throwOnFailure() const;
 
     struct ContextFreer {
         void operator()(xmlParserCtxt *context) const noexcept
@@ -143,26 +142,14 @@ void Parser::feed(QByteArrayView bytes)
         throw XmlError(u"A tag is too long"_s);
 }
 
-void Parser::finish()
-{
-    parse(nullptr, 0, true);
-    if (!m_context->wellFormed)
-        throw XmlError(u"The document is not well-formed"_s);
-}
-
 void Parser::parse(const char *bytes, int size, bool isLast)
 {
     xmlParseChunk(m_context.get(), bytes, size, isLast ? 1 : 0);
-    throwOnFailure();
-}
-
-void Parser::throwOnFailure() const
-{
     if (m_failure)
         std::rethrow_exception(m_failure);
     if (!m_message.isEmpty())
         throw XmlError(m_message);
-    if (m_context->disableSAX)
+    if (m_context->disableSAX || (isLast && !m_context->wellFormed))
         throw XmlError(u"The document is not well-formed"_s);
 }
 
@@ -236,7 +223,7 @@ void Parser::noteError(void *self, Error *error)
     if (!isFailure || !parser.m_message.isEmpty())
         return;
     const bool endsEarly = error->code == XML_ERR_DOCUMENT_END && !parser.isPastRoot();
-    // libxml2 would complain of extra content at the end.
+    // libxml2's own message for a cut-off document speaks of extra content at its end.
     parser.m_message = endsEarly ? u"Premature end of the document"_s : QString::fromUtf8(error->message).trimmed();
 }
 

@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A desktop without a language speaks that of the interface.
+/// The locale, or that of the interface where none is set.
 QLocale orEnglish(const QLocale &locale)
 {
     return locale.language() == QLocale::C ? QLocale(QLocale::English, QLocale::UnitedStates) : locale;
@@ -51,7 +51,7 @@ Format longDateAndShortTimeFormat(const QByteArray &locale)
     return opened(UDAT_SHORT, UDAT_LONG, locale);
 }
 
-/// The local time as if it were UTC: ICU needs no time zones of its own then, which it may not find.
+/// Formats local time as if it were UTC, so that ICU needs no time zone data, which may be missing.
 QString formatted(const QDateTime &moment, const Format &format)
 {
     const QDateTime local = moment.toLocalTime();
@@ -64,7 +64,7 @@ QString formatted(const QDateTime &moment, const Format &format)
     return U_SUCCESS(status) ? QString::fromUtf16(text.data(), length) : local.toString(Qt::ISODate);
 }
 
-/// Opening a format takes longer than painting a row with a date in it, so each is kept.
+/// A cache: opening a format takes longer than painting a row with a date in it.
 class Formats {
 public:
     explicit Formats(Format (*open)(const QByteArray &locale)) : m_open(open) { }
