@@ -1,14 +1,12 @@
 #include "exchange/RefiQdpxImport.h"
 #include "exchange/RefiQdpx.h"
-#include "platform/AtomicFile.h"
+#include "exchange/RefiQdpxExport.h"
+#include "platform/UnpairedSurrogates.h"
 #include "records/AppDatabase.h"
-#include "records/Code.h"
-#include "records/Coding.h"
-#include "records/Document.h"
+#include "records/TextTrimming.h"
 #include "records/database/Request.h"
-#include "support/Cases.h"
 #include "support/Complaint.h"
-#include "support/Printing.h"
+#include "support/NastyText.h"
 #include "support/TestArchive.h"
 
 #include <gtest/gtest.h>
@@ -18,61 +16,65 @@ using namespace RefiQdpx;
 
 namespace {
 
-/// A project of its own database, and what archives bring into it. Afterwards no file may be left anywhere.
-class QdpxImport : public testing::Test {
-protected:
-    ~QdpxImport() override { EXPECT_FALSE(m_folder.hasLeftovers()); }
+QStringList sorted(QStringList lines)
+{
+    lines.sort();
+    return lines;
+}
 
-    ImportSummary import(const TestArchive &archive)
-    {
-        AtomicFile::write(m_folder.path(u"study.qdpx"_s), archive.bytes());
-        return importQdpx(m_folder.path(u"study.qdpx"_s), *m_queue, m_projectID);
+/// One line per record, with names in place of identifiers: "code /parent/name #colour memo", "document title: text
+/// memo", "passage title/parent/name start+length". Sorted; the project itself isn't among them.
+QStringList linesOf(const ExportInput &content)
+{
+    const auto memo = [](const auto &record) { return record.memo ? u' ' + *record.memo : QString(); };
+    QHash<QUuid, QString> names;
+    QStringList lines;
+    for (const Code &code : content.codes) { // parents come first
+        names[code.id] = (code.parentID ? names.value(*code.parentID) : QString()) + u'/' + code.name;
+        lines.append(u"code "_s + names[code.id] + u' ' + code.colorHex + memo(code));
     }
-    ImportSummary import(const QByteArray &document) { return import(TestArchive().add("project.qde", document)); }
+    for (const Document &document : content.documents) {
+        names[document.id] = document.title;
+        lines.append(u"document "_s + document.title + u": "_s + document.text + memo(document));
+    }
+    for (const Coding &coding : content.codings)
+        lines.append(u"passage "_s + names.value(coding.documentID) + names.value(coding.codeID) + u' '
+            + QString::number(coding.start) + u'+' + QString::number(coding.length));
+    return sorted(lines);
+}
 
+/// A project of its own database, and what archives bring into it. Afterwards no file may be left anywhere.
+class QdpxImport : public testing::Test, protected OwnTemporaryFolder {
+protected:
+    ~QdpxImport() override { EXPECT_FALSE(hasLeftovers()); }
+
+    ImportSummary import(const TestArchive &archive) const
+    {
+        return importQdpx(write(u"study.qdpx"_s, archive.bytes()), *m_queue, m_projectID);
+    }
+    ImportSummary import(const QByteArray &document) const
+    {
+        return import(TestArchive().add("project.qde", document));
+    }
     /// What the import fails with, or "" if it doesn't.
-    QString complaint(const TestArchive &archive)
+    QString complaint(const TestArchive &archive) const
     {
         return complaintAbout([&] { import(archive); });
     }
-
-    template <typename Record>
-    [[nodiscard]] QList<Record> all() const
+    [[nodiscard]] ExportInput content() const
     {
-        return m_queue->read([](Database &database) { return Record::all().fetchAll(database); });
+        return m_queue->read([](Database &database) -> ExportInput {
+            return {{}, Document::all().fetchAll(database), Code::all().fetchAll(database),
+                Coding::all().fetchAll(database)};
+        });
     }
-    [[nodiscard]] bool isEmpty() const
+    [[nodiscard]] QStringList lines(const QString &kind) const
     {
-        return all<Code>().isEmpty() && all<Document>().isEmpty() && all<Coding>().isEmpty();
-    }
-
-    /// One line per code: "name color memo <parent".
-    [[nodiscard]] QStringList codes() const
-    {
-        const QList<Code> records = all<Code>();
-        QHash<QUuid, QString> names;
-        for (const Code &code : records)
-            names.insert(code.id, code.name);
-        QStringList lines;
-        for (const Code &code : records)
-            lines.append(code.name + u' ' + code.colorHex + (code.memo ? u" memo="_s + *code.memo : u""_s)
-                + (code.parentID ? u" <"_s + names.value(*code.parentID, u"nobody"_s) : u""_s));
-        return lines;
-    }
-    /// One line per coding: "code start+length".
-    [[nodiscard]] QStringList codings() const
-    {
-        QHash<QUuid, QString> names;
-        for (const Code &code : all<Code>())
-            names.insert(code.id, code.name);
-        QStringList lines;
-        for (const Coding &coding : all<Coding>())
-            lines.append(names.value(coding.codeID, u"nobody"_s) + u' ' + QString::number(coding.start) + u'+'
-                + QString::number(coding.length));
+        QStringList lines = linesOf(content());
+        lines.removeIf([&](const QString &line) { return !line.startsWith(kind); });
         return lines;
     }
 
-    OwnTemporaryFolder m_folder;
     std::unique_ptr<DatabaseQueue> m_queue = AppDatabase::makeFreshQueue();
     QUuid m_projectID = QUuid::createUuid();
 };
@@ -82,281 +84,270 @@ QByteArray project(const QByteArray &codes, const QByteArray &sources = {})
     return "<Project><CodeBook><Codes>" + codes + "</Codes></CodeBook><Sources>" + sources + "</Sources></Project>";
 }
 
-/// A source with its text inside, thirty units long, in which `selections` are coded.
-QByteArray coded(const QByteArray &selections)
+/// A source with its text inside, thirty units long.
+QByteArray source(const QByteArray &selections)
 {
     return "<TextSource name='T'><PlainTextContent>" + QByteArray(30, 'x') + "</PlainTextContent>" + selections
         + "</TextSource>";
 }
 
-QByteArray selection(const QByteArray &start, const QByteArray &end, const QByteArray &codings)
+QByteArray selection(const QByteArray &start, const QByteArray &end, const QByteArray &content)
 {
-    return "<PlainTextSelection startPosition='" + start + "' endPosition='" + end + "'>" + codings
+    return "<PlainTextSelection startPosition='" + start + "' endPosition='" + end + "'>" + content
         + "</PlainTextSelection>";
 }
 
-QByteArray referenceTo(const QByteArray &guid)
+/// A coded selection.
+QByteArray passage(const QByteArray &start, const QByteArray &end, const QByteArray &guid = "a")
 {
-    return "<Coding><CodeRef targetGUID='" + guid + "'/></Coding>";
+    return selection(start, end, "<Coding><CodeRef targetGUID='" + guid + "'/></Coding>");
 }
 
 } // namespace
 
-TEST_F(QdpxImport, MakesNewRecordsOfTheProject)
+TEST_F(QdpxImport, MakesNewRecordsOfTheFirstPartOfEachKind)
 {
     const QDateTime before = QDateTime::currentDateTimeUtc().addMSecs(-1);
-    const QByteArray document = project(
-        "<Code guid='C1' name='Trust' color='12ab3f'><Description> why\n</Description></Code>",
-        "<TextSource name='Talk'><Description> m </Description><PlainTextContent>It's me \U0001F600</PlainTextContent>"
-            + selection("1", "4", referenceTo("C1")) + "</TextSource>");
+    const QByteArray talk = "<TextSource name='Talk'><Description> m </Description><PlainTextContent>It's me \U0001F600"
+                            "</PlainTextContent>"
+        + passage("1", "4") + "</TextSource>";
+    const QByteArray codes = "<Codes><Code guid='A' name='Trust' color='12ab3f'/></Codes>";
+    const QByteArray wrong = "<Codes><Code guid='A' name='wrong'/></Codes>";
+    const QByteArray document = "<q:Project><x>" + wrong + "</x><Sources>" + talk + "<PDFSource/></Sources><Sources>"
+        + source({}) + "</Sources><CodeBook><Sets/>" + codes + wrong + "</CodeBook><CodeBook>" + wrong
+        + "</CodeBook></q:Project>";
+    EXPECT_EQ(import("<Project><CodeBook/><CodeBook>" + codes + "</CodeBook></Project>"), ImportSummary());
     EXPECT_EQ(import(document), (ImportSummary{1, 1, 1}));
     EXPECT_EQ(import(document), (ImportSummary{1, 1, 1})); // twice makes everything twice
-
+    const ExportInput made = content();
+    EXPECT_EQ(linesOf(made),
+        QStringList(2, u"code /Trust #12AB3F"_s) + QStringList(2, u"document Talk: It's me \U0001F600 m"_s)
+            + QStringList(2, u"passage Talk/Trust 1+3"_s));
+    const Document &second = made.documents[1];
+    EXPECT_EQ(second.sourceKind, u"qdpx"_s);
+    EXPECT_EQ(second.wordCount, 3);
+    EXPECT_EQ(second.charCount, 9);
+    EXPECT_TRUE(second.projectID == m_projectID && made.codes[1].projectID == m_projectID);
     const QDateTime after = QDateTime::currentDateTimeUtc();
-    EXPECT_EQ(codes(), QStringList(2, u"Trust #12AB3F memo=why"_s));
-    EXPECT_EQ(codings(), QStringList(2, u"Trust 1+3"_s));
-    const QList<Document> documents = all<Document>();
-    for (const Document &each : documents) {
-        EXPECT_EQ(each.projectID, m_projectID);
-        EXPECT_EQ(each.title, u"Talk"_s);
-        EXPECT_EQ(each.text, u"It's me \U0001F600"_s);
-        EXPECT_EQ(each.memo, u"m"_s);
-        EXPECT_EQ(each.sourceKind, u"qdpx"_s);
-        EXPECT_EQ(each.wordCount, 3);
-        EXPECT_EQ(each.charCount, 9);
-        EXPECT_TRUE(each.addedAt >= before && each.addedAt <= after);
+    for (const QDateTime &moment : {second.addedAt, made.codes[1].createdAt, made.codings[1].createdAt})
+        EXPECT_TRUE(moment >= before && moment <= after);
+}
+
+TEST_F(QdpxImport, TakesTheCodesOfTheDocument)
+{
+    const std::pair<QByteArray, QStringList> rows[]{{"<Code/>", {u"Unnamed Code #8E8E93"_s}},
+        {"<Code name='' color='blue'/>", {u" #8E8E93"_s}},
+        {"<q:Code name='a'><q:Code name='b'/></q:Code>", {u"a #8E8E93"_s, u"a/b #8E8E93"_s}},
+        {"<Code name='c'><Code name='d'/><Description>m</Description></Code>", {u"c #8E8E93 m"_s, u"c/d #8E8E93"_s}},
+        {"<Code name='e'><Description> </Description><Description>m</Description></Code>", {u"e #8E8E93"_s}},
+        {"<Code name='f'><NoteRef><Description>m</Description></NoteRef></Code>", {u"f #8E8E93"_s}},
+        {"<Code name='g'><Description>m<b>n<c>o</c></b>p</Description></Code>", {u"g #8E8E93 mnop"_s}},
+        {"<Set><Code name='a'/></Set><Code name='h'/>", {u"h #8E8E93"_s}},
+        {QByteArray("<Code name='i'>").repeated(9) + QByteArray("</Code>").repeated(9),
+            {u"i #8E8E93"_s, u"i/i #8E8E93"_s, u"i/i/i #8E8E93"_s, u"i/i/i/i #8E8E93"_s, u"i/i/i/i/i #8E8E93"_s,
+                u"i/i/i/i/i/i #8E8E93"_s, u"i/i/i/i/i/i/i #8E8E93"_s, u"i/i/i/i/i/i/i/i #8E8E93"_s}}};
+    QByteArray codes;
+    QStringList expected;
+    for (const auto &[code, lines] : rows) {
+        codes += code;
+        for (const QString &line : lines)
+            expected.append(u"code /"_s + line);
     }
-    EXPECT_NE(documents[0].id, documents[1].id);
-    EXPECT_EQ(all<Coding>()[1].documentID, documents[1].id);
-    EXPECT_EQ(all<Code>()[0].projectID, m_projectID);
-    EXPECT_TRUE(all<Code>()[0].createdAt >= before && all<Coding>()[0].createdAt <= after);
+    EXPECT_EQ(import(project(codes)).codes, expected.size());
+    EXPECT_EQ(lines(u"code"_s), sorted(expected));
 }
 
-using CodesCase = Case<QByteArray, QStringList>;
-class ImportedCodes : public QdpxImport, public testing::WithParamInterface<CodesCase> { };
-
-TEST_P(ImportedCodes, AreThoseOfTheDocument)
+TEST_F(QdpxImport, TakesThePassagesThatLieInTheTextAndHaveACode)
 {
-    EXPECT_EQ(import(project(GetParam().given)).codes, GetParam().expected.size());
-    EXPECT_EQ(codes(), GetParam().expected);
-}
-
-INSTANTIATE_TEST_SUITE_P(Documents, ImportedCodes,
-    testing::Values(CodesCase{"without_attributes", "<Code/>", {u"Unnamed Code #8E8E93"_s}},
-        CodesCase{"empty_name_stays", "<Code name='' color='blue'/>", {u" #8E8E93"_s}},
-        CodesCase{"prefix", "<q:Code name='a'><q:Code name='b'/></q:Code>", {u"a #8E8E93"_s, u"b #8E8E93 <a"_s}},
-        CodesCase{"memo_behind_the_children", "<Code name='a'><Code name='b'/><Description>m</Description></Code>",
-            {u"a #8E8E93 memo=m"_s, u"b #8E8E93 <a"_s}},
-        CodesCase{"first_memo_counts_even_if_blank",
-            "<Code name='a'><Description> </Description><Description>m</Description></Code>", {u"a #8E8E93"_s}},
-        CodesCase{"memo_of_another_element", "<Code name='a'><NoteRef><Description>m</Description></NoteRef></Code>",
-            {u"a #8E8E93"_s}},
-        CodesCase{"memo_with_elements_in_it", "<Code name='a'><Description>m<b>n<c>o</c></b>p</Description></Code>",
-            {u"a #8E8E93 memo=mnop"_s}},
-        CodesCase{"code_in_another_element", "<Set><Code name='a'/></Set><Code name='b'/>", {u"b #8E8E93"_s}},
-        CodesCase{"nine_levels",
-            [] {
-                QByteArray open;
-                for (char name = '0'; name <= '8'; ++name)
-                    open += QByteArray("<Code name='") + name + "'>";
-                return open + QByteArray("</Code>").repeated(9) + "<Code name='z'/>";
-            }(),
-            {u"0 #8E8E93"_s, u"1 #8E8E93 <0"_s, u"2 #8E8E93 <1"_s, u"3 #8E8E93 <2"_s, u"4 #8E8E93 <3"_s,
-                u"5 #8E8E93 <4"_s, u"6 #8E8E93 <5"_s, u"7 #8E8E93 <6"_s, u"z #8E8E93"_s}}),
-    rowName);
-
-using CodingsCase = Case<QByteArray, QStringList>;
-class ImportedCodings : public QdpxImport, public testing::WithParamInterface<CodingsCase> { };
-
-TEST_P(ImportedCodings, AreThoseThatLieInTheTextAndHaveACode)
-{
-    const QByteArray codes = "<Code guid='AB' name='one'/><Code guid='cd' name='two'/><Code guid='É' name='three'/>"
+    const QByteArray codes = "<Code guid='AB' name='wrong'/><Code guid='a' name='a'/><Code guid='É' name='é'/>"
                              "<Code guid='Ab' name='last'/><Code name='without'/>";
-    EXPECT_EQ(import(project(codes, coded(GetParam().given))), (ImportSummary{5, 1, GetParam().expected.size()}));
-    EXPECT_EQ(codings(), GetParam().expected);
+    const std::pair<QByteArray, QString> rows[]{{passage("1", "3", "A"), u"a 1+2"_s},
+        {passage("1", "3", "é"), u"é 1+2"_s}, {passage("1", "3", "aB"), u"last 1+2"_s}, {passage("1", "3", ""), {}},
+        {selection("1", "4", "<Coding><CodeRef/><CodeRef targetGUID='a'/></Coding>"), {}},
+        {selection("1", "5", "<Coding><x><CodeRef targetGUID='a'/></x></Coding>"), {}},
+        {passage("10", "1000"), u"a 10+20"_s}, {passage("30", "31"), {}}, {passage("29", "30"), u"a 29+1"_s},
+        {passage("5", "4") + passage("5", "5"), {}}, {passage("-3", "4"), u"a 0+7"_s}, // keeps its length
+        {passage("+02", "0004"), u"a 2+2"_s}, {passage("-9223372036854775808", "9223372036854775807"), u"a 0+30"_s},
+        {passage("2", "9223372036854775808"), {}},
+        {"<PlainTextSelection endPosition='4'><Coding><CodeRef targetGUID='a'/></Coding></PlainTextSelection>", {}}};
+    QByteArray passages;
+    QStringList expected;
+    for (const auto &[selection, line] : rows) {
+        passages += selection;
+        if (!line.isNull())
+            expected.append(u"passage T/"_s + line);
+    }
+    for (const char *number : {"", " 2", "2 ", "+-2", "+", "abc", "2.0", "0x2", "２", "-9223372036854775809"})
+        passages += passage(number, "4") + passage("-9", number);
+    EXPECT_EQ(import(project(codes, source(passages))), (ImportSummary{5, 1, expected.size()}));
+    EXPECT_EQ(lines(u"passage"_s), sorted(expected));
 }
 
-/// Selections whose start is no number, though parts of it are.
-QByteArray noNumbers()
-{
-    QByteArray selections;
-    for (const char *start : {"", " 2", "2 ", "+-2", "+", "abc", "2.0", "0x2", "２", "-9223372036854775809"})
-        selections += selection(start, "4", referenceTo("cd")) + selection("-9", start, referenceTo("cd"));
-    return selections;
-}
-
-INSTANTIATE_TEST_SUITE_P(Documents, ImportedCodings,
-    testing::Values(CodingsCase{"other_case", selection("1", "3", referenceTo("CD")), {u"two 1+2"_s}},
-        CodingsCase{"other_case_beyond_ascii", selection("1", "3", referenceTo("é")), {u"three 1+2"_s}},
-        CodingsCase{"same_identifier_twice", selection("1", "3", referenceTo("aB")), {u"last 1+2"_s}},
-        CodingsCase{"empty_identifier", selection("1", "3", referenceTo("")), {}},
-        CodingsCase{
-            "first_reference_counts", selection("1", "3", "<Coding><CodeRef/><CodeRef targetGUID='cd'/></Coding>"), {}},
-        CodingsCase{"reference_in_another_element",
-            selection("1", "3", "<Coding><x><CodeRef targetGUID='cd'/></x></Coding>"), {}},
-        CodingsCase{"past_the_end", selection("10", "1000", referenceTo("cd")), {u"two 10+20"_s}},
-        CodingsCase{"at_the_end", selection("30", "31", referenceTo("cd")), {}},
-        CodingsCase{"last_unit", selection("29", "30", referenceTo("cd")), {u"two 29+1"_s}},
-        CodingsCase{"backwards", selection("5", "4", referenceTo("cd")), {}},
-        CodingsCase{"negative_start_keeps_its_span", selection("-3", "4", referenceTo("cd")), {u"two 0+7"_s}},
-        CodingsCase{"signs_and_zeros", selection("+02", "0004", referenceTo("cd")), {u"two 2+2"_s}},
-        CodingsCase{"no_numbers", noNumbers(), {}},
-        CodingsCase{
-            "no_position", "<PlainTextSelection endPosition='4'>" + referenceTo("cd") + "</PlainTextSelection>", {}},
-        CodingsCase{"widest_span", selection("-9223372036854775808", "9223372036854775807", referenceTo("cd")),
-            {u"two 0+30"_s}},
-        CodingsCase{"more_than_64_bits", selection("2", "9223372036854775808", referenceTo("cd")), {}}),
-    rowName);
-
-TEST_F(QdpxImport, TakesTheFirstPartOfEachKind)
-{
-    const QByteArray code = "<Codes><Code guid='a' name='a'/></Codes>";
-    const QByteArray wrong = "<Codes><Code guid='a' name='wrong'/></Codes>";
-    // Sources may stand before the codes that they refer to.
-    EXPECT_EQ(import("<q:Project><x>" + wrong + "</x><Sources>" + coded(selection("0", "1", referenceTo("A")))
-                  + "<PDFSource/></Sources><Sources>" + coded({}) + "</Sources><CodeBook><Sets/>" + code + wrong
-                  + "</CodeBook><CodeBook>" + wrong + "</CodeBook></q:Project>"),
-        (ImportSummary{1, 1, 1}));
-    EXPECT_EQ(codings(), QStringList{u"a 0+1"_s});
-    EXPECT_EQ(
-        import("<Project><CodeBook/><CodeBook>" + code + "</CodeBook><Sources>" + coded({}) + "</Sources></Project>"),
-        (ImportSummary{0, 1, 0}));
-    EXPECT_EQ(import("<Project/>"), ImportSummary());
-}
-
-struct TextCase {
-    const char *name;
-    QByteArray source; ///< the rest of the start tag, and what is in the element
-    QList<std::pair<QByteArray, QByteArray>> members;
-    std::optional<QString> expected; ///< absent if the source is passed over
-};
-class ImportedText : public QdpxImport, public testing::WithParamInterface<TextCase> { };
-
-TEST_P(ImportedText, IsFoundOrTheSourcePassedOver)
+TEST_F(QdpxImport, FindsTheTextOrPassesOverTheSource)
 {
     TestArchive archive;
-    for (const auto &[name, bytes] : GetParam().members)
-        archive.add(name, bytes);
-    archive.add("project.qde",
-        project("<Code guid='a'/>",
-            "<TextSource " + GetParam().source + selection("0", "1", referenceTo("a")) + "</TextSource>"
-                + coded(selection("0", "2", referenceTo("a")))));
-    import(archive);
-    QList<std::optional<QString>> texts;
-    for (const Document &document : all<Document>())
-        texts.append(document.text);
-    ASSERT_FALSE(texts.isEmpty());
-    EXPECT_EQ(texts.takeLast(), u"x"_s.repeated(30)); // one bad source doesn't stop the next
-    EXPECT_EQ(texts.value(0), GetParam().expected);
-    EXPECT_EQ(all<Coding>().size(), GetParam().expected ? 2 : 1);
+    archive.add("sources/a.txt", "1").add("a.txt", "2").add("b.txt", "3").add("sources/研究 é.txt", "4");
+    archive.add("sources/a b", "5").add("a%20b", "6").add("sources/f.txt/b", "7").add("f.txt", "8");
+    archive.add("sources/empty.txt", "").add("empty.txt", "9").add("mark.txt", "\xEF\xBB\xBF");
+    archive.add("blank.txt", " \r\n").add("latin1.txt", "\xD0\xC5").add("utf16.txt", QByteArray("\xFE\xFF\0a", 4));
+    const std::pair<QByteArray, QString> rows[]{
+        // the rest of the start tag and what is in the element; the text, null if the source is passed over
+        {"plainTextPath='a.txt'><PlainTextContent>in</PlainTextContent>", u"in"_s},
+        {"plainTextPath='a.txt'><PlainTextContent/>", {}},
+        {"><PlainTextContent>a&#13;<b>b</b><![CDATA[<c>]]><!-- x -->\r\nd</PlainTextContent>", u"a\rb<c>\nd"_s},
+        {"plainTextPath='internal://a.txt'>", u"1"_s}, {"plainTextPath='internal://sources/a.txt'>", u"1"_s},
+        {"plainTextPath='internal:///a.txt'>", u"1"_s}, {"plainTextPath='relative:///sources/b.txt'>", u"3"_s},
+        {"plainTextPath='/etc/passwd'>", {}}, {"plainTextPath='internal://../../../../../../../../etc/passwd'>", {}},
+        {"plainTextPath='x/b.txt/'>", u"3"_s}, {"plainTextPath='internal://研究 é.txt'>", u"4"_s},
+        {"plainTextPath='internal://%E7%A0%94究%20%C3%A9.txt'>", u"4"_s},
+        {"plainTextPath='internal://a%20b'>", u"6"_s}, // literal before unescaped
+        {"plainTextPath='internal://..%2F..%2Fproject.qde'>", {}},
+        {"plainTextPath='internal://f.txt'>", u"8"_s}, // the other is a folder
+        {"plainTextPath='empty.txt'>", {}}, {"plainTextPath='mark.txt'>", {}},
+        {"plainTextPath='blank.txt'>", u" \r\n"_s}, {"plainTextPath='latin1.txt'>", u"ÐÅ"_s},
+        {"plainTextPath='utf16.txt'>", u"a"_s}, {"plainTextPath='none.txt'>", {}}, {">", {}}};
+    QByteArray sources;
+    QStringList expected;
+    for (const auto &[source, text] : rows) {
+        const QByteArray title = QByteArray::number(sources.size());
+        sources += "<TextSource name='" + title + "' " + source + passage("0", "1") + "</TextSource>";
+        if (!text.isNull())
+            expected.append(u"document "_s + QString::fromLatin1(title) + u": "_s + text);
+    }
+    const ImportSummary summary = import(archive.add("project.qde", project("<Code guid='a'/>", sources)));
+    EXPECT_EQ(lines(u"document"_s), sorted(expected));
+    EXPECT_EQ(summary, (ImportSummary{1, expected.size(), expected.size()}));
 }
 
-INSTANTIATE_TEST_SUITE_P(Sources, ImportedText,
-    testing::Values(TextCase{"content_beats_path", "plainTextPath='a.txt'><PlainTextContent>in</PlainTextContent>",
-                        {{"a.txt", "out"}}, u"in"_s},
-        TextCase{"empty_content_beats_path", "plainTextPath='a.txt'><PlainTextContent/>", {{"a.txt", "out"}}, {}},
-        TextCase{"content_in_pieces",
-            "><PlainTextContent>a&#13;<b>b</b><![CDATA[<c>]]><!-- x -->\r\nd</PlainTextContent>", {}, u"a\rb<c>\nd"_s},
-        TextCase{"internal", "plainTextPath='internal://a.txt'>", {{"sources/a.txt", "1"}, {"a.txt", "2"}}, u"1"_s},
-        TextCase{"internal_with_folder", "plainTextPath='internal://sources/a.txt'>", {{"sources/a.txt", "1"}}, u"1"_s},
-        TextCase{"internal_with_third_slash", "plainTextPath='internal:///a.txt'>", {{"sources/a.txt", "1"}}, u"1"_s},
-        TextCase{"relative_in_the_root", "plainTextPath='relative:///sources/a.txt'>", {{"a.txt", "2"}}, u"2"_s},
-        TextCase{"absolute", "plainTextPath='/etc/passwd'>", {{"a.txt", "1"}}, {}},
-        TextCase{"upwards", "plainTextPath='internal://../../../../../../../../etc/passwd'>", {{"a.txt", "1"}}, {}},
-        TextCase{"trailing_slash", "plainTextPath='x/a.txt/'>", {{"a.txt", "1"}}, u"1"_s},
-        TextCase{"other_case", "plainTextPath='internal://A.txt'>", {{"Sources/a.TXT", "1"}}, u"1"_s},
-        TextCase{"beyond_ascii", "plainTextPath='internal://研究 é.txt'>", {{"sources/研究 é.txt", "1"}}, u"1"_s},
-        TextCase{"escaped", "plainTextPath='internal://a%20%C3%A9.txt'>", {{"sources/a é.txt", "1"}}, u"1"_s},
-        TextCase{"literal_before_unescaped", "plainTextPath='internal://a%20b'>",
-            {{"sources/a b", "2"}, {"a%20b", "1"}}, u"1"_s},
-        TextCase{"escaped_way_upwards", "plainTextPath='internal://..%2F..%2Fproject.qde'>", {}, {}},
-        TextCase{"escaped_null", "plainTextPath='internal://a.txt%00b'>", {{"sources/a.txt", "1"}}, {}},
-        TextCase{
-            "folder_instead", "plainTextPath='internal://a.txt'>", {{"sources/a.txt/b", "1"}, {"a.txt", "2"}}, u"2"_s},
-        TextCase{"empty_file", "plainTextPath='a.txt'>", {{"sources/a.txt", ""}, {"a.txt", "2"}}, {}},
-        TextCase{"mark_alone", "plainTextPath='a.txt'>", {{"a.txt", "\xEF\xBB\xBF"}}, {}},
-        TextCase{"blanks_are_a_text", "plainTextPath='a.txt'>", {{"a.txt", " \r\n"}}, u" \r\n"_s},
-        TextCase{"utf8_with_mark", "plainTextPath='a.txt'>", {{"a.txt", "\xEF\xBB\xBFé\r\n"}}, u"é\r\n"_s},
-        TextCase{"utf16", "plainTextPath='a.txt'>", {{"a.txt", QByteArray("\xFE\xFF\0a\x4E\x2D", 6)}}, u"a中"_s},
-        TextCase{"utf16_with_half_a_pair", "plainTextPath='a.txt'>",
-            {{"a.txt", QByteArray("\xFF\xFE\x3D\xD8\x61\0", 6)}}, u"\uFFFDa"_s},
-        TextCase{
-            "null_character", "plainTextPath='a.txt'>", {{"a.txt", QByteArray("a\0b", 3)}}, u"a"_s + QChar(0) + u'b'}),
-    rowName);
-
-struct FailureCase {
-    const char *name;
-    QByteArray member;
-    QByteArray bytes;
-    QString message;
-};
-class FailedImport : public QdpxImport, public testing::WithParamInterface<FailureCase> { };
-
-TEST_P(FailedImport, TellsWhyAndAddsNothing)
+TEST_F(QdpxImport, TellsWhyItFailsAndAddsNothing)
 {
-    EXPECT_EQ(complaint(TestArchive().add(GetParam().member, GetParam().bytes)), GetParam().message);
-    EXPECT_TRUE(isEmpty());
-}
+    const QString notUsable = u"Not a usable REFI-QDA file: "_s;
+    const QByteArray longName(maxNameLength + 1, 'x');
+    const QString notFound = notUsable + u"project.qde was not found in the archive"_s;
+    const std::tuple<QByteArray, QByteArray, QString> rows[]{
+        {"project.qde", "<Project><CodeBook><Codes><Code name='a'/>", u"Premature end of the document"_s},
+        {"project.xml", "<Project/>", notFound}, {"project.qde/x", "<Project/>", notFound},
+        {"project.qde", "<CodeBook><Codes/></CodeBook>", notUsable + u"the root element is not <Project>"_s},
+        {"project.qde", project("<Code name='" + longName + "'/>"), notUsable + u"a name in it is too long"_s},
+        {"project.qde", project(QByteArray("<Code/>").repeated(200'001)),
+            notUsable + u"it holds more than a project can hold"_s}};
+    for (const auto &[member, bytes, message] : rows)
+        EXPECT_EQ(complaint(TestArchive().add(member, bytes)), message);
+    TestArchive repeated; // eight times fit beside the first, nine don't
+    repeated.add("a.txt", QByteArray(8'000'000, 'a'));
+    repeated.add("project.qde", project("", QByteArray("<TextSource plainTextPath='a.txt'/>").repeated(10)));
+    EXPECT_EQ(complaint(repeated), notUsable + u"it repeats more text than a project can hold"_s);
 
-INSTANTIATE_TEST_SUITE_P(Archives, FailedImport,
-    testing::Values(FailureCase{"cut_off", "project.qde", "<Project><CodeBook><Codes><Code name='a'/>",
-                        u"Premature end of the document"_s},
-        FailureCase{"no_document", "project.xml", "<Project/>",
-            u"Not a usable REFI-QDA file: project.qde was not found in the archive"_s},
-        FailureCase{"folder_instead_of_document", "project.qde/x", "<Project/>",
-            u"Not a usable REFI-QDA file: project.qde was not found in the archive"_s},
-        FailureCase{"name_of_a_megabyte", "project.qde",
-            "<Project><CodeBook><Codes><Code name='" + QByteArray(1'000'000, 'x') + "'/></Codes></CodeBook></Project>",
-            u"Not a usable REFI-QDA file: a name in it is too long"_s},
-        FailureCase{"more_codes_than_anybody_has", "project.qde",
-            "<Project><CodeBook><Codes>" + QByteArray("<Code/>").repeated(200'001) + "</Codes></CodeBook></Project>",
-            u"Not a usable REFI-QDA file: it holds more than a project can hold"_s},
-        FailureCase{"wrong_root", "project.qde", "<CodeBook><Codes><Code/></Codes></CodeBook>",
-            u"Not a usable REFI-QDA file: the root element is not <Project>"_s}),
-    rowName);
-
-TEST_F(QdpxImport, IsUndoneWhenTheDatabaseFailsAtTheLastCoding)
-{
     m_queue->write([](Database &database) {
         database.execute("ALTER TABLE coding ADD COLUMN room INTEGER CONSTRAINT no_room CHECK (length < 2)");
     });
-    const QByteArray document = project("<Code guid='a'/>",
-        coded(selection("0", "1", referenceTo("a")).repeated(2)) + coded(selection("0", "2", referenceTo("a"))));
-    EXPECT_TRUE(complaint(TestArchive().add("project.qde", document)).startsWith(u"CHECK constraint failed: no_room"));
-    EXPECT_TRUE(isEmpty());
+    const QByteArray tooLong = source(passage("0", "1").repeated(2)) + source(passage("0", "2"));
+    EXPECT_TRUE(complaint(TestArchive().add("project.qde", project("<Code guid='a'/>", tooLong)))
+                    .startsWith(u"CHECK constraint failed: no_room"));
+    EXPECT_EQ(linesOf(content()), QStringList());
 }
 
-TEST_F(QdpxImport, CanBeStoppedAmidCodesPassagesAndALongDocument)
+TEST_F(QdpxImport, CanBeStoppedAtAnyQuestion)
 {
-    const QByteArray codes = "<Code guid='a'/>" + QByteArray("<Code/>").repeated(2'500);
-    const QByteArray document =
-        project(codes, coded(selection("0", "1", referenceTo("a")).repeated(2'500) + QByteArray(1'000'000, ' ')));
-    AtomicFile::write(m_folder.path(u"study.qdpx"_s), TestArchive().add("project.qde", document).bytes());
-    /// Returns how many questions of that name were asked; `last`, from 1, is answered with no. While the archive is
-    /// unpacked, their number depends on the time that it takes.
-    const auto questions = [&](const QString &name, int last) {
-        int count = 0;
-        importQdpx(m_folder.path(u"study.qdpx"_s), *m_queue, m_projectID,
-            [&](const ImportStep &step) { return step.name != name || ++count != last; });
-        return count;
+    const QByteArray passages = passage("0", "1").repeated(2'500) + QByteArray(1'000'000, ' ');
+    const QByteArray document = project("<Code guid='a'/>" + QByteArray("<Code/>").repeated(2'500), source(passages));
+    const QString archive = write(u"study.qdpx"_s, TestArchive().add("project.qde", document).bytes());
+    // For each piece of the document, each thousand records, the source, and once more. While the archive is unpacked,
+    // how often is asked depends on the time that it takes.
+    const qsizetype questions = document.size() / (1 << 16) + 5 + 1 + 1;
+    for (qsizetype last = 1; last <= questions; ++last) {
+        qsizetype asked = 0;
+        const auto mayImport = [&](const ImportStep &) { return ++asked != last; };
+        EXPECT_THROW(importQdpx(archive, *m_queue, m_projectID, mayImport), ImportStopped) << last;
+        EXPECT_EQ(content().codes.size(), 0);
+    }
+}
+
+namespace {
+
+/// What the archive keeps of a text: what XML can't express becomes U+FFFD.
+QString expressible(QString text)
+{
+    text = replaceUnpairedSurrogates(text);
+    for (QChar &unit : text)
+        if ((unit < u' ' && !u"\t\n\r"_s.contains(unit)) || unit >= QChar(0xFFFE))
+            unit = QChar::ReplacementCharacter;
+    return text;
+}
+
+/// What an import should make of the exported project.
+ExportInput expectedFrom(ExportInput project)
+{
+    const auto makeExpressible = [](QString &name, std::optional<QString> &memo) {
+        name = expressible(name);
+        if (memo)
+            memo = expressible(*memo);
     };
-    EXPECT_GT(questions(u"study.qdpx"_s, 0), 15); // pieces of the document, and codes
-    const int passages = questions(u"T"_s, 0);
-    EXPECT_GE(passages, 3);
-    const qsizetype codesBefore = all<Code>().size();
-    for (int question = 1; question <= passages; ++question)
-        EXPECT_THROW(questions(u"T"_s, question), ImportStopped) << question;
-    for (int question = 1; question <= 15; ++question)
-        EXPECT_THROW(questions(u"study.qdpx"_s, question), ImportStopped) << question;
-    EXPECT_EQ(all<Code>().size(), codesBefore);
+    for (Code &code : project.codes)
+        makeExpressible(code.name, code.memo);
+    for (Document &document : project.documents) {
+        makeExpressible(document.title, document.memo);
+        document.text = replaceUnpairedSurrogates(document.text);
+    }
+    return project;
 }
 
-TEST_F(QdpxImport, ASmallArchiveCannotFillTheLibraryWithOneOfItsFiles)
+/// A text with everything that is hard to write as XML.
+QString hardText(NastyText &nasty, int pieces)
 {
-    constexpr int size = 8'000'000; // of which eight fit beside the first
-    TestArchive archive;
-    archive.add("a.txt", QByteArray(size, 'a'));
-    archive.add("project.qde", project("", QByteArray("<TextSource plainTextPath='a.txt'/>").repeated(10)));
-    EXPECT_EQ(complaint(archive), u"Not a usable REFI-QDA file: it repeats more text than a project can hold"_s);
-    EXPECT_TRUE(isEmpty());
+    QString text = nasty.next(pieces);
+    if (nasty.onceIn(50)) // pairs lie across every boundary that the writer and the reader have
+        text += u"x"_s.repeated(nasty.number(0, 3)) + u"\U0001F600\r\n中"_s.repeated(30'000);
+    for (const int unit : {0x03, 0x09, 0x0A, 0x0D, 0x22, 0x26, 0x3C, 0xD83D, 0xDE00, 0xFFFE})
+        if (nasty.onceIn(4))
+            text.insert(nasty.number(0, int(text.size())), QChar(unit));
+    return text;
+}
+
+ExportInput randomProject(unsigned seed)
+{
+    NastyText nasty(seed);
+    const auto memo = [&] { return nasty.onceIn(2) ? std::optional(u'm' + hardText(nasty, 8) + u'm') : std::nullopt; };
+    ExportInput input;
+    for (int number = nasty.number(1, 30); number > 0; --number) {
+        Code code;
+        code.id = QUuid::createUuid();
+        code.name = nasty.onceIn(100) ? QString(maxNameLength, u'"') : hardText(nasty, 4);
+        code.colorHex = u"#12AB3F"_s;
+        code.memo = memo();
+        if (const qsizetype level = input.codes.size() % 8; level > 0) // eight levels at most
+            code.parentID = input.codes[input.codes.size() - nasty.number(1, int(level))].id;
+        input.codes.append(code);
+    }
+    for (int number = nasty.number(0, 6); number > 0; --number) {
+        Document document;
+        document.id = QUuid::createUuid();
+        document.title = QString::number(number) + hardText(nasty, 5);
+        document.text = (nasty.onceIn(5) ? u'\uFEFF' : u't') + hardText(nasty, nasty.number(0, 60));
+        document.memo = memo();
+        input.documents.append(document);
+        for (int coded = nasty.number(0, 20); coded > 0; --coded) {
+            const Code &code = input.codes[nasty.number(0, int(input.codes.size()) - 1)];
+            const int start = nasty.number(0, int(document.text.size()) - 1);
+            input.codings.append({{}, QUuid::createUuid(), document.id, code.id, start,
+                nasty.number(1, int(document.text.size()) - start), QDateTime::currentDateTimeUtc()});
+        }
+    }
+    return input;
+}
+
+} // namespace
+
+TEST_F(QdpxImport, TakesWhatTheExportWrote)
+{
+    for (unsigned seed = 1; seed <= 25; ++seed) {
+        SCOPED_TRACE(seed);
+        const ExportInput input = randomProject(seed);
+        exportArchive(input, path(u"study.qdpx"_s));
+        m_queue = AppDatabase::makeFreshQueue();
+        const ImportSummary summary = importQdpx(path(u"study.qdpx"_s), *m_queue, m_projectID);
+        const ExportInput made = content();
+        EXPECT_EQ(linesOf(made), linesOf(expectedFrom(input)));
+        EXPECT_EQ(summary, (ImportSummary{made.codes.size(), made.documents.size(), made.codings.size()}));
+    }
 }

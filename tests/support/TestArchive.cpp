@@ -1,22 +1,16 @@
 #include "support/TestArchive.h"
 
+#include "platform/AtomicFile.h"
+
+#include <QDataStream>
 #include <QDir>
+#include <QFileInfo>
 
 #include <array>
-#include <concepts>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-template <std::integral Integer>
-QByteArray littleEndian(Integer value)
-{
-    QByteArray bytes;
-    for (size_t index = 0; index < sizeof value; ++index)
-        bytes.append(char(value >> index * 8 & 0xFF));
-    return bytes;
-}
 
 constexpr auto checksumSteps()
 {
@@ -49,21 +43,32 @@ QByteArray deflated(const QByteArray &bytes)
 TestArchive &TestArchive::add(const QByteArray &name, const QByteArray &bytes, quint32 mode)
 {
     const QByteArray data = bytes.isEmpty() ? bytes : deflated(bytes);
-    const QByteArray description = littleEndian(quint16(bytes.isEmpty() ? 0 : 8)) + littleEndian(quint32(0x5821'0000))
-        + littleEndian(checksum(bytes)) + littleEndian(quint32(data.size())) + littleEndian(quint32(bytes.size()))
-        + littleEndian(quint16(name.size()));
-    const auto flags = littleEndian(quint16(0x0800)); // names in UTF-8
-    m_directory += "PK\x01\x02" + littleEndian(quint16(0x031E)) + littleEndian(quint16(20)) + flags + description
-        + QByteArray(8, '\0') + littleEndian(quint32(mode << 16)) + littleEndian(quint32(m_members.size())) + name;
-    m_members += "PK\x03\x04" + littleEndian(quint16(20)) + flags + description + QByteArray(2, '\0') + name + data;
+    QByteArray description;
+    QDataStream fields(&description, QIODevice::WriteOnly);
+    fields.setByteOrder(QDataStream::LittleEndian);
+    constexpr quint16 namesInUtf8 = 0x0800;
+    constexpr quint32 moment = 0x5821'0000;
+    fields << quint16(20) << namesInUtf8 << quint16(bytes.isEmpty() ? 0 : 8) << moment << checksum(bytes)
+           << quint32(data.size()) << quint32(bytes.size()) << quint16(name.size()) << quint16(0);
+    QDataStream directory(&m_directory, QIODevice::Append);
+    directory.setByteOrder(QDataStream::LittleEndian);
+    directory.writeRawData("PK\x01\x02\x1E\x03", 6); // made by Unix, which has modes
+    directory.writeRawData(description.constData(), int(description.size()));
+    directory << quint16(0) << quint16(0) << quint16(0) << quint32(mode << 16) << quint32(m_members.size());
+    m_directory += name;
+    m_members += "PK\x03\x04" + description + name + data;
     ++m_count;
     return *this;
 }
 
 QByteArray TestArchive::bytes() const
 {
-    return m_members + m_directory + "PK\x05\x06" + QByteArray(4, '\0') + littleEndian(m_count) + littleEndian(m_count)
-        + littleEndian(quint32(m_directory.size())) + littleEndian(quint32(m_members.size())) + QByteArray(2, '\0');
+    QByteArray end;
+    QDataStream fields(&end, QIODevice::WriteOnly);
+    fields.setByteOrder(QDataStream::LittleEndian);
+    fields << quint32(0) << m_count << m_count << quint32(m_directory.size()) << quint32(m_members.size())
+           << quint16(0);
+    return m_members + m_directory + "PK\x05\x06" + end;
 }
 
 OwnTemporaryFolder::OwnTemporaryFolder() : m_before(qgetenv("TMPDIR"))
@@ -77,6 +82,13 @@ OwnTemporaryFolder::~OwnTemporaryFolder()
         qunsetenv("TMPDIR");
     else
         qputenv("TMPDIR", m_before);
+}
+
+QString OwnTemporaryFolder::write(const QString &name, QByteArrayView bytes) const
+{
+    QDir().mkpath(QFileInfo(path(name)).path());
+    AtomicFile::write(path(name), bytes);
+    return path(name);
 }
 
 bool OwnTemporaryFolder::hasLeftovers() const

@@ -8,10 +8,9 @@
 class TestArchive {
 public:
     static constexpr quint32 regularFile = 0100644;
-    static constexpr quint32 symbolicLink = 0120777; ///< its bytes are where it points to
-    static constexpr quint32 folder = 0040755;
+    static constexpr quint32 symbolicLink = 0120777; ///< its bytes are the target's path
 
-    /// `name` is written as it is; `mode` is what Unix has in a file's mode.
+    /// `mode` is a Unix file mode, with the type of file.
     TestArchive &add(const QByteArray &name, const QByteArray &bytes, quint32 mode = regularFile);
     [[nodiscard]] QByteArray bytes() const;
 
@@ -21,17 +20,19 @@ private:
     quint16 m_count = 0;
 };
 
-/// A temporary folder that is the system's one for its lifetime, to see what is left in it.
+/// A folder for a test's files, and another that is the system's temporary folder meanwhile, to see what is left in it.
 class OwnTemporaryFolder {
 public:
     OwnTemporaryFolder();
     ~OwnTemporaryFolder();
 
     [[nodiscard]] QString path(const QString &name) const { return m_files.filePath(name); }
+    /// Writes a file of the test, and the folders above it. Returns its path.
+    QString write(const QString &name, QByteArrayView bytes) const;
     [[nodiscard]] bool hasLeftovers() const;
 
 private:
-    QTemporaryDir m_files; ///< the test's own
+    QTemporaryDir m_files;
     QTemporaryDir m_temporary;
     QByteArray m_before;
 };
