@@ -1,8 +1,8 @@
 #include "exchange/ExcerptExporter.h"
 
+#include "exchange/RefiQdpx.h"
 #include "exchange/TextLines.h"
 #include "platform/LocaleText.h"
-#include "records/TextTrimming.h"
 
 #include <QDateTime>
 
@@ -16,11 +16,6 @@ qsizetype excerptCount(const QList<ExportCodeGroup> &groups)
     for (const ExportCodeGroup &group : groups)
         count += group.hits.size();
     return count;
-}
-
-QString trimmedMemo(const Code &code)
-{
-    return code.memo ? TextTrimming::trimmed(*code.memo).toString() : QString();
 }
 
 /// A report that is handed over in pieces while it is written.
@@ -78,8 +73,8 @@ void appendMarkdownHit(QString &report, const ExcerptHit &hit)
 void appendMarkdownHeading(QString &report, const ExportCodeGroup &group)
 {
     report += u"\n---\n\n## "_s + group.code.name + u" ("_s + QString::number(group.hits.size()) + u")\n\n"_s;
-    if (QString memo = trimmedMemo(group.code); !memo.isEmpty())
-        report += u"_Memo: "_s + memo.replace(u'\n', u' ') + u"_\n\n"_s;
+    if (std::optional<QString> memo = RefiQdpx::trimmedMemo(group.code.memo))
+        report += u"_Memo: "_s + memo->replace(u'\n', u' ') + u"_\n\n"_s;
 }
 
 void appendHead(QString &report, const QString &projectName)
@@ -118,8 +113,8 @@ void appendHtmlHeading(QString &report, const ExportCodeGroup &group)
     report += u"<section>\n<h2><span class=\"dot\" style=\"background:"_s + group.code.colorHex.toHtmlEscaped()
         + u"\"></span>"_s + group.code.name.toHtmlEscaped() + u" <span class=\"count\">"_s
         + QString::number(group.hits.size()) + u"</span></h2>\n"_s;
-    if (const QString memo = trimmedMemo(group.code); !memo.isEmpty())
-        report += u"<p class=\"memo\">"_s + memo.toHtmlEscaped() + u"</p>\n"_s;
+    if (const std::optional<QString> memo = RefiQdpx::trimmedMemo(group.code.memo))
+        report += u"<p class=\"memo\">"_s + memo->toHtmlEscaped() + u"</p>\n"_s;
 }
 
 } // namespace

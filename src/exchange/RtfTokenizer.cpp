@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <limits>
+#include <system_error>
 
 namespace {
 
@@ -28,11 +29,6 @@ ByteKind kindOf(char byte)
 constexpr bool isLetter(char byte)
 {
     return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
-}
-
-constexpr bool isDigit(char byte)
-{
-    return byte >= '0' && byte <= '9';
 }
 
 } // namespace
@@ -103,16 +99,15 @@ RtfToken RtfTokenizer::controlWord()
 
 std::optional<qint32> RtfTokenizer::parameter()
 {
-    const bool isNegative = m_end - m_position >= 2 && m_position[0] == '-' && isDigit(m_position[1]);
-    if (isNegative)
-        ++m_position;
-    if (m_position == m_end || !isDigit(*m_position))
+    qint32 number = 0;
+    const auto [end, error] = std::from_chars(m_position, m_end, number);
+    if (error == std::errc::invalid_argument) // no digits
         return {};
-    constexpr qint64 limit = std::numeric_limits<qint32>::max();
-    qint64 number = 0;
-    for (; m_position != m_end && isDigit(*m_position); ++m_position)
-        number = std::min(limit, number * 10 + (*m_position - '0'));
-    return qint32(isNegative ? -number : number);
+    using Limits = std::numeric_limits<qint32>;
+    if (error == std::errc::result_out_of_range)
+        number = *m_position == '-' ? Limits::min() : Limits::max();
+    m_position = end;
+    return number;
 }
 
 RtfToken RtfTokenizer::hexByte()

@@ -93,17 +93,9 @@ struct Reference {
     std::optional<char32_t> scalar = U'&'; ///< absent if the reference disappears
 };
 
-constexpr char32_t endOfUnicode = 0x110000;
-
-std::optional<char32_t> digitOf(char16_t unit)
+bool isHexDigit(QChar unit)
 {
-    if (unit >= u'0' && unit <= u'9')
-        return unit - u'0';
-    if (unit >= u'A' && unit <= u'F')
-        return unit - u'A' + 10;
-    if (unit >= u'a' && unit <= u'f')
-        return unit - u'a' + 10;
-    return {};
+    return (unit >= u'0' && unit <= u'9') || (unit >= u'A' && unit <= u'F') || (unit >= u'a' && unit <= u'f');
 }
 
 /// `rest` is what follows a '&'.
@@ -112,21 +104,13 @@ Reference numericReference(QStringView rest)
     if (!rest.startsWith(u'#'))
         return {};
     const bool isHexadecimal = isAt(rest, 1, u"x");
-    const char32_t radix = isHexadecimal ? 16 : 10;
     const qsizetype firstDigit = isHexadecimal ? 2 : 1;
-    qsizetype end = firstDigit;
-    bool isNumber = true;
-    char32_t value = 0;
-    for (; end < rest.size(); ++end) {
-        const std::optional<char32_t> digit = digitOf(rest[end].unicode());
-        if (!digit)
-            break;
-        isNumber = isNumber && *digit < radix;
-        value = std::min<char32_t>(value * radix + *digit, endOfUnicode);
-    }
+    const qsizetype end = std::find_if_not(rest.begin() + firstDigit, rest.end(), isHexDigit) - rest.begin();
     if (end == firstDigit || !isAt(rest, end, u";"))
         return {};
-    const bool isScalar = isNumber && value < endOfUnicode && !QChar::isSurrogate(value);
+    bool isNumber = false; // else it is too large, or decimal with other digits
+    const char32_t value = rest.sliced(firstDigit, end - firstDigit).toUInt(&isNumber, isHexadecimal ? 16 : 10);
+    const bool isScalar = isNumber && value <= QChar::LastValidCodePoint && !QChar::isSurrogate(value);
     return {end + 1, isScalar ? std::optional(value) : std::nullopt};
 }
 

@@ -69,12 +69,6 @@ int lockedFolder(const QString &path)
     return -1;
 }
 
-void closeIfOpen(int descriptor)
-{
-    if (descriptor >= 0)
-        ::close(descriptor);
-}
-
 } // namespace
 
 StagingFolder::StagingFolder(const QString &prefix)
@@ -91,7 +85,8 @@ StagingFolder::~StagingFolder()
     fs::remove_all(folder, error);
     if (error)
         removeStubbornly(folder);
-    closeIfOpen(m_lock);
+    if (m_lock >= 0)
+        ::close(m_lock);
 }
 
 void StagingFolder::makeFolder(const QString &relative) const
@@ -112,8 +107,9 @@ void StagingFolder::removeAbandoned(const QString &prefix)
         if (folder.lastModified().secsTo(now) < minAge)
             continue;
         const int lock = lockedFolder(folder.absoluteFilePath());
-        if (lock >= 0)
-            removeStubbornly(fs::path(QFile::encodeName(folder.absoluteFilePath()).toStdString()));
-        closeIfOpen(lock);
+        if (lock < 0)
+            continue;
+        removeStubbornly(fs::path(QFile::encodeName(folder.absoluteFilePath()).toStdString()));
+        ::close(lock);
     }
 }
