@@ -23,10 +23,7 @@ using namespace DocumentImporter;
 
 namespace {
 
-QString fixture(const QString &name)
-{
-    return QStringLiteral(VORN_FIXTURES "/") + name;
-}
+const QString fixtures = QStringLiteral(VORN_FIXTURES "/");
 
 class DocumentImport : public testing::Test, protected OwnTemporaryFolder {
 protected:
@@ -45,29 +42,29 @@ TEST_F(DocumentImport, TriesTheEncodingsInOrderAndTakesTheExtensionForTheKind)
         EXPECT_EQ(extract(write(u"a.txt"_s, bytes)).text, text);
     const QList<std::pair<QString, QString>> kinds{{u"notes.TXT"_s, u"txt"_s}, {u"report.final.md"_s, u"md"_s},
         {u"story.Markdown"_s, u"markdown"_s}, {u"noextension"_s, u"txt"_s}, {u".hidden"_s, u"txt"_s},
-        {u"dot."_s, u"txt"_s}, {u"folder.pdf/plain"_s, u"txt"_s}, {u"table.csv"_s, u"csv"_s}};
+        {u"dot."_s, u"txt"_s}, {u"folder.pdf/plain"_s, u"txt"_s}, {u"table.csv"_s, u"csv"_s},
+        {u"rich.RTFD"_s, u"rtf"_s}};
     for (const auto &[name, kind] : kinds)
-        EXPECT_EQ(extract(write(name, "a")).sourceKind, kind) << name.toStdString();
-    EXPECT_EQ(extract(write(u"rich.RTFD"_s, "{\\rtf1 a}")).sourceKind, u"rtf"_s);
+        EXPECT_EQ(extract(write(name, "{\\rtf1 a}")).sourceKind, kind) << name.toStdString();
 }
 
 TEST_F(DocumentImport, ReadsDocumentsOfOtherPrograms)
 {
-    EXPECT_EQ(extract(fixture(u"interview.docx"_s)).text,
+    EXPECT_EQ(extract(fixtures + u"interview.docx"_s).text,
         u"Interview with Zoë\nTrust & doubt\nShe said “I trusted them” in a café, naïvely.\n"
         "Then she laughed \U0001F600 and wrote 信任 on the board.\n1 < 2 && 3 > 2 same paragraph after a tab\n\n"
         "Code\nTimes\nTrust\n12\nAfter the table.\nA second page."_s);
     for (const QString &kind : {u"rtf"_s, u"pdf"_s, u"docx"_s}) {
-        const auto [text, sourceKind] = extract(fixture(u"interview."_s + kind));
+        const auto [text, sourceKind] = extract(fixtures + u"interview."_s + kind);
         EXPECT_EQ(sourceKind, kind);
         EXPECT_TRUE(text.startsWith(u"Interview with Zoë\n")); // a heading without a number
         EXPECT_TRUE(text.contains(u"laughed \U0001F600 and wrote 信任 on the board."));
         EXPECT_TRUE(text.trimmed().endsWith(u"\nA second page.")) << kind.toStdString();
     }
-    EXPECT_EQ(readPDF(fixture(u"blank-pages.pdf"_s)), u"First page.\n\nFourth page."_s);
+    EXPECT_EQ(readPDF(fixtures + u"blank-pages.pdf"_s), u"First page.\n\nFourth page."_s);
     const QRegularExpression byColumn(u"two columns.*Left alpha.*first.*Left hotel.*Right alpha.*second.*Right hotel"_s,
         QRegularExpression::DotMatchesEverythingOption);
-    EXPECT_TRUE(readPDF(fixture(u"two-columns.pdf"_s)).contains(byColumn));
+    EXPECT_TRUE(readPDF(fixtures + u"two-columns.pdf"_s).contains(byColumn));
 }
 
 TEST_F(DocumentImport, TellsWhatIsWrongAndPrintsNothing)
@@ -75,12 +72,13 @@ TEST_F(DocumentImport, TellsWhatIsWrongAndPrintsNothing)
     const auto complaintOn = [](const QString &path) { return complaintAbout([&] { (void)extract(path); }); };
     testing::internal::CaptureStderr();
     testing::internal::CaptureStdout();
-    EXPECT_EQ(complaintOn(fixture(u"scan.pdf"_s)),
+    EXPECT_EQ(complaintOn(fixtures + u"scan.pdf"_s),
         u"No text layer found in scan.pdf — it looks like a scanned PDF. OCR isn't supported yet."_s);
     const QByteArray archive = AtomicFile::readFile(writeDocx(u"whole.docx"_s, "<w:t>a</w:t>"));
-    QDir().mkpath(path(u"folder.docx"_s));
-    for (const QString &wrong : {fixture(u"locked.pdf"_s), write(u"broken.pdf"_s, "%PDF-1.4\njunk"),
-             write(u"cut.pdf"_s, AtomicFile::readFile(fixture(u"scan.pdf"_s)).first(700)), path(u"missing.pdf"_s),
+    for (const QString &folder : {u"folder.docx"_s, u"bundle.rtfd"_s, u"folder.txt"_s})
+        QDir().mkpath(path(folder));
+    for (const QString &wrong : {fixtures + u"locked.pdf"_s, write(u"broken.pdf"_s, "%PDF-1.4\njunk"),
+             write(u"cut.pdf"_s, AtomicFile::readFile(fixtures + u"scan.pdf"_s).first(700)), path(u"missing.pdf"_s),
              write(u"plain %1.rtf"_s, "no rich text"), write(u"empty.rtf"_s, "{\\rtf1}"),
              writeDocx(u"latin.docx"_s, "<w:t>caf\xE9</w:t>"), writeDocx(u"cut.docx"_s, "<w:t>caf</w:t>\xC3"),
              write(u"half.docx"_s, archive.first(archive.size() / 2)), write(u"text.docx"_s, "a"),
@@ -93,8 +91,6 @@ TEST_F(DocumentImport, TellsWhatIsWrongAndPrintsNothing)
     EXPECT_EQ(readDocx(writeDocx(u"mark.docx"_s, "\xEF\xBB\xBF<?xml?><w:t>a</w:t>")), u"a"_s);
     EXPECT_EQ(readDocx(writeDocx(u"empty.docx"_s, {})), QString());
 
-    for (const QString &folder : {u"bundle.rtfd"_s, u"folder.txt"_s})
-        QDir().mkpath(path(folder));
     for (const QString &name : {u"bundle.rtfd"_s, u"folder.txt"_s, u"missing.txt"_s, u"missing.rtf"_s})
         EXPECT_THROW((void)extract(path(name)), FileError) << name.toStdString();
     for (const QString &name : {u"pipe.txt"_s, u"pipe.rtf"_s, u"pipe.docx"_s, u"pipe.pdf"_s}) { // could block for ever
@@ -106,9 +102,8 @@ TEST_F(DocumentImport, TellsWhatIsWrongAndPrintsNothing)
 TEST_F(DocumentImport, CanBeStopped)
 {
     const auto never = [] { return false; };
-    EXPECT_THROW((void)extract(fixture(u"interview.pdf"_s), never), ImportStopped);
-    const QString archive = writeDocx(u"long.docx"_s, QByteArray(20'000'000, 'x'));
-    EXPECT_THROW((void)extract(archive, never), ImportStopped);
+    EXPECT_THROW((void)extract(fixtures + u"interview.pdf"_s, never), ImportStopped);
+    EXPECT_THROW((void)extract(writeDocx(u"long.docx"_s, QByteArray(20'000'000, 'x')), never), ImportStopped);
 }
 
 TEST(WordText, AgreesWithThePlainVersion)
@@ -139,8 +134,7 @@ TEST(WordText, TakesLinearTime)
     constexpr int times = 1'000'000;
     EXPECT_EQ(WordText::plainText(QString(times, u'<')).size(), times);
     EXPECT_EQ(WordText::plainText(u"<a "_s + u"<w:br/>"_s.repeated(times) + u'b'), u"<a b"_s);
-    EXPECT_EQ(WordText::plainText(u"<>"_s.repeated(times)).size(), 2 * times);
-    EXPECT_EQ(WordText::plainText(u"&#"_s.repeated(times)).size(), 2 * times);
+    EXPECT_EQ(WordText::plainText(u"<>&#"_s.repeated(times)).size(), 4 * times);
     EXPECT_EQ(WordText::plainText(u"&#x"_s + QString(times, u'1')).size(), times + 3);
     EXPECT_EQ(WordText::plainText(u"a"_s + u"\r\n "_s.repeated(times) + u'b').size(), 3 * times + 2);
     EXPECT_EQ(WordText::plainText(u"a"_s + u" \n\t"_s.repeated(times) + u'b'), u"a\n\nb"_s);

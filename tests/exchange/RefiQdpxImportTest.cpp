@@ -22,20 +22,31 @@ QStringList sorted(QStringList lines)
     return lines;
 }
 
-/// One line per record, with names in place of identifiers: "code /parent/name #colour memo", "document title: text
-/// memo", "passage title/parent/name start+length". Sorted; the project itself isn't among them.
+/// What an archive keeps of a name or memo: what XML can't express becomes U+FFFD.
+QString expressible(QString text)
+{
+    text = replaceUnpairedSurrogates(text);
+    for (QChar &unit : text)
+        if ((unit < u' ' && !u"\t\n\r"_s.contains(unit)) || unit >= QChar(0xFFFE))
+            unit = QChar::ReplacementCharacter;
+    return text;
+}
+
+/// One line per record, with names in place of identifiers, as an archive keeps them: "code /parent/name #colour memo",
+/// "document title: text memo", "passage title/parent/name start+length". Sorted; the project itself isn't among them.
 QStringList linesOf(const ExportInput &content)
 {
-    const auto memo = [](const auto &record) { return record.memo ? u' ' + *record.memo : QString(); };
+    const auto memo = [](const auto &record) { return record.memo ? u' ' + expressible(*record.memo) : QString(); };
     QHash<QUuid, QString> names;
     QStringList lines;
     for (const Code &code : content.codes) { // parents come first
-        names[code.id] = (code.parentID ? names.value(*code.parentID) : QString()) + u'/' + code.name;
+        names[code.id] = (code.parentID ? names.value(*code.parentID) : QString()) + u'/' + expressible(code.name);
         lines.append(u"code "_s + names[code.id] + u' ' + code.colorHex + memo(code));
     }
     for (const Document &document : content.documents) {
-        names[document.id] = document.title;
-        lines.append(u"document "_s + document.title + u": "_s + document.text + memo(document));
+        names[document.id] = expressible(document.title);
+        lines.append(
+            u"document "_s + names[document.id] + u": "_s + replaceUnpairedSurrogates(document.text) + memo(document));
     }
     for (const Coding &coding : content.codings)
         lines.append(u"passage "_s + names.value(coding.documentID) + names.value(coding.codeID) + u' '
@@ -52,15 +63,7 @@ protected:
     {
         return importQdpx(write(u"study.qdpx"_s, archive.bytes()), *m_queue, m_projectID);
     }
-    ImportSummary import(const QByteArray &document) const
-    {
-        return import(TestArchive().add("project.qde", document));
-    }
-    /// What the import fails with, or "" if it doesn't.
-    QString complaint(const TestArchive &archive) const
-    {
-        return complaintAbout([&] { import(archive); });
-    }
+    ImportSummary import(const QByteArray &xml) const { return import(TestArchive().add("project.qde", xml)); }
     [[nodiscard]] ExportInput content() const
     {
         return m_queue->read([](Database &database) -> ExportInput {
@@ -68,10 +71,13 @@ protected:
                 Coding::all().fetchAll(database)};
         });
     }
-    [[nodiscard]] QStringList lines(const QString &kind) const
+    /// The lines that begin so, without the beginning.
+    [[nodiscard]] QStringList lines(const QString &beginning) const
     {
-        QStringList lines = linesOf(content());
-        lines.removeIf([&](const QString &line) { return !line.startsWith(kind); });
+        QStringList lines;
+        for (const QString &line : linesOf(content()))
+            if (line.startsWith(beginning))
+                lines.append(line.sliced(beginning.size()));
         return lines;
     }
 
@@ -108,8 +114,8 @@ QByteArray passage(const QByteArray &start, const QByteArray &end, const QByteAr
 TEST_F(QdpxImport, MakesNewRecordsOfTheFirstPartOfEachKind)
 {
     const QDateTime before = QDateTime::currentDateTimeUtc().addMSecs(-1);
-    const QByteArray talk = "<TextSource name='Talk'><Description> m </Description><PlainTextContent>It's me \U0001F600"
-                            "</PlainTextContent>"
+    const QByteArray talk =
+        "<TextSource name='Talk'><Description> m </Description><PlainTextContent>It's \U0001F600</PlainTextContent>"
         + passage("1", "4") + "</TextSource>";
     const QByteArray codes = "<Codes><Code guid='A' name='Trust' color='12ab3f'/></Codes>";
     const QByteArray wrong = "<Codes><Code guid='A' name='wrong'/></Codes>";
@@ -121,12 +127,10 @@ TEST_F(QdpxImport, MakesNewRecordsOfTheFirstPartOfEachKind)
     EXPECT_EQ(import(document), (ImportSummary{1, 1, 1})); // twice makes everything twice
     const ExportInput made = content();
     EXPECT_EQ(linesOf(made),
-        QStringList(2, u"code /Trust #12AB3F"_s) + QStringList(2, u"document Talk: It's me \U0001F600 m"_s)
+        QStringList(2, u"code /Trust #12AB3F"_s) + QStringList(2, u"document Talk: It's \U0001F600 m"_s)
             + QStringList(2, u"passage Talk/Trust 1+3"_s));
     const Document &second = made.documents[1];
-    EXPECT_EQ(second.sourceKind, u"qdpx"_s);
-    EXPECT_EQ(second.wordCount, 3);
-    EXPECT_EQ(second.charCount, 9);
+    EXPECT_TRUE(second.sourceKind == u"qdpx" && second.wordCount == 2 && second.charCount == 6);
     EXPECT_TRUE(second.projectID == m_projectID && made.codes[1].projectID == m_projectID);
     const QDateTime after = QDateTime::currentDateTimeUtc();
     for (const QDateTime &moment : {second.addedAt, made.codes[1].createdAt, made.codings[1].createdAt})
@@ -150,11 +154,10 @@ TEST_F(QdpxImport, TakesTheCodesOfTheDocument)
     QStringList expected;
     for (const auto &[code, lines] : rows) {
         codes += code;
-        for (const QString &line : lines)
-            expected.append(u"code /"_s + line);
+        expected += lines;
     }
     EXPECT_EQ(import(project(codes)).codes, expected.size());
-    EXPECT_EQ(lines(u"code"_s), sorted(expected));
+    EXPECT_EQ(lines(u"code /"_s), sorted(expected));
 }
 
 TEST_F(QdpxImport, TakesThePassagesThatLieInTheTextAndHaveACode)
@@ -175,12 +178,12 @@ TEST_F(QdpxImport, TakesThePassagesThatLieInTheTextAndHaveACode)
     for (const auto &[selection, line] : rows) {
         passages += selection;
         if (!line.isNull())
-            expected.append(u"passage T/"_s + line);
+            expected.append(line);
     }
     for (const char *number : {"", " 2", "2 ", "+-2", "+", "abc", "2.0", "0x2", "２", "-9223372036854775809"})
         passages += passage(number, "4") + passage("-9", number);
     EXPECT_EQ(import(project(codes, source(passages))), (ImportSummary{5, 1, expected.size()}));
-    EXPECT_EQ(lines(u"passage"_s), sorted(expected));
+    EXPECT_EQ(lines(u"passage T/"_s), sorted(expected));
 }
 
 TEST_F(QdpxImport, FindsTheTextOrPassesOverTheSource)
@@ -212,23 +215,24 @@ TEST_F(QdpxImport, FindsTheTextOrPassesOverTheSource)
         const QByteArray title = QByteArray::number(sources.size());
         sources += "<TextSource name='" + title + "' " + source + passage("0", "1") + "</TextSource>";
         if (!text.isNull())
-            expected.append(u"document "_s + QString::fromLatin1(title) + u": "_s + text);
+            expected.append(QString::fromLatin1(title) + u": "_s + text);
     }
     const ImportSummary summary = import(archive.add("project.qde", project("<Code guid='a'/>", sources)));
-    EXPECT_EQ(lines(u"document"_s), sorted(expected));
+    EXPECT_EQ(lines(u"document "_s), sorted(expected));
     EXPECT_EQ(summary, (ImportSummary{1, expected.size(), expected.size()}));
 }
 
 TEST_F(QdpxImport, TellsWhyItFailsAndAddsNothing)
 {
+    const auto complaint = [&](const TestArchive &archive) { return complaintAbout([&] { import(archive); }); };
     const QString notUsable = u"Not a usable REFI-QDA file: "_s;
-    const QByteArray longName(maxNameLength + 1, 'x');
     const QString notFound = notUsable + u"project.qde was not found in the archive"_s;
     const std::tuple<QByteArray, QByteArray, QString> rows[]{
         {"project.qde", "<Project><CodeBook><Codes><Code name='a'/>", u"Premature end of the document"_s},
         {"project.xml", "<Project/>", notFound}, {"project.qde/x", "<Project/>", notFound},
         {"project.qde", "<CodeBook><Codes/></CodeBook>", notUsable + u"the root element is not <Project>"_s},
-        {"project.qde", project("<Code name='" + longName + "'/>"), notUsable + u"a name in it is too long"_s},
+        {"project.qde", project("<Code name='" + QByteArray(maxNameLength + 1, 'x') + "'/>"),
+            notUsable + u"a name in it is too long"_s},
         {"project.qde", project(QByteArray("<Code/>").repeated(200'001)),
             notUsable + u"it holds more than a project can hold"_s}};
     for (const auto &[member, bytes, message] : rows)
@@ -265,40 +269,13 @@ TEST_F(QdpxImport, CanBeStoppedAtAnyQuestion)
 
 namespace {
 
-/// What the archive keeps of a text: what XML can't express becomes U+FFFD.
-QString expressible(QString text)
-{
-    text = replaceUnpairedSurrogates(text);
-    for (QChar &unit : text)
-        if ((unit < u' ' && !u"\t\n\r"_s.contains(unit)) || unit >= QChar(0xFFFE))
-            unit = QChar::ReplacementCharacter;
-    return text;
-}
-
-/// What an import should make of the exported project.
-ExportInput expectedFrom(ExportInput project)
-{
-    const auto makeExpressible = [](QString &name, std::optional<QString> &memo) {
-        name = expressible(name);
-        if (memo)
-            memo = expressible(*memo);
-    };
-    for (Code &code : project.codes)
-        makeExpressible(code.name, code.memo);
-    for (Document &document : project.documents) {
-        makeExpressible(document.title, document.memo);
-        document.text = replaceUnpairedSurrogates(document.text);
-    }
-    return project;
-}
-
 /// A text with everything that is hard to write as XML.
 QString hardText(NastyText &nasty, int pieces)
 {
     QString text = nasty.next(pieces);
     if (nasty.onceIn(50)) // pairs lie across every boundary that the writer and the reader have
         text += u"x"_s.repeated(nasty.number(0, 3)) + u"\U0001F600\r\n中"_s.repeated(30'000);
-    for (const int unit : {0x03, 0x09, 0x0A, 0x0D, 0x22, 0x26, 0x3C, 0xD83D, 0xDE00, 0xFFFE})
+    for (const int unit : {0x03, 0x09, 0x0A, 0x0D, 0x22, 0x26, 0x3C, 0x0FFF, 0xD83D, 0xDE00, 0xFFFE, 0xFFFF})
         if (nasty.onceIn(4))
             text.insert(nasty.number(0, int(text.size())), QChar(unit));
     return text;
@@ -347,7 +324,7 @@ TEST_F(QdpxImport, TakesWhatTheExportWrote)
         m_queue = AppDatabase::makeFreshQueue();
         const ImportSummary summary = importQdpx(path(u"study.qdpx"_s), *m_queue, m_projectID);
         const ExportInput made = content();
-        EXPECT_EQ(linesOf(made), linesOf(expectedFrom(input)));
+        EXPECT_EQ(linesOf(made), linesOf(input));
         EXPECT_EQ(summary, (ImportSummary{made.codes.size(), made.documents.size(), made.codings.size()}));
     }
 }

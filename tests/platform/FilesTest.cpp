@@ -2,6 +2,7 @@
 #include "platform/LocalizedError.h"
 #include "platform/StagingFolder.h"
 #include "support/FailingDisk.h"
+#include "support/TestArchive.h"
 
 #include <QDir>
 #include <QFile>
@@ -12,8 +13,6 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
@@ -82,10 +81,13 @@ TEST(StagingFolder, IsPrivateAndGoesWithWhateverIsInIt)
     AtomicFile::write(elsewhere.filePath(u"kept.txt"_s), "kept");
     QString path;
     {
+        const mode_t before = ::umask(0777);
         const StagingFolder staging(u"vorn-test-"_s);
+        ::umask(before);
         path = staging.path();
-        EXPECT_EQ(
-            QFile::permissions(path) & (QFile::ReadGroup | QFile::ReadOther | QFile::ExeOther), QFile::Permissions());
+        struct stat status { };
+        ASSERT_EQ(::stat(QFile::encodeName(path).constData(), &status), 0);
+        EXPECT_EQ(status.st_mode & 0777U, 0700U);
         staging.makeFolder(u"closed/inner"_s);
         AtomicFile::write(staging.path(u"closed/inner/file"_s), "text");
         QFile::link(elsewhere.path(), staging.path(u"closed/link"_s));
@@ -98,58 +100,37 @@ TEST(StagingFolder, IsPrivateAndGoesWithWhateverIsInIt)
 
 namespace {
 
-/// The folder of a process that ended without any chance to remove it, as if `age` seconds ago.
-QString abandonedFolder(qint64 age)
+/// A folder as a killed process leaves it, last changed `age` seconds ago.
+QString abandonedFolder(const QString &name, qint64 age)
 {
-    int ends[2];
-    if (::pipe(ends) != 0)
-        return {};
-    const pid_t process = ::fork();
-    if (process == 0) {
-        const StagingFolder staging(u"vorn-test-"_s);
-        staging.makeFolder(u"sources"_s);
-        AtomicFile::write(staging.path(u"sources/interview.txt"_s), "text");
-        QFile::setPermissions(staging.path(u"sources"_s), QFile::Permissions());
-        const QByteArray path = QFile::encodeName(staging.path());
-        const bool isTold = ::write(ends[1], path.constData(), size_t(path.size())) == path.size();
-        ::_exit(isTold ? 0 : 1);
-    }
-    int status = 0;
-    ::waitpid(process, &status, 0);
-    QByteArray path(4'096, '\0');
-    path.resize(::read(ends[0], path.data(), size_t(path.size())));
-    ::close(ends[0]);
-    ::close(ends[1]);
+    const QString path = QDir::tempPath() + u'/' + name;
+    QDir().mkpath(path + u"/sources"_s);
+    AtomicFile::write(path + u"/sources/interview.txt"_s, "text");
+    QFile::setPermissions(path + u"/sources"_s, QFile::Permissions());
     const timespec then{.tv_sec = ::time(nullptr) - age, .tv_nsec = 0};
     const timespec times[] = {then, then};
-    ::utimensat(AT_FDCWD, path.constData(), times, 0);
-    return QFile::decodeName(path);
+    ::utimensat(AT_FDCWD, QFile::encodeName(path).constData(), times, 0);
+    return path;
 }
 
 } // namespace
 
 TEST(StagingFolder, IsRemovedLaterWhenItsProcessWasKilled)
 {
-    const QTemporaryDir temporary;
-    const QByteArray before = qgetenv("TMPDIR");
-    qputenv("TMPDIR", QFile::encodeName(temporary.path()));
-    const QString old = abandonedFolder(3'600);
-    const QString young = abandonedFolder(10); // its process may be about to lock it
+    const OwnTemporaryFolder elsewhere;
+    const QString old = abandonedFolder(u"vorn-test-old"_s, 3'600);
+    const QString young = abandonedFolder(u"vorn-test-young"_s, 10); // its process may be about to lock it
+    const QString other = abandonedFolder(u"other"_s, 3'600);
     const StagingFolder living(u"vorn-test-"_s);
     const timespec longAgo[] = {{}, {}};
     ASSERT_EQ(::utimensat(AT_FDCWD, QFile::encodeName(living.path()).constData(), longAgo, 0), 0);
-    const QString link = temporary.filePath(u"vorn-test-link"_s);
-    const QTemporaryDir elsewhere;
-    QFile::link(elsewhere.path(), link);
-    ASSERT_TRUE(QFileInfo(old).isDir());
-    ASSERT_TRUE(QFileInfo(young).isDir());
+    const QString link = QDir::tempPath() + u"/vorn-test-link"_s;
+    QFile::link(elsewhere.path({}), link);
 
     StagingFolder::removeAbandoned(u"vorn-test-"_s);
     EXPECT_FALSE(QFileInfo::exists(old));
-    EXPECT_TRUE(QFileInfo::exists(young));
-    EXPECT_TRUE(QFileInfo::exists(living.path()));
-    EXPECT_TRUE(QFileInfo::exists(elsewhere.path()));
-    EXPECT_TRUE(QFileInfo(link).isSymLink());
-    QFile::setPermissions(young + u"/sources"_s, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    qputenv("TMPDIR", before);
+    for (const QString &kept : {young, other, living.path(), elsewhere.path({}), link})
+        EXPECT_TRUE(QFileInfo::exists(kept)) << kept.toStdString();
+    for (const QString &closed : {young, other})
+        QFile::setPermissions(closed + u"/sources"_s, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }

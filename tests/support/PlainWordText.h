@@ -2,8 +2,8 @@
 
 #include <QString>
 
-/// The text of a Word part step by step, each over the whole text: slow, and plain enough to be believed. Takes only
-/// valid UTF-16, as regular expressions do.
+/// The plain version of WordText: one replacement after the other over the whole text, slow but easy to check. Takes
+/// only valid UTF-16, as regular expressions do.
 namespace PlainWordText {
 [[nodiscard]] QString plainText(const QString &wordXML);
 [[nodiscard]] QString decodeNumericEntities(const QString &text);
