@@ -1,12 +1,11 @@
 #pragma once
 
-#include "library/PassageTrimming.h"
 #include "records/AppDatabase.h"
 #include "records/CodePalette.h"
+#include "records/TextTrimming.h"
 #include "records/database/Request.h"
 #include "support/NastyText.h"
 #include "support/PlainAnalysis.h"
-#include "support/Printing.h"
 #include "support/TestLibrary.h"
 
 #include <QTemporaryDir>
@@ -27,13 +26,25 @@ void removeWhere(QList<R> &records, Value R::*member, const Value &value)
     records.removeIf([&](const R &record) { return record.*member == value; });
 }
 
-/// With U+FFFD for each half of a pair that stands alone.
+/// With U+FFFD for each unpaired surrogate.
 inline QString wellFormed(const QString &text)
 {
     QString result;
     for (const uint character : text.toUcs4())
         result += QChar::fromUcs4(character);
     return result;
+}
+
+/// From the first to the last unit in the range that is no blank; of length 0 without one.
+inline TextRange plainPassage(const QString &text, const TextRange &range)
+{
+    QList<qint64> kept;
+    for (qint64 at = 0; at < text.size(); ++at) {
+        const bool isIn = range.length > 0 && range.location <= at && range.location > at - range.length;
+        if (isIn && !TextTrimming::trimmed(text.mid(at, 1)).isEmpty())
+            kept.append(at);
+    }
+    return kept.isEmpty() ? TextRange{} : TextRange{kept.first(), kept.last() - kept.first() + 1};
 }
 
 /// Whether the way up from the code leads to `above`.
@@ -65,13 +76,12 @@ public:
     void step()
     {
         using Operation = void (ModelledLibrary::*)();
-        static constexpr Operation operations[]{&ModelledLibrary::lockOrUnlock, &ModelledLibrary::createProject,
-            &ModelledLibrary::selectProject, &ModelledLibrary::renameProject, &ModelledLibrary::paste,
-            &ModelledLibrary::renameDocument, &ModelledLibrary::deleteDocument,
-            &ModelledLibrary::moveDocumentBehindTheStoresBack, &ModelledLibrary::createCode, &ModelledLibrary::editCode,
-            &ModelledLibrary::nestCode, &ModelledLibrary::nestCode, &ModelledLibrary::deleteOrMergeCode,
-            &ModelledLibrary::setMemo, &ModelledLibrary::setMemo, &ModelledLibrary::removeCoding,
-            &ModelledLibrary::assignCode, &ModelledLibrary::assignCode, &ModelledLibrary::assignCode};
+        using Self = ModelledLibrary;
+        static constexpr Operation operations[]{&Self::lockOrUnlock, &Self::createProject, &Self::selectProject,
+            &Self::renameProject, &Self::paste, &Self::renameDocument, &Self::deleteDocument,
+            &Self::changeDocumentBehindTheStoresBack, &Self::createCode, &Self::editCode, &Self::nestCode,
+            &Self::nestCode, &Self::deleteOrMergeCode, &Self::setMemo, &Self::setMemo, &Self::removeCoding,
+            &Self::revealExcerpt, &Self::assignCode, &Self::assignCode, &Self::assignCode};
         m_store.lastError().set({});
         m_expectsError = false;
         if (m_isLocked && m_random.onceIn(3))
@@ -104,6 +114,23 @@ private:
         return true;
     }
 
+    /// The record in the file, if it is there and can be changed.
+    template <typename R>
+    R *writable(QList<R> &records, const QUuid &id)
+    {
+        return m_isLocked ? nullptr : find(records, id);
+    }
+
+    void openProject(const Project &project)
+    {
+        m_project = project;
+        m_selected.reset();
+        m_reveal.reset();
+        EXPECT_TRUE(m_store.queryResults()->isEmpty() && m_store.wordFreqItems()->isEmpty()
+            && m_store.wordFreqOccurrences()->isEmpty());
+        EXPECT_FALSE(m_store.activeQuery().get() || m_store.wordFreqSelectedTerm().get());
+    }
+
     void createProject()
     {
         const QString name = anyName();
@@ -111,15 +138,11 @@ private:
         ASSERT_EQ(created.has_value(), !name.trimmed().isEmpty());
         if (!created)
             return;
-        m_project = Project();
-        m_project->id = created->id;
-        m_project->name = name.trimmed();
-        m_project->createdAt = tick();
-        m_project->modifiedAt = tick();
+        const QDateTime now = tick();
+        openProject({{}, created->id, name.trimmed(), now, tick()});
         if (!m_isLocked)
             m_projects.append(*m_project);
         m_sidebar = ProjectSelection{created->id};
-        m_selected.reset();
     }
 
     void selectProject()
@@ -129,10 +152,8 @@ private:
         if (!find(m_projects, chosen.id))
             return;
         m_sidebar = ProjectSelection{chosen.id};
-        if (chosen.id == m_project->id)
-            return;
-        m_project = chosen;
-        selectNewest();
+        if (chosen.id != m_project->id)
+            openProject(chosen);
     }
 
     void renameProject()
@@ -146,30 +167,24 @@ private:
         renamed.modifiedAt = tick();
         if (renamed.id == m_project->id)
             m_project = renamed;
-        if (Project *stored = find(m_projects, renamed.id); stored && !m_isLocked)
+        if (Project *stored = writable(m_projects, renamed.id))
             *stored = renamed;
     }
 
     void paste()
     {
-        Document document;
-        document.title = m_random.onceIn(4) ? QString() : anyName();
-        document.text = m_random.next(40);
-        const bool isAdded = m_store.addPastedDocument(document.title, document.text);
-        document.addedAt = tick();
-        ASSERT_EQ(isAdded, !m_isLocked);
+        const QString title = m_random.onceIn(4) ? QString() : anyName();
+        const QString text = m_random.next(40);
+        ASSERT_EQ(m_store.addPastedDocument(title, text), !m_isLocked);
+        const QDateTime now = tick();
         m_expectsError = m_isLocked;
         if (!entersProject())
             return;
-        document.text = wellFormed(document.text);
-        document.id = m_store.documents()->first().id;
-        document.projectID = m_project->id;
-        document.title = document.title.isEmpty() ? QStringLiteral("Untitled Document") : document.title;
-        document.sourceKind = QStringLiteral("paste");
-        document.wordCount = PlainAnalysis::wordCount(document.text);
-        document.charCount = PlainAnalysis::characterCount(document.text);
-        m_documents.append(document);
-        m_selected = document.id;
+        m_selected = m_store.documents()->first().id;
+        m_documents.append(
+            {{}, *m_selected, m_project->id, title.isEmpty() ? QStringLiteral("Untitled Document") : title,
+                wellFormed(text), now, QStringLiteral("paste"), PlainAnalysis::wordCount(wellFormed(text)),
+                PlainAnalysis::characterCount(wellFormed(text)), {}});
     }
 
     void renameDocument()
@@ -177,8 +192,8 @@ private:
         const Document document = any(documents());
         const QString title = anyName();
         m_store.renameDocument(document, title);
-        if (!m_isLocked && !title.trimmed().isEmpty())
-            find(m_documents, document.id)->title = title.trimmed();
+        if (Document *stored = writable(m_documents, document.id); stored && !title.trimmed().isEmpty())
+            stored->title = title.trimmed();
     }
 
     void deleteDocument()
@@ -189,36 +204,46 @@ private:
         if (m_isLocked)
             return;
         ++m_revision;
+        if (m_reveal && m_reveal->documentID == id)
+            m_reveal.reset();
         removeWhere(m_documents, &Document::id, id);
         removeWhere(m_codings, &Coding::documentID, id);
         m_unwritten.remove(id);
     }
 
-    void moveDocumentBehindTheStoresBack()
+    /// Moves one to another project, or puts another document into the row of the newest.
+    void changeDocumentBehindTheStoresBack()
     {
         if (m_isLocked)
             return;
-        Document *moved = find(m_documents, any(documents()).id);
-        moved->projectID = any(m_projects).id;
-        moved->addedAt = m_documents.first().addedAt; // the same moment
-        m_library.queue->write([&](Database &database) { moved->update(database); });
+        Document *changed = find(m_documents, any(documents()).id);
+        const QUuid before = changed->id;
+        changed->projectID = any(m_projects).id;
+        changed->addedAt = m_documents.first().addedAt; // the same moment
+        if (changed == &m_documents.last()) {
+            changed->id = QUuid::createUuid();
+            changed->text = QStringLiteral("in the row of another");
+            removeWhere(m_codings, &Coding::documentID, before);
+        }
+        (m_random.onceIn(2) ? m_other : *m_library.queue).write([&](Database &database) {
+            if (changed->id == before)
+                return changed->update(database);
+            Document::deleteOne(database, before);
+            Coding::filter(Column("documentID") == before).deleteAll(database);
+            changed->insert(database);
+        });
     }
 
     void createCode()
     {
-        Code code;
         const QString name = anyName();
-        const std::optional<QString> color =
-            m_random.onceIn(4) ? std::optional(QStringLiteral("nonsense")) : std::nullopt;
+        const auto color = m_random.onceIn(4) ? std::optional(QStringLiteral("nonsense")) : std::nullopt;
         const auto created = m_store.createCode(name, color);
         ASSERT_EQ(created.has_value(), !name.trimmed().isEmpty());
         if (!created)
             return;
-        code.id = created->id;
-        code.projectID = m_project->id;
-        code.name = name.trimmed();
-        code.colorHex = color.value_or(CodePalette::colors()[size_t(codes().size() % 9)].hex);
-        code.createdAt = tick();
+        const Code code{{}, created->id, m_project->id, name.trimmed(),
+            color.value_or(CodePalette::colors()[size_t(codes().size() % 9)].hex), {}, {}, tick()};
         EXPECT_EQ(created, code);
         if (entersProject())
             m_codes.append(code);
@@ -237,25 +262,26 @@ private:
             m_store.setCodeColor(code, name);
             code.colorHex = name;
         }
-        if (!m_isLocked)
-            *find(m_codes, code.id) = code;
+        if (Code *stored = writable(m_codes, code.id))
+            *stored = code;
     }
 
     void nestCode()
     {
         const Code child = any(codes());
         const Code parent = any(codes());
+        Code *stored = writable(m_codes, child.id);
         if (m_random.onceIn(4)) {
             m_store.moveCodeToTopLevel(child);
-            if (!m_isLocked)
-                find(m_codes, child.id)->parentID.reset();
+            if (stored)
+                stored->parentID.reset();
             return;
         }
         m_store.nestCode(child.id, parent.id);
         m_store.nestCode(child.id, QUuid::createUuid());
         m_store.nestCode(QUuid::createUuid(), parent.id);
-        if (!m_isLocked && child.id != parent.id && !liesBelow(m_codes, parent, child.id))
-            find(m_codes, child.id)->parentID = parent.id;
+        if (stored && child.id != parent.id && !liesBelow(m_codes, parent, child.id))
+            stored->parentID = parent.id;
     }
 
     void deleteOrMergeCode()
@@ -274,14 +300,12 @@ private:
             m_sidebar = merges ? SidebarSelection(CodeSelection{target.id}) : ProjectSelection{gone.projectID};
         if (m_isLocked)
             return;
-        const bool targetRises = merges && liesBelow(m_codes, target, gone.id);
-        const std::optional<QUuid> heir = merges ? std::optional(target.id) : gone.parentID;
+        if (merges && liesBelow(m_codes, target, gone.id))
+            find(m_codes, target.id)->parentID = gone.parentID;
         for (Code &code : m_codes) {
             if (code.parentID == gone.id)
-                code.parentID = heir;
+                code.parentID = merges ? std::optional(target.id) : gone.parentID;
         }
-        if (targetRises)
-            find(m_codes, target.id)->parentID = gone.parentID;
         for (Coding &coding : m_codings) {
             if (merges && coding.codeID == gone.id)
                 coding.codeID = target.id;
@@ -293,28 +317,24 @@ private:
 
     void setMemo()
     {
-        const QString memo = m_random.onceIn(3) ? QString() : anyName();
-        if (m_random.onceIn(2)) {
-            const Document document = any(documents());
-            m_store.setDocumentMemo(document, memo);
-            noteMemo(document.id, document.memo, memo);
-        } else {
-            const Code code = any(codes());
-            m_store.setCodeMemo(code, memo);
-            noteMemo(code.id, code.memo, memo);
-        }
+        if (m_random.onceIn(2))
+            setMemo(any(documents()), &LibraryStore::setDocumentMemo);
+        else
+            setMemo(any(codes()), &LibraryStore::setCodeMemo);
     }
 
-    void noteMemo(const QUuid &id, const std::optional<QString> &before, const QString &memo)
+    template <typename R>
+    void setMemo(const R &record, void (LibraryStore::*set)(const R &, const QString &))
     {
+        const QString memo = m_random.onceIn(3) ? QString() : anyName();
+        (m_store.*set)(record, memo);
         const auto given = memo.isEmpty() ? std::nullopt : std::optional(memo);
-        if (m_isLocked) {
-            m_expectsError = given != before && !m_unwritten.contains(id);
-            if (given != before || m_unwritten.contains(id))
-                m_unwritten.insert(id, given);
+        const bool isUnwritten = m_unwritten.contains(record.id);
+        m_expectsError = m_isLocked && given != record.memo && !isUnwritten;
+        if (!m_isLocked || given != record.memo || isUnwritten)
+            m_unwritten.insert(record.id, given);
+        if (m_isLocked)
             return;
-        }
-        m_unwritten.insert(id, given);
         for (auto entry = m_unwritten.cbegin(); entry != m_unwritten.cend(); ++entry) {
             if (Document *document = find(m_documents, entry.key()))
                 document->memo = *entry;
@@ -339,9 +359,9 @@ private:
     {
         const Code code = any(codes());
         const Document document = any(documents());
-        const TextRange range{m_random.number(-3, 40), m_random.number(-1, 12)};
+        const TextRange range{m_random.position(-3, 40), m_random.position(-1, 12)};
         m_store.assignCode(code, document, range);
-        const TextRange passage = PassageTrimming::passage(document.text, range);
+        const TextRange passage = plainPassage(document.text, range);
         const bool isKnown = std::ranges::any_of(m_codings, [&](const Coding &coding) {
             return coding.documentID == document.id && coding.codeID == code.id && coding.range() == passage;
         });
@@ -349,13 +369,26 @@ private:
             return;
         ++m_revision;
         const QDateTime now = tick();
-        if (m_isLocked)
-            return;
-        const QUuid id = m_library.storedCodings().last().id;
-        m_codings.append({{}, id, document.id, code.id, passage.location, passage.length, now});
+        if (!m_isLocked)
+            m_codings.append(
+                {{}, m_library.storedCodings().last().id, document.id, code.id, passage.location, passage.length, now});
+    }
+
+    void revealExcerpt()
+    {
+        for (const ExcerptHit &hit : m_store.excerpts(any(codes()).id).mid(0, 1)) {
+            m_store.reveal(hit);
+            noteReveal(hit.documentID, hit.id, hit.range());
+        }
     }
 
 protected:
+    void noteReveal(const QUuid &documentID, const QUuid &itemID, const TextRange &range)
+    {
+        m_selected = documentID;
+        m_reveal = {documentID, itemID, range, m_reveal ? m_reveal->token + 1 : 1};
+    }
+
     template <typename List>
     auto any(const List &list) -> std::remove_cvref_t<decltype(*std::begin(list))>
     {
@@ -385,8 +418,6 @@ protected:
         return result;
     }
 
-    void selectNewest() { m_selected = documents().isEmpty() ? std::nullopt : std::optional(documents().first().id); }
-
     NastyText m_random;
     QTemporaryDir m_folder;
     QString m_path = m_folder.filePath(QStringLiteral("vorn.sqlite"));
@@ -404,6 +435,7 @@ protected:
     std::optional<Project> m_project; ///< perhaps not in the file, or there with an older name
     std::optional<QUuid> m_selected;
     std::optional<SidebarSelection> m_sidebar;
+    std::optional<RevealRequest> m_reveal;
     qint64 m_revision = 0;
     QHash<QUuid, std::optional<QString>> m_unwritten;
 };

@@ -1,8 +1,6 @@
-#include "records/AppDatabase.h"
 #include "records/database/Request.h"
 #include "support/TestLibrary.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
 
@@ -13,95 +11,78 @@ using namespace Qt::StringLiterals;
 TEST(SampleContent, FillsAnEmptyLibraryOnceAndShowsItsFirstCode)
 {
     TestLibrary library({u"--seed-demo"_s});
+    LibraryStore &store = library.store;
     QStringList codes;
-    for (const Code &code : library.store.codes().get())
-        codes.append(
-            code.name + u' ' + code.colorHex + u' ' + QString::number(library.store.codeCounts()->value(code.id)));
+    for (const Code &code : store.codes().get())
+        codes.append(code.name + u' ' + code.colorHex + u' ' + QString::number(store.codeCounts()->value(code.id)));
     EXPECT_EQ(codes,
         (QStringList{
             u"Tools & friction #5E5CE6 3"_s, u"Attention habits #34C759 2"_s, u"Environment matters #FF9500 3"_s}));
     QStringList ranges;
     for (const Coding &coding : library.storedCodings())
         ranges.append(u"%1+%2"_s.arg(coding.start).arg(coding.length));
-    EXPECT_EQ(ranges,
-        (QStringList{
-            u"221+59"_s, u"205+21"_s, u"291+63"_s, u"183+59"_s, u"571+25"_s, u"185+13"_s, u"221+28"_s, u"299+39"_s}));
-    EXPECT_EQ(
-        library.store.sidebarSelection().get(), SidebarSelection(CodeSelection{library.store.codes()->first().id}));
+    EXPECT_EQ(ranges.join(u' '), u"221+59 205+21 291+63 183+59 571+25 185+13 221+28 299+39"_s);
+    EXPECT_EQ(store.sidebarSelection().get(), SidebarSelection(CodeSelection{store.codes()->first().id}));
     EXPECT_EQ(library.document(u"Field notes — week 1"_s).charCount, 625);
     EXPECT_EQ(library.document(u"Field notes — week 1"_s).memo->left(5), u"Site:"_s);
 
-    const QList<Document> documents = library.store.documents().get();
-    library.store.loadSampleContent();
-    EXPECT_EQ(library.store.documents().get(), documents);
+    const QList<Document> documents = store.documents().get();
+    store.loadSampleContent();
+    EXPECT_EQ(store.documents().get(), documents);
     EXPECT_EQ(library.storedCodings().size(), 8);
-    EXPECT_TRUE(library.store.statusMessage()->value().startsWith(u"Sample content loaded — click"_s));
+    EXPECT_TRUE(store.statusMessage()->value().startsWith(u"Sample content loaded — click"_s));
 }
 
 TEST(SampleContent, LeavesALibraryWithCodesItsCodesAndAnEmptyMemoItsMemo)
 {
     TestLibrary library;
-    const Code own = library.store.createCode(u"Tools & friction"_s).value();
+    library.makeCodes({u"Tools & friction"_s});
     library.store.loadSampleContent();
     EXPECT_EQ(library.store.documents()->size(), 4);
     EXPECT_EQ(library.store.codes()->size(), 1);
     EXPECT_TRUE(library.code(u"Tools & friction"_s).memo->startsWith(u"Instances where"_s));
     library.queue->write([](Database &database) { database.execute("UPDATE code SET memo = ''"); });
     library.store.loadSampleContent();
-    EXPECT_EQ(library.code(own.name).memo, u""_s);
+    EXPECT_EQ(library.code(u"Tools & friction"_s).memo, u""_s);
 }
 
-TEST(SelfTests, PrintTheirLinesAndEndTheProgram)
+TEST(SelfTests, PrintTheirLines)
 {
     const QTemporaryDir folder;
     const QString path = folder.path();
-    struct Case {
-        QStringList arguments;
-        QStringList lines;
-    };
-    const QStringList count{u"FREQ-TEST terms=50"_s,
-        u"FREQ-TEST top: 分钟:4  every:3  phone:3  重要:3  back:2  need:2  sentence:2  table:2"_s,
-        u"FREQ-TEST occurrences(分钟)=4"_s};
-    const Case cases[] = {
-        {{u"--seed-demo"_s, u"--freq-test"_s, u"--freq-demo"_s}, count},
+    const QString text = path + u"/notes.txt"_s;
+    QFile file(text);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    file.write("One\r\ntwo\n" + QByteArray("👨‍👩‍👧 ").repeated(300));
+    const QStringList roundTrip{
+        u"QDPX-TEST OK expected codes=3 docs=4 codings=8 · got codes=3 docs=4 codings=8 · file="_s + path
+            + u"/roundtrip.qdpx"_s,
+        u"QDPX-TEST first-code name=OK color=OK memo=OK"_s, u"QDPX-TEST coding-ranges OK"_s};
+    const std::pair<QStringList, QStringList> rows[]{
+        {{u"--seed-demo"_s, u"--freq-test"_s, u"--freq-demo"_s},
+            {u"FREQ-TEST terms=50"_s,
+                u"FREQ-TEST top: 分钟:4  every:3  phone:3  重要:3  back:2  need:2  sentence:2  table:2"_s,
+                u"FREQ-TEST occurrences(分钟)=4"_s}},
         {{u"--seed-demo"_s, u"--query-test"_s, u"--freq-test"_s}, {u"QUERY-TEST any=3 all=1 filtered-phone=1"_s}},
         {{u"--query-test"_s}, {u"QUERY-TEST skip: fewer than 2 codes"_s}},
         {{u"--freq-test"_s}, {u"FREQ-TEST terms=0"_s, u"FREQ-TEST top: "_s}},
         {{u"--seed-demo"_s, u"--export-demo"_s, path + u"/new/deep"_s, u"--qdpx-test"_s, path},
             {u"EXPORT-DEMO OK codes=3 hits=8 dir="_s + path + u"/new/deep"_s}},
-        {{u"--seed-demo"_s, u"--qdpx-test"_s, path + u'/'},
-            {u"QDPX-TEST OK expected codes=3 docs=4 codings=8 · got codes=3 docs=4 codings=8 · file="_s + path
-                    + u"/roundtrip.qdpx"_s,
-                u"QDPX-TEST first-code name=OK color=OK memo=OK"_s, u"QDPX-TEST coding-ranges OK"_s}},
+        {{u"--seed-demo"_s, u"--qdpx-test"_s, path + u'/'}, roundTrip},
         {{u"--export-demo"_s}, {}},
         {{u"--import-test"_s, path + u"/gone.docx"_s}, {u"IMPORT-TEST FAIL Couldn't read gone.docx."_s}},
-        {{u"--nonsense"_s, u"--freq"_s}, {}},
+        {{u"--import-test"_s, text},
+            {u"IMPORT-TEST OK kind=txt chars=608 words=2"_s,
+                u"IMPORT-TEST preview: One ⏎ two ⏎ "_s + u"👨‍👩‍👧 "_s.repeated(86)}},
     };
-    for (const Case &each : cases) {
-        const TestLibrary library(each.arguments);
-        EXPECT_EQ(library.printed, each.lines) << each.arguments.join(u' ').toStdString();
-    }
+    for (const auto &[arguments, lines] : rows)
+        EXPECT_EQ(TestLibrary(arguments).printed, lines) << arguments.join(u' ').toStdString();
     for (const QString &name : {u"md"_s, u"csv"_s, u"html"_s})
         EXPECT_TRUE(QFileInfo::exists(path + u"/new/deep/vorn-demo."_s + name));
-}
 
-TEST(SelfTests, ReadAFileAndAnArchiveFromElsewhere)
-{
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(u"notes.txt"_s);
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("One\r\ntwo\n" + QByteArray("👨‍👩‍👧 ").repeated(300));
-    file.close();
-    const TestLibrary library({u"--import-test"_s, path});
-    EXPECT_EQ(library.printed.at(0), u"IMPORT-TEST OK kind=txt chars=608 words=2"_s);
-    EXPECT_EQ(library.printed.at(1), u"IMPORT-TEST preview: One ⏎ two ⏎ "_s + u"👨‍👩‍👧 "_s.repeated(86));
-
-    const TestLibrary exporting({u"--seed-demo"_s, u"--qdpx-test"_s, folder.path()});
-    ASSERT_TRUE(QFile::rename(folder.filePath(u"roundtrip.qdpx"_s), folder.filePath(u"external.qdpx"_s)));
-    const TestLibrary importing({u"--qdpx-test"_s, folder.path()});
-    EXPECT_EQ(importing.printed.at(1), u"QDPX-TEST coding-ranges OK"_s);
-    EXPECT_EQ(importing.printed.last(), u"QDPX-TEST external-import codes=3 docs=4 codings=8 first=Tools & friction"_s);
+    ASSERT_TRUE(QFile::copy(path + u"/roundtrip.qdpx"_s, path + u"/external.qdpx"_s));
+    EXPECT_EQ(TestLibrary({u"--qdpx-test"_s, path}).printed.last(),
+        u"QDPX-TEST external-import codes=3 docs=4 codings=8 first=Tools & friction"_s);
 }
 
 TEST(Switches, SetUpTheScreensThatStayOpen)

@@ -2,7 +2,6 @@
 #include "records/TextTrimming.h"
 #include "support/NastyText.h"
 #include "support/PlainAnalysis.h"
-#include "support/Printing.h"
 
 #include <gtest/gtest.h>
 
@@ -60,34 +59,19 @@ TEST(CharacterTable, LowersEveryUnitAsICUOrSaysThatItCannot)
     });
 }
 
-TEST(CharacterTable, LetsNoUnitPassAsSimpleThatComposesOrJoins)
-{
-    forEachUnit([](char16_t, const CharacterTable::Entry &entry) {
-        if (!entry.has(CharacterTable::word | CharacterTable::ideograph) || entry.has(CharacterTable::complex))
-            return;
-        const QString lower = unitText(entry.lower);
-        const QString thrice = lower + lower + lower;
-        EXPECT_EQ(PlainAnalysis::composed(thrice), thrice);
-        EXPECT_EQ(PlainAnalysis::composed(u"a"_s + lower), u"a"_s + lower);
-        EXPECT_EQ(PlainAnalysis::characterCount(thrice), 3);
-    });
-}
-
-TEST(CharacterTable, LetsNoUnitPassAsLonerThatJoinsItsNeighbours)
+TEST(CharacterTable, MarksEveryUnitThatComposesOrJoinsItsNeighbours)
 {
     forEachUnit([](char16_t unit, const CharacterTable::Entry &entry) {
-        if (entry.has(CharacterTable::joins))
+        if (!entry.has(CharacterTable::joins)) {
+            EXPECT_EQ(PlainAnalysis::characterCount(u'a' + unitText(unit) + u'가'), 3);
+            EXPECT_EQ(PlainAnalysis::characterCount(unitText(unit) + unitText(unit)), 2);
+        }
+        if (!entry.has(CharacterTable::word | CharacterTable::ideograph) || entry.has(CharacterTable::complex))
             return;
-        EXPECT_EQ(PlainAnalysis::characterCount(u'a' + unitText(unit) + u'가'), 3);
-        EXPECT_EQ(PlainAnalysis::characterCount(unitText(unit) + unitText(unit)), 2);
+        const QString text = u"a"_s + unitText(entry.lower).repeated(3);
+        EXPECT_EQ(PlainAnalysis::composed(text), text);
+        EXPECT_EQ(PlainAnalysis::characterCount(text), 4);
     });
-}
-
-TEST(CharacterTable, KnowsWhichLettersOfOtherPlanesHaveCase)
-{
-    EXPECT_TRUE(CharacterTable::changesInLowerCase(0x10400));
-    EXPECT_FALSE(CharacterTable::changesInLowerCase(0x10428));
-    EXPECT_FALSE(CharacterTable::changesInLowerCase(0x1F468));
 }
 
 TEST(CharacterTable, LowersAndComposesNastyTextsAsICU)
@@ -104,4 +88,12 @@ TEST(CharacterTable, ComposesAlsoWhatGrows)
 {
     // The Hebrew letter shin with dagesh and sin dot is one unit, and three when composed.
     EXPECT_EQ(CharacterTable::composed(QString(1000, QChar(0xFB2D))).size(), 3000);
+}
+
+TEST(TextTrimming, TakesOnlyWhatSurrounds)
+{
+    EXPECT_EQ(TextTrimming::trimmed(u" \r\n\u3000a \n b\u2029\t"_s).toString(), u"a \n b"_s);
+    EXPECT_EQ(TextTrimming::trimmedBlanks(u"\t\u00A0\n a \r\n "_s).toString(), u"\n a \r\n"_s);
+    EXPECT_EQ(TextTrimming::trimmed(u" \u200B\xD800\uFEFF\n"_s).toString(), u"\u200B\xD800\uFEFF"_s);
+    EXPECT_EQ(TextTrimming::trimmed(u" \t \u00A0"_s).toString(), QString());
 }

@@ -1,22 +1,12 @@
 #include "records/TextStats.h"
+#include "records/Snippet.h"
+#include "records/TextTrimming.h"
 #include "support/NastyText.h"
 #include "support/PlainAnalysis.h"
-#include "support/Printing.h"
 
 #include <gtest/gtest.h>
 
-#include <array>
-#include <thread>
-#include <vector>
-
 using namespace Qt::StringLiterals;
-
-TEST(TextStats, CountWordsAsRunsAndIdeographs)
-{
-    EXPECT_EQ(TextStats::wordCount(u"don't well-known"), 4);
-    EXPECT_EQ(TextStats::wordCount(u"研究法 a\U00010400b"), 4);
-    EXPECT_EQ(TextStats::wordCount(QString(15, u' ') + u'é' + QString(16, u'x')), 1); // across two blocks
-}
 
 TEST(TextStats, CountNastyTextsAsICU)
 {
@@ -32,7 +22,7 @@ TEST(TextStats, CountNastyTextsAsICU)
     }
 }
 
-TEST(TextStats, CountEveryPairOfUnlikeCharactersAsICU)
+TEST(TextStats, CountEveryTripleOfUnlikeCharactersAsICU)
 {
     // One character of each cluster break class, and of both kinds of blocks.
     const QStringList parts{u"a"_s, u"\r"_s, u"\n"_s, u"\u0301"_s, u"\u200D"_s, u"\u0903"_s, u"\u0600"_s, u"\u1100"_s,
@@ -52,26 +42,33 @@ TEST(TextStats, CountEveryPairOfUnlikeCharactersAsICU)
 TEST(TextStats, GivesLeadingCharactersWhole)
 {
     const QString text = u"e\u0301\r\n\U0001F468\u200D\U0001F469x"_s;
-    EXPECT_EQ(TextStats::leadingCharacters(text, 0).toString(), u""_s);
-    EXPECT_EQ(TextStats::leadingCharacters(text, -1).toString(), u""_s);
-    EXPECT_EQ(TextStats::leadingCharacters(text, 1).toString(), u"e\u0301"_s);
-    EXPECT_EQ(TextStats::leadingCharacters(text, 2).toString(), u"e\u0301\r\n"_s);
-    EXPECT_EQ(TextStats::leadingCharacters(text, 3).toString(), text.chopped(1));
-    EXPECT_EQ(TextStats::leadingCharacters(text, 4).toString(), text);
-    EXPECT_EQ(TextStats::leadingCharacters(text, 100).toString(), text);
+    const int lengths[]{0, 0, 2, 4, 9, 10, 10}; // of −1 characters, none, one …
+    for (int count = -1; count < 6; ++count)
+        EXPECT_EQ(TextStats::leadingCharacters(text, count).toString(), text.left(lengths[count + 1])) << count;
     EXPECT_EQ(TextStats::leadingCharacters({}, 3).toString(), u""_s);
 }
 
-TEST(TextStats, CountsInSeveralThreadsAtOnce)
+TEST(Snippet, ReadsAsACopyOfThePassageAndEqualsWhatReadsTheSame)
 {
-    const QString text = NastyText(3).next(20'000);
-    const qint64 expected = PlainAnalysis::characterCount(text);
-    std::array<qint64, 4> counts = {};
-    {
-        std::vector<std::jthread> threads;
-        threads.reserve(counts.size());
-        for (qint64 &count : counts)
-            threads.emplace_back([&text, &count] { count = TextStats::characterCount(text); });
+    NastyText nasty(3);
+    Snippet last;
+    for (int round = 0; round < 1'000; ++round) {
+        const QString text = u" \n"_s + nasty.next(6) + u"\r\n\nword\n "_s;
+        const int start = nasty.number(0, int(text.size()));
+        const TextRange range{start, nasty.number(0, int(text.size()) - start)};
+        const QString copy = text.mid(start, range.length);
+        const QString inOneLine = TextTrimming::trimmedBlanks(QString(copy).replace(u'\n', u' ')).toString();
+        const int length = nasty.number(0, 9);
+        const Snippet snippet(text, range);
+        const Snippet line = Snippet::withoutLineFeeds(text, range);
+        ASSERT_EQ(snippet.toString(), copy);
+        ASSERT_EQ(snippet.beginning(length), copy.left(length));
+        ASSERT_EQ(line.toString(), inOneLine);
+        ASSERT_EQ(line.beginning(length), inOneLine.left(length));
+        ASSERT_EQ(snippet, Snippet(copy));
+        ASSERT_FALSE(snippet == line);
+        ASSERT_EQ(snippet == last, copy == last.toString());
+        ASSERT_EQ(snippet == Snippet(text, {0, range.length}), copy == text.left(range.length));
+        last = snippet;
     }
-    EXPECT_EQ(counts, (std::array{expected, expected, expected, expected}));
 }

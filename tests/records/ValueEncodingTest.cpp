@@ -1,13 +1,13 @@
 #include "records/database/ValueEncoding.h"
-
+#include "records/UuidSource.h"
 #include "records/database/DatabaseError.h"
-#include "support/Cases.h"
 
 #include <QTimeZone>
 
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <set>
 
 using namespace Qt::StringLiterals;
 
@@ -30,54 +30,58 @@ ValueView real(double value)
     return {.kind = ValueView::Kind::real, .real = value, .bytes = {}};
 }
 
-struct DateCase {
-    const char *name;
-    ValueView stored;
-    const char *expected; ///< as written back; null for a refused value
-};
-
-using StoredDate = testing::TestWithParam<DateCase>;
-
 } // namespace
 
-TEST_P(StoredDate, IsReadAsTheMomentItNames)
+TEST(StoredDate, IsReadAsTheMomentItNames)
 {
-    const auto date = ValueEncoding::date(GetParam().stored);
-    ASSERT_EQ(date.has_value(), GetParam().expected != nullptr);
-    if (date) {
-        EXPECT_EQ(std::get<TextValue>(ValueEncoding::encoded(*date)).utf8, QByteArray(GetParam().expected));
+    const struct {
+        const char *name;
+        ValueView stored;
+        const char *expected; ///< as written back; null for a refused value
+    } rows[]{
+        {"own_form_with_milliseconds", text("2026-03-01 09:05:07.042"), "2026-03-01 09:05:07.042"},
+        {"day_alone", text("2026-03-01"), "2026-03-01 00:00:00.000"},
+        {"no_seconds", text("2026-03-01 09:05"), "2026-03-01 09:05:00.000"},
+        {"t_between", text("2026-03-01T09:05:07"), "2026-03-01 09:05:07.000"},
+        {"zulu", text("2026-03-01T09:05:07Z"), "2026-03-01 09:05:07.000"},
+        {"one_digit_of_a_second", text("2026-03-01 09:05:07.5"), "2026-03-01 09:05:07.500"},
+        {"microseconds_are_cut", text("2026-03-01 09:05:07.123999"), "2026-03-01 09:05:07.123"},
+        {"zone_east_crosses_midnight", text("2026-03-01 00:30+02:00"), "2026-02-28 22:30:00.000"},
+        {"zone_west_behind_a_blank", text("2026-03-01T23:00:00.250 -05:30"), "2026-03-02 04:30:00.250"},
+        {"zone_of_14_hours", text("2026-03-02 00:00+14:59"), "2026-03-01 09:01:00.000"},
+        {"time_alone", text("12:30:15"), "2000-01-01 12:30:15.000"},
+        {"blob_of_text", blob("2026-03-01 09:05:07.042"), "2026-03-01 09:05:07.042"},
+        {"whole_seconds", integer(1'772'355'907), "2026-03-01 09:05:07.000"},
+        {"real_seconds", real(1'772'355'907.042), "2026-03-01 09:05:07.042"},
+        {"seconds_before_1970", real(-0.5), "1969-12-31 23:59:59.500"},
+        {"last_moment", text("9999-12-31 23:59:59.999"), "9999-12-31 23:59:59.999"},
+        {"enormous_integer", integer(std::numeric_limits<qint64>::max()), nullptr},
+        {"enormous_real", real(1e300), nullptr},
+        {"real_that_rounds_up_to_year_10000", real(253'402'300'799.9999), nullptr},
+        {"zone_before_the_first_year", text("0001-01-01 00:00+01:00"), nullptr},
+        {"year_0_in_seconds", integer(-62'150'000'000), nullptr},
+        {"not_a_number", real(std::numeric_limits<double>::quiet_NaN()), nullptr},
+        {"zone_beyond_the_last_year", text("9999-12-31 23:59:59-14:00"), nullptr},
+        {"zone_of_15_hours", text("2026-03-02 00:00+15:00"), nullptr},
+        {"zone_of_60_minutes", text("2026-03-02 00:00+01:60"), nullptr},
+        {"first_moment", text("0001-01-01"), "0001-01-01 00:00:00.000"},
+        {"thirteenth_month", text("2026-13-01"), nullptr},
+        {"thirtieth_of_february", text("2026-02-30"), nullptr},
+        {"hour_24", text("2026-03-01 24:00"), nullptr},
+        {"rest_behind", text("2026-03-01x"), nullptr},
+        {"point_without_digits", text("2026-03-01 09:05:07."), nullptr},
+        {"empty", text(""), nullptr},
+        {"null", {}, nullptr},
+    };
+    for (const auto &[name, stored, expected] : rows) {
+        SCOPED_TRACE(name);
+        const auto date = ValueEncoding::date(stored);
+        ASSERT_EQ(date.has_value(), expected != nullptr);
+        if (date) {
+            EXPECT_EQ(std::get<TextValue>(ValueEncoding::encoded(*date)).utf8, QByteArray(expected));
+        }
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(Forms, StoredDate,
-    testing::Values(DateCase{"own_form_with_milliseconds", text("2026-03-01 09:05:07.042"), "2026-03-01 09:05:07.042"},
-        DateCase{"day_alone", text("2026-03-01"), "2026-03-01 00:00:00.000"},
-        DateCase{"no_seconds", text("2026-03-01 09:05"), "2026-03-01 09:05:00.000"},
-        DateCase{"t_between", text("2026-03-01T09:05:07"), "2026-03-01 09:05:07.000"},
-        DateCase{"zulu", text("2026-03-01T09:05:07Z"), "2026-03-01 09:05:07.000"},
-        DateCase{"one_digit_of_a_second", text("2026-03-01 09:05:07.5"), "2026-03-01 09:05:07.500"},
-        DateCase{"microseconds_are_cut", text("2026-03-01 09:05:07.123999"), "2026-03-01 09:05:07.123"},
-        DateCase{"zone_east_crosses_midnight", text("2026-03-01 00:30+02:00"), "2026-02-28 22:30:00.000"},
-        DateCase{"zone_west_behind_a_blank", text("2026-03-01T23:00:00.250 -05:30"), "2026-03-02 04:30:00.250"},
-        DateCase{"time_alone", text("12:30:15"), "2000-01-01 12:30:15.000"},
-        DateCase{"blob_of_text", blob("2026-03-01 09:05:07.042"), "2026-03-01 09:05:07.042"},
-        DateCase{"whole_seconds", integer(1'772'355'907), "2026-03-01 09:05:07.000"},
-        DateCase{"real_seconds", real(1'772'355'907.042), "2026-03-01 09:05:07.042"},
-        DateCase{"seconds_before_1970", real(-0.5), "1969-12-31 23:59:59.500"},
-        DateCase{"last_moment", text("9999-12-31 23:59:59.999"), "9999-12-31 23:59:59.999"},
-        DateCase{"enormous_integer", integer(std::numeric_limits<qint64>::max()), nullptr},
-        DateCase{"enormous_real", real(1e300), nullptr},
-        DateCase{"real_that_rounds_up_to_year_10000", real(253'402'300'799.9999), nullptr},
-        DateCase{"zone_before_the_first_year", text("0001-01-01 00:00+01:00"), nullptr},
-        DateCase{"year_0_in_seconds", integer(-62'150'000'000), nullptr},
-        DateCase{"not_a_number", real(std::numeric_limits<double>::quiet_NaN()), nullptr},
-        DateCase{"zone_beyond_the_last_year", text("9999-12-31 23:59:59-14:00"), nullptr},
-        DateCase{"thirteenth_month", text("2026-13-01"), nullptr},
-        DateCase{"thirtieth_of_february", text("2026-02-30"), nullptr},
-        DateCase{"hour_24", text("2026-03-01 24:00"), nullptr}, DateCase{"rest_behind", text("2026-03-01x"), nullptr},
-        DateCase{"point_without_digits", text("2026-03-01 09:05:07."), nullptr}, DateCase{"empty", text(""), nullptr},
-        DateCase{"null", {}, nullptr}),
-    rowName);
 
 TEST(StoredIdentifier, IsWrittenAsItsSixteenBytesAndReadInAnyForm)
 {
@@ -105,4 +109,21 @@ TEST(StoredText, KeepsEveryUnitThatUtf8CanHold)
     expected[nasty.size() - 2] = QChar::ReplacementCharacter;
     EXPECT_EQ(back, expected); // same length: no position moves
     EXPECT_THROW(ValueEncoding::decode(integer(1), "text", back), DatabaseError);
+}
+
+TEST(UuidSource, MakesRandomIdentifiersInTheOrderOfTheStoredBytes)
+{
+    std::array<std::set<char>, 16> values; // of each byte
+    for (int round = 0; round < 2; ++round) {
+        QByteArray last;
+        for (const QUuid &id : UuidSource().ascending(1'000)) {
+            EXPECT_EQ(id.version(), QUuid::Random);
+            EXPECT_EQ(id.variant(), QUuid::DCE);
+            EXPECT_LT(std::exchange(last, id.toRfc4122()), id.toRfc4122());
+            for (size_t byte = 0; byte < values.size(); ++byte)
+                values[byte].insert(last[qsizetype(byte)]);
+        }
+    }
+    for (const std::set<char> &each : values)
+        EXPECT_GE(each.size(), 16);
 }

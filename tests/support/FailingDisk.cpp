@@ -1,8 +1,10 @@
 #include "support/FailingDisk.h"
 
-#include <QDir>
+#include "records/database/DatabaseQueue.h"
+
 #include <QFileInfo>
 
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -11,55 +13,49 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void becomeUser(uid_t user)
+std::function<void()> limitFiles(qint64 room)
 {
-    if (::seteuid(user) != 0)
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit before{};
+    ::getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit limit{rlim_t(room), before.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    return [=] {
+        ::setrlimit(RLIMIT_FSIZE, &before);
+        std::signal(SIGXFSZ, handler);
+    };
+}
+
+std::function<void()> close(const QString &folder)
+{
+    constexpr uid_t nobody = 65'534;
+    const uid_t user = ::geteuid();
+    QFile::setPermissions(folder, QFile::Permissions());
+    if (user == 0 && ::seteuid(nobody) != 0)
         qFatal("The user can't be changed.");
+    return [=] {
+        if (::seteuid(user) != 0)
+            qFatal("The user can't be changed back.");
+        QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    };
+}
+
+std::function<void()> lock(const QString &folder)
+{
+    const auto other = std::make_shared<DatabaseQueue>(folder + u"/vorn.sqlite"_s);
+    other->writeWithoutTransaction([](Database &database) { database.execute("BEGIN EXCLUSIVE TRANSACTION"); });
+    return [other] {
+        other->writeWithoutTransaction([](Database &database) { database.execute("ROLLBACK TRANSACTION"); });
+    };
 }
 
 } // namespace
 
-FailingDisk::FailingDisk(Kind kind, QString folder, qint64 room)
-    : m_kind(kind),
-      m_folder(std::move(folder)),
-      m_wasRoot(::geteuid() == 0)
+FailingDisk::FailingDisk(Kind kind, const QString &folder, qint64 room)
+    : m_end(kind == Kind::full     ? limitFiles(room)
+            : kind == Kind::closed ? close(folder)
+                                   : lock(folder))
 {
-    constexpr uid_t nobody = 65'534;
-    switch (m_kind) {
-    case Kind::full: {
-        m_handlerBefore = std::signal(SIGXFSZ, SIG_IGN);
-        ::getrlimit(RLIMIT_FSIZE, &m_limitBefore);
-        const rlimit limit{rlim_t(room), m_limitBefore.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-        break;
-    }
-    case Kind::closed:
-        QFile::setPermissions(m_folder, QFile::Permissions());
-        if (m_wasRoot)
-            becomeUser(nobody);
-        break;
-    case Kind::gone:
-        QFile::rename(m_folder, m_folder + u".elsewhere"_s);
-        break;
-    }
-}
-
-FailingDisk::~FailingDisk()
-{
-    switch (m_kind) {
-    case Kind::full:
-        ::setrlimit(RLIMIT_FSIZE, &m_limitBefore);
-        std::signal(SIGXFSZ, m_handlerBefore);
-        break;
-    case Kind::closed:
-        if (m_wasRoot)
-            becomeUser(0);
-        QFile::setPermissions(m_folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        break;
-    case Kind::gone:
-        QFile::rename(m_folder + u".elsewhere"_s, m_folder);
-        break;
-    }
 }
 
 bool isReachableForAll(const QString &folder)

@@ -11,7 +11,7 @@ using namespace std::string_view_literals;
 namespace {
 
 constexpr std::u32string_view characters =
-    U"abBtheTHE \t-'_09.,\r\n\r\n" // and what most of every text is
+    U"abBtheTHE \t-'_09.,\r\n\r\n" // what most of every text is
     U"éÉœŒÿŸßẞµ\u00A0\u00AD©®" // Latin-1 and what lowers into or out of it
     U"\u0130ıſΣςσΩω\u2126\u212A\u212BǄǅǆϴθἈᾈﬁ" // case that isn't one to one
     U"\u0301\u0308\u0307\u0323\u0345\u0344\u0327" // marks
@@ -26,7 +26,7 @@ constexpr std::u32string_view characters =
     U"\u0085\u2028\u2029"
     U"\0"sv; // a text may hold it
 
-constexpr std::array<char16_t, 6> halves{0xD800, 0xD801, 0xDBFF, 0xDC00, 0xDC28, 0xDFFF};
+constexpr std::array<char16_t, 6> unpaired{0xD800, 0xD801, 0xDBFF, 0xDC00, 0xDC28, 0xDFFF};
 
 const std::array words{u"the"_s, u"don't"_s, u"Running"_s, u"e\u0301te\u0301"_s, u"été"_s, u"extraordinarily"_s,
     u"sixteenletterlon"_s, u"seventeenletterlo"_s, u"研究方法"_s, u"КНИГА"_s};
@@ -40,7 +40,7 @@ QString NastyText::piece()
     if (onceIn(20))
         return QString(number(8, 40), u'q') + u' ';
     if (onceIn(20))
-        return QString(QChar(halves[std::size_t(number(0, int(halves.size()) - 1))]));
+        return QString(QChar(unpaired[std::size_t(number(0, int(unpaired.size()) - 1))]));
     const char32_t character = characters[std::size_t(number(0, int(characters.size()) - 1))];
     return QString::fromUcs4(&character, 1);
 }

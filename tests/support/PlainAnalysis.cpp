@@ -15,24 +15,19 @@ namespace {
 
 enum class Kind { separator, word, ideograph };
 
-Kind kindOf(char32_t character)
+Kind kindOf(uint character)
 {
     if (u_hasBinaryProperty(UChar32(character), UCHAR_IDEOGRAPHIC))
         return Kind::ideograph;
-    const auto wordCategories = U_GC_L_MASK | U_GC_M_MASK | U_GC_N_MASK;
+    constexpr auto wordCategories = U_GC_L_MASK | U_GC_M_MASK | U_GC_N_MASK;
     return (U_MASK(u_charType(UChar32(character))) & wordCategories) != 0 ? Kind::word : Kind::separator;
-}
-
-Kind kindOf(QChar unit)
-{
-    return unit.isSurrogate() ? Kind::separator : kindOf(char32_t(unit.unicode()));
 }
 
 std::vector<TextRange> runs(const QString &text, Kind kind)
 {
     std::vector<TextRange> result;
     for (qsizetype index = 0; index < text.size(); ++index) {
-        if (kindOf(text[index]) != kind)
+        if (kindOf(text[index].unicode()) != kind)
             continue;
         if (!result.empty() && result.back().end() == index)
             ++result.back().length;
@@ -50,11 +45,11 @@ qint64 endOf(qint64 start, qint64 length)
     return end;
 }
 
-bool isAskedFor(const PlainAnalysis::Source &source, const TextRange &token)
+bool isWanted(const PlainAnalysis::Source &source, const TextRange &token)
 {
     const auto sharesUnit = [&](const TextRange &passage) {
-        return std::max(passage.location, token.location)
-            < std::min(endOf(passage.location, passage.length), token.end());
+        const qint64 end = std::min(endOf(passage.location, passage.length), token.end());
+        return std::max(passage.location, token.location) < end;
     };
     return !source.passages || std::ranges::any_of(*source.passages, sharesUnit);
 }
@@ -69,9 +64,8 @@ std::vector<Stretch> stretchesOf(std::span<const Coding> codings, const QUuid &c
     std::vector<Stretch> result;
     for (const Coding &coding : codings) {
         if (coding.codeID == codeID)
-            result.push_back({coding.start, std::max(endOf(coding.start, coding.length), endOf(coding.start, 1))});
+            result.push_back({coding.start, endOf(coding.start, std::max<qint64>(coding.length, 1))});
     }
-    std::ranges::stable_sort(result, {}, &Stretch::lower);
     return result;
 }
 
@@ -91,21 +85,17 @@ std::vector<Stretch> pairwise(const std::vector<Stretch> &some, const std::vecto
 std::vector<TextRange> merged(std::vector<Stretch> stretches)
 {
     std::ranges::stable_sort(stretches, {}, &Stretch::lower);
-    std::vector<Stretch> result;
+    std::vector<TextRange> result;
+    qint64 end = 0; // of the last range
     for (const Stretch &stretch : stretches) {
-        if (!result.empty() && result.back().upper >= stretch.lower)
-            result.back().upper = std::max(result.back().upper, stretch.upper);
-        else
-            result.push_back(stretch);
+        const bool isApart = result.empty() || end < stretch.lower;
+        if (isApart)
+            result.push_back({stretch.lower, 0});
+        end = isApart ? stretch.upper : std::max(end, stretch.upper);
+        if (__builtin_sub_overflow(end, result.back().location, &result.back().length))
+            result.back().length = std::numeric_limits<qint64>::max();
     }
-    std::vector<TextRange> ranges;
-    for (const Stretch &stretch : result) {
-        qint64 length = 0;
-        if (__builtin_sub_overflow(stretch.upper, stretch.lower, &length))
-            length = std::numeric_limits<qint64>::max();
-        ranges.push_back({stretch.lower, length});
-    }
-    return ranges;
+    return result;
 }
 
 } // namespace
@@ -140,7 +130,7 @@ qint64 PlainAnalysis::wordCount(QStringView text)
     qint64 count = 0;
     bool inWord = false;
     for (const uint character : text.toUcs4()) {
-        const Kind kind = kindOf(char32_t(character));
+        const Kind kind = kindOf(character);
         count += kind == Kind::ideograph || (kind == Kind::word && !inWord);
         inWord = kind == Kind::word;
     }
@@ -172,7 +162,7 @@ std::vector<PlainAnalysis::Token> PlainAnalysis::tokens(const Source &source, qs
         for (qint64 start = run.location; start + length <= run.end(); ++start)
             result.push_back({source.text.mid(start, length), {start, length}});
     }
-    std::erase_if(result, [&](const Token &token) { return !isAskedFor(source, token.range); });
+    std::erase_if(result, [&](const Token &token) { return !isWanted(source, token.range); });
     return result;
 }
 

@@ -7,6 +7,20 @@
 
 #include <QTimeZone>
 
+#include <algorithm>
+#include <stdexcept>
+
+namespace {
+
+template <typename R>
+R named(const QList<R> &records, QString R::*member, const QString &name)
+{
+    const auto found = std::ranges::find(records, name, member);
+    return found != records.end() ? *found : throw std::out_of_range("nothing is called " + name.toStdString());
+}
+
+} // namespace
+
 TestLibrary::TestLibrary(const QStringList &arguments, std::unique_ptr<DatabaseQueue> existing)
     : queue(existing ? std::move(existing) : AppDatabase::makeFreshQueue()),
       store({.queue = *queue,
@@ -36,28 +50,20 @@ QList<Code> TestLibrary::makeCodes(const QStringList &names)
     return codes;
 }
 
-Code TestLibrary::code(const QString &name) const
-{
-    for (const Code &each : store.codes().get()) {
-        if (each.name == name)
-            return each;
-    }
-    throw std::out_of_range("no such code: " + name.toStdString());
-}
-
 Document TestLibrary::paste(const QString &title, const QString &text)
 {
     store.addPastedDocument(title, text);
     return document(title);
 }
 
+Code TestLibrary::code(const QString &name) const
+{
+    return named(store.codes().get(), &Code::name, name);
+}
+
 Document TestLibrary::document(const QString &title) const
 {
-    for (const Document &each : store.documents().get()) {
-        if (each.title == title)
-            return each;
-    }
-    throw std::out_of_range("no such document: " + title.toStdString());
+    return named(store.documents().get(), &Document::title, title);
 }
 
 QList<Coding> TestLibrary::storedCodings() const
@@ -68,9 +74,4 @@ QList<Coding> TestLibrary::storedCodings() const
 QList<Code> TestLibrary::storedCodes() const
 {
     return queue->read([](Database &database) { return Code::all().order(Column("createdAt")).fetchAll(database); });
-}
-
-ChangeCounter::ChangeCounter(const Notifier &notifier)
-{
-    QObject::connect(&notifier, &Notifier::changed, &m_context, [this] { ++m_count; });
 }

@@ -6,8 +6,8 @@
 
 #include <memory>
 
-/// The real store on a real database, in memory unless a queue is given; only the clock, the panels and the system are
-/// fakes. Each reading of the clock is a second after the one before.
+/// The real store on a real database, in memory unless a queue is given; only the clock, the file dialogs and the
+/// system are fakes. Each reading of the clock is a second after the one before.
 class TestLibrary {
 public:
     /// Started as the program is with these arguments of the command line.
@@ -23,12 +23,12 @@ public:
 
     /// The codes of these names, made in this order at the top level.
     QList<Code> makeCodes(const QStringList &names);
-    /// The code of that name as the store lists it now.
-    [[nodiscard]] Code code(const QString &name) const;
     /// A pasted document, as the store lists it.
     Document paste(const QString &title, const QString &text);
+    /// The code or document of that name as the store lists it now. Throws std::out_of_range.
+    [[nodiscard]] Code code(const QString &name) const;
     [[nodiscard]] Document document(const QString &title) const;
-    /// All codings in the file, in the order of their making.
+    /// All of the file, in the order of their making.
     [[nodiscard]] QList<Coding> storedCodings() const;
     [[nodiscard]] QList<Code> storedCodes() const;
 
@@ -39,7 +39,10 @@ private:
 /// Counts how often a value announces a change.
 class ChangeCounter {
 public:
-    explicit ChangeCounter(const Notifier &notifier);
+    explicit ChangeCounter(const Notifier &notifier)
+    {
+        QObject::connect(&notifier, &Notifier::changed, &m_context, [this] { ++m_count; });
+    }
 
     [[nodiscard]] int count() const { return m_count; }
 

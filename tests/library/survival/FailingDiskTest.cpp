@@ -1,8 +1,10 @@
 #include "support/FailingDisk.h"
-#include "library/survival/Operations.h"
-#include "records/AppDatabase.h"
-#include "records/database/Request.h"
-#include "support/Cases.h"
+#include "exchange/ExcerptExporter.h"
+#include "library/survival/Workplace.h"
+#include "platform/AtomicFile.h"
+#include "support/Complaint.h"
+
+#include <QDir>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,232 +16,157 @@ using Kind = FailingDisk::Kind;
 
 namespace {
 
-/// Another program has the file to itself.
-struct Locked {
-    explicit Locked(const QString &path) : other(path)
-    {
-        other.writeWithoutTransaction([](Database &database) { database.execute("BEGIN EXCLUSIVE TRANSACTION"); });
-    }
-
-    DatabaseQueue other;
-};
-
-struct Disaster {
-    const char *name;
-    std::shared_ptr<void> (*strike)(const Workplace &place); ///< over when what it returns is gone
-    bool mayBeSurvived = false; ///< by a small write
-    bool makesAnotherUserOfRoot = false;
-};
-
-class LibraryInADisaster : public testing::TestWithParam<Disaster> {
+class LibraryAtRisk : public testing::Test {
 protected:
-    [[nodiscard]] QString digestOfFile() const
+    void SetUp() override
     {
-        DatabaseQueue queue(place.libraryFile());
-        EXPECT_EQ(faultsOf(queue), QString());
-        return digestOf(queue);
-    }
-
-    /// What the library holds when nothing went wrong.
-    [[nodiscard]] QString digestAfter(const Operation &operation)
-    {
-        static QHash<QByteArray, QString> known;
-        QString &digest = known[operation.name];
-        if (digest.isEmpty()) {
-            TestLibrary undisturbed({}, place.restored());
-            operation.perform(undisturbed, place);
-            digest = digestOf(*undisturbed.queue);
-        }
-        return digest;
-    }
-
-    /// What the store shows is what a new start would show.
-    void expectTruth(TestLibrary &library) const
-    {
-        TestLibrary fresh({}, AppDatabase::openQueue(place.libraryFile()));
-        library.store.refresh();
-        EXPECT_EQ(library.store.projects().get(), fresh.store.projects().get());
-        if (library.store.project().get() != fresh.store.project().get())
-            return;
-        EXPECT_EQ(library.store.documents().get(), fresh.store.documents().get());
-        EXPECT_EQ(library.store.codes().get(), fresh.store.codes().get());
-        EXPECT_EQ(library.store.codeCounts().get(), fresh.store.codeCounts().get());
-    }
-
-    void expectComplaint(const Operation &operation, const QString &complaint) const
-    {
-        // When not even the list can be read afterwards, that is what is told in the end.
-        if (!operation.complaint || complaint.contains(u"PRAGMA data_version"_s))
-            return;
-        EXPECT_THAT(complaint.toStdString(), testing::StartsWith(operation.complaint));
-        EXPECT_GT(complaint.size(), qsizetype(qstrlen(operation.complaint)));
+        if (::geteuid() == 0 && !isReachableForAll(place.library()))
+            GTEST_SKIP() << "another user can't reach the temporary folder, and root may write every folder";
     }
 
     Workplace place;
 };
 
+class Library : public LibraryAtRisk, public testing::WithParamInterface<Kind> {
+protected:
+    void SetUp() override
+    {
+        if (GetParam() == Kind::closed)
+            LibraryAtRisk::SetUp();
+    }
+};
+
 } // namespace
 
-TEST_P(LibraryInADisaster, StaysAsItWasAndTheProgramAtWork)
+TEST_P(Library, StaysAsItWasOnAFailingDiskAndTheProgramAtWork)
 {
-    if (GetParam().makesAnotherUserOfRoot && ::geteuid() == 0 && !isReachableForAll(place.library()))
-        GTEST_SKIP() << "another user can't reach the temporary folder, and root may write every folder";
     for (const Operation &operation : operations()) {
         SCOPED_TRACE(operation.name);
-        TestLibrary library({}, place.restored());
-        const QString before = digestOfFile();
+        QString expected;
         {
-            const auto disaster = GetParam().strike(place);
+            TestLibrary undisturbed({}, place.restored());
+            operation.perform(undisturbed, place);
+            expected = digestOf(*undisturbed.queue);
+        }
+        TestLibrary library({}, place.restored());
+        const QString before = digestOf(*library.queue);
+        EXPECT_NE(before, expected);
+        {
+            const FailingDisk disk(GetParam(), place.library());
             operation.perform(library, place);
         }
-        const QString found = digestOfFile();
-        const QString complaint = library.store.lastError()->value_or(QString());
+        EXPECT_EQ(digestOf(*library.queue), before);
+        EXPECT_EQ(faultsOf(*library.queue), QString());
         EXPECT_EQ(place.leftovers(), QStringList());
-        expectTruth(library);
-        if (GetParam().mayBeSurvived && found != before) {
-            EXPECT_EQ(complaint, QString());
-        } else {
-            EXPECT_EQ(found, before);
-            expectComplaint(operation, complaint);
-            EXPECT_EQ(library.store.statusMessage().get(), std::nullopt);
-            library.store.lastError().set({});
-            operation.perform(library, place); // the disk is well again
+        const QString complaint = library.store.lastError()->value_or(QString());
+        // When not even the list can be read afterwards, that is what is told in the end.
+        if (operation.complaint && !complaint.contains(u"PRAGMA data_version"_s)) {
+            EXPECT_THAT(complaint.toStdString(), testing::StartsWith(operation.complaint));
+            EXPECT_GT(complaint.size(), qsizetype(qstrlen(operation.complaint)));
         }
+        EXPECT_EQ(library.store.statusMessage().get(), std::nullopt);
+        library.store.lastError().set({});
+        library.store.refresh();
+        operation.perform(library, place); // the disk is well again
         EXPECT_EQ(library.store.lastError().get(), std::nullopt);
-        EXPECT_EQ(digestOfFile(), digestAfter(operation));
+        EXPECT_EQ(digestOf(*library.queue), expected);
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(, LibraryInADisaster,
-    testing::Values(Disaster{"AnotherProgramHasTheFile",
-                        [](const Workplace &place) -> std::shared_ptr<void> {
-                            return std::make_shared<Locked>(place.libraryFile());
-                        }},
-        Disaster{"DiskIsFull",
-            [](const Workplace &place) -> std::shared_ptr<void> {
-                return std::make_shared<FailingDisk>(Kind::full, place.library());
-            }},
-        Disaster{"DiskBecomesFull",
-            [](const Workplace &place) -> std::shared_ptr<void> {
-                return std::make_shared<FailingDisk>(Kind::full, place.library(), 30'000);
-            },
-            true},
-        Disaster{"FolderIsClosed",
-            [](const Workplace &place) -> std::shared_ptr<void> {
-                return std::make_shared<FailingDisk>(Kind::closed, place.library());
-            },
-            false, true},
-        Disaster{"FolderIsGone",
-            [](const Workplace &place) -> std::shared_ptr<void> {
-                return std::make_shared<FailingDisk>(Kind::gone, place.library());
-            }}),
-    rowName);
+TEST_P(Library, StoresAProjectThatCouldNotBeStoredWithWhatIsImportedIntoIt)
+{
+    for (const Operation &import : operations().first(2)) {
+        SCOPED_TRACE(import.name);
+        TestLibrary library({}, place.restored());
+        {
+            const FailingDisk disk(GetParam(), place.library());
+            library.store.createProject(u"Interviews"_s);
+        }
+        library.store.lastError().set({});
+        import.perform(library, place);
+        EXPECT_EQ(library.store.lastError().get(), std::nullopt);
+        EXPECT_EQ(library.store.projects()->size(), 2);
+        EXPECT_EQ(faultsOf(*library.queue), QString());
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, Library, testing::Values(Kind::full, Kind::closed, Kind::locked));
 
 namespace {
 
-class UnstoredProject : public testing::TestWithParam<Operation> { };
-
-/// What the store has and the file hasn't.
-class Unstored : public testing::Test {
-protected:
-    Workplace place;
-    TestLibrary library{{}, place.restored()};
-    LibraryStore &store = library.store;
+struct Export {
+    const char *name;
+    std::function<void(TestLibrary &library, const QString &path)> write;
+    bool keepsOldFile = true; ///< an archive that can't be written takes the old one with it
 };
+
+Export report(const char *name, ExportFormat format)
+{
+    return {name, [format](TestLibrary &library, const QString &path) {
+                const QString complaint = complaintAbout([&] { library.store.exportReport({}, format, path); });
+                if (!complaint.isEmpty())
+                    library.store.lastError().set(u"Export failed: "_s + complaint);
+            }};
+}
+
+Export exchange(const char *name, void (LibraryStore::*present)(), bool keepsOldFile)
+{
+    return {name,
+        [present](TestLibrary &library, const QString &path) {
+            library.fileDialogs.pathToSave = path;
+            (library.store.*present)();
+        },
+        keepsOldFile};
+}
 
 } // namespace
 
-TEST_P(UnstoredProject, IsStoredWithTheFirstThingThatIsPutIntoIt)
+TEST_F(LibraryAtRisk, ExportsAWholeFileOrNoneAndSaysWhy)
 {
-    Workplace place;
-    {
-        TestLibrary library({}, place.restored());
-        {
-            const FailingDisk disk(Kind::full, place.library());
-            library.store.createProject(u"Interviews"_s);
+    TestLibrary library({}, place.restored());
+    QFile plain(place.material(u"plain"_s));
+    ASSERT_TRUE(plain.open(QIODevice::WriteOnly));
+    for (const Export &kind : {report("markdown", ExportFormat::markdown), report("csv", ExportFormat::csv),
+             report("html", ExportFormat::html), exchange("codebook", &LibraryStore::presentExportQdcPanel, true),
+             exchange("archive", &LibraryStore::presentExportQdpxPanel, false)}) {
+        const QString path = place.exports() + u"/out.x"_s;
+        for (const auto &[disaster, room] : {std::pair(Kind::full, 0), {Kind::full, 150}, {Kind::closed, 0}}) {
+            SCOPED_TRACE(testing::Message() << kind.name << int(disaster) << room);
+            AtomicFile::write(path, "old");
+            {
+                const FailingDisk disk(disaster, place.exports(), room);
+                kind.write(library, path);
+            }
+            const std::string complaint = library.store.lastError()->value_or(QString()).toStdString();
+            EXPECT_THAT(complaint, testing::StartsWith("Export failed: "));
+            EXPECT_THAT(complaint, testing::Not(testing::HasSubstr("Unknown error")));
+            if (kind.keepsOldFile || QFile::exists(path)) {
+                EXPECT_EQ(AtomicFile::readFile(path), "old");
+            }
+            EXPECT_EQ(place.leftovers(), QStringList());
+            library.store.lastError().set({});
         }
-        ASSERT_EQ(library.store.projects()->size(), 1);
-        GetParam().perform(library, place);
+        QFile::remove(path);
+        kind.write(library, path);
         EXPECT_EQ(library.store.lastError().get(), std::nullopt);
-        EXPECT_EQ(library.store.projects()->size(), 2);
+        EXPECT_GT(QFileInfo(path).size(), 200);
+        EXPECT_EQ(QFile::permissions(path).toInt(), plain.permissions().toInt()) << kind.name;
+        EXPECT_EQ(QDir(place.exports()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+            QStringList{u"out.x"_s});
     }
-    TestLibrary again({}, AppDatabase::openQueue(place.libraryFile()));
-    EXPECT_EQ(faultsOf(*again.queue), QString());
-    ASSERT_EQ(again.store.projects()->size(), 2);
-    again.store.selectProject(again.store.projects()->last().id);
-    EXPECT_EQ(again.store.project()->value().name, u"Interviews"_s);
-    EXPECT_GT(again.store.documents()->size() + again.store.codes()->size(), 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(, UnstoredProject, testing::ValuesIn(operations().first(4)), rowName);
-
-TEST_F(Unstored, CodeTakesNoPassages)
+TEST_F(LibraryAtRisk, ExchangesNoArchivesWithoutAPlaceForTemporaryFiles)
 {
-    const Code unstored = [&] {
-        const FailingDisk disk(Kind::full, place.library());
-        return store.createCode(u"New"_s).value();
-    }();
-    store.assignCode(unstored, library.document(u"First"_s), {0, 4});
-    EXPECT_EQ(faultsOf(*library.queue), QString());
-    EXPECT_FALSE(store.codeCounts()->contains(unstored.id));
-}
-
-TEST_F(Unstored, DocumentTakesNoPassages)
-{
-    const Document gone = library.document(u"First"_s);
-    DatabaseQueue(place.libraryFile()).write([&](Database &database) {
-        Document::deleteOne(database, gone.id);
-        Coding::filter(Column("documentID") == gone.id).deleteAll(database);
-    });
-    store.assignCode(library.code(u"Gamma"_s), gone, {0, 4});
-    EXPECT_EQ(faultsOf(*library.queue), QString());
-}
-
-TEST_F(Unstored, MemoOutlivesWhatElseFailsAndIsStoredWithTheNextOne)
-{
-    const Document first = library.document(u"First"_s);
-    const Document second = library.document(u"Second"_s);
-    const Code alpha = library.code(u"Alpha"_s);
-    const Code gamma = library.code(u"Gamma"_s);
-    const auto memos = [this] {
-        TestLibrary fresh({}, AppDatabase::openQueue(place.libraryFile()));
-        return QStringList{
-            fresh.code(u"Alpha"_s).memo.value_or(QString()), fresh.document(u"First"_s).memo.value_or(QString())};
-    };
+    TestLibrary library({}, place.restored());
+    library.fileDialogs.pathToSave = place.exports() + u"/out.qdpx"_s;
     {
-        const Locked otherProgram(place.libraryFile());
-        store.setCodeMemo(alpha, u"about alpha"_s);
-        store.setDocumentMemo(first, u"about the first"_s);
-        store.deleteCode(alpha);
-        store.mergeCodes(alpha, gamma);
-        EXPECT_TRUE(store.saveUnwrittenMemos());
+        const FailingDisk disk(Kind::closed, place.temporary());
+        library.store.presentExportQdpxPanel();
+        EXPECT_TRUE(library.store.lastError()->value_or(QString()).startsWith(u"Export failed: "_s));
+        library.store.importQdpx(place.material(u"study.qdpx"_s));
+        EXPECT_TRUE(library.store.lastError()->value_or(QString()).startsWith(u"Import failed: "_s));
     }
-    DatabaseQueue(place.libraryFile()).write([](Database &database) {
-        database.execute("UPDATE document SET memo = 'newer' WHERE title = 'First'");
-    });
-    store.setDocumentMemo(second, u"about the second"_s);
-    EXPECT_EQ(memos(), (QStringList{u"about alpha"_s, u"newer"_s})) << "what another program wrote isn't written over";
-    EXPECT_TRUE(store.saveUnwrittenMemos());
-    EXPECT_EQ(store.documentMemo(first.id), u"about the first"_s);
-    store.setDocumentMemo(first, u"both"_s);
-    EXPECT_EQ(store.saveUnwrittenMemos(), std::nullopt);
-    EXPECT_EQ(memos().last(), u"both"_s);
-}
-
-TEST_F(Unstored, MemoIsToldOnceAndStoredWhenItIsGivenAgain)
-{
-    const Document document = library.document(u"First"_s);
-    {
-        const Locked otherProgram(place.libraryFile());
-        store.setDocumentMemo(document, u"a"_s);
-        EXPECT_TRUE(store.lastError()->value_or(QString()).startsWith(u"The memo couldn't be saved: "_s));
-        store.lastError().set({});
-        store.setDocumentMemo(document, u"ab"_s);
-        EXPECT_EQ(store.lastError().get(), std::nullopt) << "an alert at each letter";
-        EXPECT_FALSE(store.isMemoWritten(document.id));
-    }
-    store.setDocumentMemo(document, u"ab"_s); // equal to what is listed, but not to what is in the file
-    EXPECT_TRUE(store.isMemoWritten(document.id));
-    TestLibrary fresh({}, AppDatabase::openQueue(place.libraryFile()));
-    EXPECT_EQ(fresh.document(u"First"_s).memo, u"ab"_s);
+    EXPECT_FALSE(QFile::exists(*library.fileDialogs.pathToSave));
+    EXPECT_EQ(library.store.documents()->size(), 2);
 }

@@ -1,39 +1,90 @@
 #include "library/survival/Isolated.h"
 #include "library/survival/Visit.h"
 #include "library/survival/Workplace.h"
+#include "platform/AtomicFile.h"
 #include "records/AppDatabase.h"
 #include "support/Cases.h"
+#include "support/NastyText.h"
 
 #include <QDir>
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Changes that another program made to a library with the documents First (18 units) and Second, and the codes Alpha
-/// (a passage in First), below it Beta (one in First, one in Second) and Gamma (none).
+/// What another program made of a library with the documents First (18 units) and Second, and the codes Alpha (a
+/// passage in First), below it Beta (one in First, one in Second) and Gamma (none), or put in its place.
 struct TamperCase {
     const char *name;
-    QByteArrayList statements;
+    std::function<void(const QString &path)> tamper;
     QString seen; ///< see `visit`
 };
 
-const QString documents = u"Second 29340, First 18 | "_s;
+const QString documents = u"open\nSecond 29340, First 18 | "_s;
 const QString everything = documents + u"Alpha 1, .Beta 2, Gamma 0 | "_s;
 const QString withoutAlpha = documents + u"Alpha 0, .Beta 2, Gamma 0 | "_s;
 
-QString noDocuments(const QString &column, const QString &expected)
+QString unread(const QString &column, const QString &expected)
 {
-    return u" | Alpha 0, .Beta 0, Gamma 0 | The value of column “%1” can't be read: it isn't %2."_s.arg(
+    return u"open\n | Alpha 0, .Beta 0, Gamma 0 | The value of column “%1” can't be read: it isn't %2."_s.arg(
         column, expected);
 }
 
-/// Changes the one passage of Alpha.
-QByteArrayList passage(const QByteArray &change)
+QString refused(const QString &why)
 {
-    return {"UPDATE coding SET " + change + " WHERE length = 4"};
+    return u"refused: The file isn't a library of Vorn: "_s + why;
+}
+
+/// Runs the statements on our library.
+TamperCase library(const char *name, const QByteArrayList &statements, const QString &seen)
+{
+    return {name,
+        [=](const QString &path) {
+            DatabaseQueue(path).writeWithoutTransaction([&](Database &database) {
+                database.execute("PRAGMA foreign_keys = OFF");
+                for (const QByteArray &statement : statements)
+                    database.execute(statement);
+            });
+        },
+        seen};
+}
+
+/// Changes the one passage of Alpha.
+TamperCase passage(const char *name, const QByteArray &change)
+{
+    return library(name, {"UPDATE coding SET " + change + " WHERE length = 4"}, withoutAlpha);
+}
+
+/// Our library, left by a program that was killed. What it has left beside the file isn't in the file yet, or must
+/// come out of it again.
+TamperCase unfinished(const char *name, const QByteArrayList &statements, const QString &seen)
+{
+    return {name,
+        [=](const QString &path) {
+            runAndBeKilled(path, statements);
+            EXPECT_FALSE(QFileInfo(path).dir().entryList({u"vorn.sqlite-*"_s}).isEmpty());
+        },
+        seen};
+}
+
+/// Another program's database in the place of ours.
+TamperCase foreign(const char *name, const QByteArrayList &statements)
+{
+    return {name,
+        [=](const QString &path) {
+            QFile::remove(path);
+            runAndBeKilled(path, statements);
+        },
+        refused(u"another program made it."_s)};
+}
+
+QByteArrayList inPlaceOf(const QByteArray &table, const QByteArray &definition)
+{
+    return {"ALTER TABLE " + table + " RENAME TO old", definition};
 }
 
 /// Changes the definition of a table, whatever SQLite and the rows say.
@@ -43,194 +94,205 @@ QByteArrayList redefined(const QByteArray &table, const QByteArray &part, const 
         "UPDATE sqlite_master SET sql = replace(sql, '" + part + "', '" + other + "') WHERE name = '" + table + '\''};
 }
 
-QByteArrayList inPlaceOf(const QByteArray &table, const QByteArray &definition)
-{
-    return {"ALTER TABLE " + table + " RENAME TO old", definition};
-}
-
-/// Views that refer to each other in a circle: asking one for its columns costs more than anybody can wait for.
-QByteArrayList circularViews(int count)
-{
-    QByteArrayList statements{"CREATE VIRTUAL TABLE found USING fts5(x)", "BEGIN"};
-    for (int index = 0; index < count; ++index)
-        statements.append("CREATE VIEW loop" + QByteArray::number(index) + " AS SELECT * FROM loop"
-            + QByteArray::number((index + 1) % count));
-    return statements + QByteArrayList{"COMMIT"};
-}
-
-QByteArrayList tenThousandCodes(const QByteArray &parent)
-{
-    return {"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 10000) INSERT INTO code (id, "
-            "projectID, name, colorHex, parentID, createdAt) SELECT CAST(printf('%016d', i) AS BLOB), (SELECT id FROM "
-            "project), 'code ' || i, '#112233', "
-        + parent + ", '2026-03-01 09:00:00.000' FROM n"};
-}
-
 std::vector<TamperCase> strangeRows()
 {
     return {
-        {"negative_start", passage("start = -5"), withoutAlpha},
-        {"no_length", passage("length = 0"), withoutAlpha},
-        {"end_past_the_text", passage("start = 15"), withoutAlpha},
-        {"length_that_wraps_around", passage("start = 5, length = 9223372036854775807"), withoutAlpha},
-        {"start_is_a_word", passage("start = 'five'"), withoutAlpha},
-        {"passage_of_an_unknown_document", passage("documentID = randomblob(16)"), withoutAlpha},
-        {"passage_coded_never", passage("createdAt = 'never'"), withoutAlpha},
-        {"codes_below_each_other",
+        passage("negative_start", "start = -5"),
+        passage("end_past_the_text", "start = 15"),
+        passage("length_that_wraps_around", "start = 5, length = 9223372036854775807"),
+        passage("start_is_a_word", "start = 'five'"),
+        passage("passage_of_an_unknown_document", "documentID = randomblob(16)"),
+        library("codes_below_each_other",
             {"UPDATE code SET parentID = (SELECT id FROM code WHERE name = 'Beta') WHERE name = 'Alpha'"},
-            documents + u"Gamma 0, Alpha 1, Beta 2 | "_s},
-        {"ten_thousand_levels", tenThousandCodes("CASE WHEN i > 1 THEN CAST(printf('%016d', i - 1) AS BLOB) END"),
-            documents + u"10003 codes | "_s},
+            documents + u"Gamma 0, Alpha 1, Beta 2 | "_s),
+        library("thousands_of_levels",
+            {"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 4000) INSERT INTO code (id, "
+             "projectID, name, colorHex, parentID, createdAt) SELECT CAST(printf('%016d', i) AS BLOB), (SELECT id "
+             "FROM project), 'code ' || i, '#112233', CASE WHEN i > 1 THEN CAST(printf('%016d', i - 1) AS BLOB) END, "
+             "'2026-03-01 09:00:00.000' FROM n"},
+            documents + u"4003 codes | "_s),
         // The codebook is read as a whole or not at all.
-        {"parent_is_a_number", {"UPDATE code SET parentID = 7 WHERE name = 'Beta'"}, documents + u" | "_s},
-        {"name_with_a_nul", {"UPDATE code SET name = 'Al' || char(0) || 'pha' WHERE name = 'Alpha'"},
-            documents + u"Al\0pha 1, .Beta 2, Gamma 0 | "_s},
-        {"document_added_before_the_first_year", {"UPDATE document SET addedAt = -62167219200 WHERE title = 'First'"},
-            noDocuments(u"addedAt"_s, u"a date"_s)},
-        {"text_is_a_blob", {"UPDATE document SET text = zeroblob(3000000) WHERE title = 'First'"},
-            noDocuments(u"text"_s, u"a text"_s)},
-        {"text_is_shorter_than_its_passages", {"UPDATE document SET text = '' WHERE title = 'First'"},
-            u"Second 29340, First 0 | Alpha 0, .Beta 1, Gamma 0 | "_s},
-        {"text_isnt_utf8", {"UPDATE document SET text = CAST(x'FFC0AFEDA0BDF8' AS TEXT) WHERE title = 'First'"},
-            u"Second 29340, First 7 | Alpha 1, .Beta 1, Gamma 0 | "_s},
-        {"project_id_as_text",
+        library("parent_is_a_number", {"UPDATE code SET parentID = 7 WHERE name = 'Beta'"}, documents + u" | "_s),
+        library("name_with_a_nul", {"UPDATE code SET name = 'Al' || char(0) || 'pha' WHERE name = 'Alpha'"},
+            documents + u"Al\0pha 1, .Beta 2, Gamma 0 | "_s),
+        library("document_added_before_the_first_year",
+            {"UPDATE document SET addedAt = -62167219200 WHERE title = 'First'"}, unread(u"addedAt"_s, u"a date"_s)),
+        library("text_is_a_blob", {"UPDATE document SET text = zeroblob(3000000) WHERE title = 'First'"},
+            unread(u"text"_s, u"a text"_s)),
+        library("text_isnt_utf8", {"UPDATE document SET text = CAST(x'FFC0AFEDA0BDF8' AS TEXT) WHERE title = 'First'"},
+            u"open\nSecond 29340, First 7 | Alpha 1, .Beta 1, Gamma 0 | "_s),
+        library("project_id_as_text",
             {"UPDATE project SET id = substr(hex(id), 1, 8) || '-' || substr(hex(id), 9, 4) || '-' || "
              "substr(hex(id), 13, 4) || '-' || substr(hex(id), 17, 4) || '-' || substr(hex(id), 21)"},
-            everything},
-        {"no_project", {"DELETE FROM project"}, u" |  | "_s},
+            everything),
+        library("no_project", {"DELETE FROM project"}, u"open; looking at the library changed it\n |  | "_s),
     };
 }
 
 std::vector<TamperCase> strangeSchemas()
 {
-    const auto notOurs = [](const QString &why) { return u"refused: The file isn't a library of Vorn: "_s + why; };
-    const auto opened = u"open\n"_s + everything;
-    const QByteArray columns = "(id TEXT PRIMARY KEY NOT NULL, documentID TEXT NOT NULL, codeID TEXT NOT NULL, start "
-                               "INTEGER NOT NULL, length INTEGER NOT NULL, createdAt DATETIME NOT NULL)";
     return {
-        {"table_missing", {"DROP TABLE coding"}, notOurs(u"its table “coding” is missing or no plain table."_s)},
-        {"view", inPlaceOf("coding", "CREATE VIEW coding AS SELECT * FROM old"),
-            notOurs(u"its table “coding” is missing or no plain table."_s)},
-        {"rows_without_numbers", inPlaceOf("coding", "CREATE TABLE coding " + columns + " WITHOUT ROWID"),
-            notOurs(u"its table “coding” can't be written: no such column: rowid - while executing `DELETE FROM coding "
-                    "WHERE rowid = 0`."_s)},
-        {"column_that_hides_the_numbers_of_rows", {"ALTER TABLE document ADD COLUMN RowID TEXT"},
-            notOurs(u"its table “document” has the column “RowID” TEXT."_s)},
-        {"column_missing", {"ALTER TABLE document DROP COLUMN memo"},
-            notOurs(u"its table “document” lacks the column “memo” TEXT."_s)},
-        {"column_of_another_type", redefined("coding", "\"start\" INTEGER", "\"start\" TEXT"),
-            notOurs(u"its table “coding” lacks the column “start” INTEGER NOT NULL."_s)},
-        {"generated_column", redefined("coding", "INTEGER NOT NULL, \"length", "INTEGER NOT NULL AS (0), \"length"),
-            notOurs(u"its table “coding” lacks the column “start” INTEGER NOT NULL."_s)},
-        {"memo_that_must_not_be_absent", redefined("code", "\"memo\" TEXT", "\"memo\" TEXT NOT NULL DEFAULT 0"),
-            notOurs(u"its table “code” lacks the column “memo” TEXT."_s)},
-        {"column_that_nobody_fills", redefined("coding", "NOT NULL)", "NOT NULL, author TEXT NOT NULL)"),
-            notOurs(u"its table “coding” has the column “author” TEXT NOT NULL."_s)},
-        {"identifiers_without_a_key",
-            inPlaceOf("coding", QByteArray("CREATE TABLE coding " + columns).replace(" PRIMARY KEY", "")),
-            notOurs(u"its table “coding” lacks the column “id” TEXT NOT NULL PRIMARY KEY."_s)},
-        {"equal_identifier_replaces", redefined("document", "PRIMARY KEY", "PRIMARY KEY ON CONFLICT REPLACE"),
-            notOurs(u"its table “document” has a CONFLICT clause."_s)},
-        {"one_passage_for_each_start", {"DELETE FROM coding", "CREATE UNIQUE INDEX starts ON coding(start)"},
-            notOurs(u"its table “coding” has the unique key “start”."_s)},
-        {"is_deleted_with_another", {"ALTER TABLE coding ADD COLUMN tie TEXT REFERENCES project ON DELETE CASCADE"},
-            notOurs(u"its table “coding” has a reference to “project”."_s)},
-        {"memos_of_few_letters", redefined("code", "\"memo\" TEXT", "\"memo\" TEXT CHECK (length(memo) < 9)"),
-            notOurs(u"its table “code” has a CHECK clause."_s)},
-        {"index_in_an_unknown_order", redefined("code_on_parentID", "\"parentID\")", "\"parentID\" COLLATE MINE)"),
-            notOurs(u"its table “code” can't be written: no such collation sequence: MINE - while executing `DELETE "
-                    "FROM code WHERE rowid = 0`."_s)},
-        {"migrations_forgotten", {"DELETE FROM grdb_migrations"}, notOurs(u"another program made it."_s)},
-        {"one_migration_forgotten", {"DELETE FROM grdb_migrations WHERE identifier = 'memos'"},
-            u"refused: duplicate column name: memo - while executing `ALTER TABLE \"code\" ADD COLUMN \"memo\" TEXT`"_s},
-        {"migration_in_between_forgotten", {"DELETE FROM grdb_migrations WHERE identifier = 'codes'"},
-            u"refused: no such table: code - while executing `ALTER TABLE \"code\" ADD COLUMN \"memo\" TEXT`"_s},
-        {"additions",
+        library("table_missing", {"DROP TABLE coding"}, refused(u"its table “coding” is missing or no plain table."_s)),
+        library("view", inPlaceOf("coding", "CREATE VIEW coding AS SELECT * FROM old"),
+            refused(u"its table “coding” is missing or no plain table."_s)),
+        library("rows_without_numbers",
+            inPlaceOf("coding", "CREATE TABLE coding (id TEXT PRIMARY KEY NOT NULL) WITHOUT ROWID"),
+            refused(u"its table “coding” can't be written: no such column: rowid - while executing `DELETE FROM "
+                    "coding WHERE rowid = 0`."_s)),
+        library("column_that_hides_the_numbers_of_rows", {"ALTER TABLE document ADD COLUMN RowID TEXT"},
+            refused(u"its table “document” has the column “RowID” TEXT."_s)),
+        library("column_missing", {"ALTER TABLE document DROP COLUMN memo"},
+            refused(u"its table “document” lacks the column “memo” TEXT."_s)),
+        library("generated_column",
+            redefined("coding", "INTEGER NOT NULL, \"length", "INTEGER NOT NULL AS (0), \"length"),
+            refused(u"its table “coding” lacks the column “start” INTEGER NOT NULL."_s)),
+        library("column_that_nobody_fills", redefined("coding", "NOT NULL)", "NOT NULL, author TEXT NOT NULL)"),
+            refused(u"its table “coding” has the column “author” TEXT NOT NULL."_s)),
+        library("one_passage_for_each_start", {"DELETE FROM coding", "CREATE UNIQUE INDEX starts ON coding(start)"},
+            refused(u"its table “coding” has the unique key “start”."_s)),
+        library("is_deleted_with_another",
+            {"ALTER TABLE coding ADD COLUMN tie TEXT REFERENCES project ON DELETE CASCADE"},
+            refused(u"its table “coding” has a reference to “project”."_s)),
+        library("memos_of_few_letters", redefined("code", "\"memo\" TEXT", "\"memo\" TEXT CHECK (length(memo) < 9)"),
+            refused(u"its table “code” has a CHECK clause."_s)),
+        library("migrations_forgotten", {"DELETE FROM grdb_migrations"}, refused(u"another program made it."_s)),
+        library("migration_in_between_forgotten", {"DELETE FROM grdb_migrations WHERE identifier = 'codes'"},
+            u"refused: no such table: code - while executing `ALTER TABLE \"code\" ADD COLUMN \"memo\" TEXT`"_s),
+        library("additions",
             {"CREATE TABLE notes (about REFERENCES document ON DELETE CASCADE, text CHECK (length(text) > 0))",
                 "CREATE VIEW all_codings AS SELECT * FROM coding", "CREATE INDEX dates ON coding(createdAt)",
                 "CREATE UNIQUE INDEX titles ON document(title, id)", "ALTER TABLE code ADD COLUMN checked INTEGER",
                 "ALTER TABLE code ADD COLUMN rank INTEGER NOT NULL DEFAULT 0", "DROP INDEX coding_on_codeID"},
-            opened},
-        {"circular_views", circularViews(1'000), opened},
+            everything),
     };
 }
 
-/// A library of ours, left by a program that was killed.
 std::vector<TamperCase> unfinishedLibraries()
 {
     const auto cutOff = [](const QByteArray &change) {
         return QByteArrayList{"PRAGMA cache_size = 1", "BEGIN", change, "UPDATE document SET text = title || text"};
     };
+    const QString restored = QString(everything).replace(u"open"_s, u"open; looking at the library changed it"_s);
     return {
-        {"log", {"PRAGMA journal_mode = WAL", "UPDATE code SET name = 'Omega' WHERE name = 'Gamma'"},
-            documents + u"Alpha 1, .Beta 2, Omega 0 | "_s},
-        {"half_a_change", cutOff("DELETE FROM coding"), everything},
-        {"half_a_change_of_the_schema", cutOff("DROP TABLE coding"), everything},
+        unfinished("log", {"PRAGMA journal_mode = WAL", "UPDATE code SET name = 'Omega' WHERE name = 'Gamma'"},
+            documents + u"Alpha 1, .Beta 2, Omega 0 | "_s),
+        unfinished("half_a_change", cutOff("DELETE FROM coding"), restored),
+        unfinished("half_a_change_of_the_schema", cutOff("DROP TABLE coding"), restored),
     };
 }
 
-/// Makes the library anew, as another program has left it.
-void restoreTampered(Workplace &place, const QByteArrayList &statements)
+std::vector<TamperCase> foreignFiles()
 {
-    place.restoreLibrary();
-    DatabaseQueue queue(place.libraryFile());
-    queue.writeWithoutTransaction([&](Database &database) {
-        database.execute("PRAGMA foreign_keys = OFF");
-        for (const QByteArray &statement : statements)
-            database.execute(statement);
-    });
+    return {
+        {"letter",
+            [](const QString &path) {
+                AtomicFile::write(path, "Dear diary, this is no database, however long it may be.");
+            },
+            u"refused: file is not a database - while executing `SELECT * FROM sqlite_master LIMIT 1`"_s},
+        foreign("database", {"CREATE TABLE bookmarks (url TEXT)"}),
+        foreign("migrations",
+            {"CREATE TABLE grdb_migrations (identifier TEXT NOT NULL PRIMARY KEY)",
+                "INSERT INTO grdb_migrations VALUES ('v1')", "CREATE TABLE player (name)"}),
+        foreign("migrations_without_end",
+            {"CREATE VIEW grdb_migrations AS WITH RECURSIVE n(identifier) AS (SELECT 'v' UNION ALL SELECT identifier "
+             "FROM n) SELECT identifier FROM n"}),
+        foreign("unfinished_log", {"PRAGMA journal_mode = WAL", "CREATE TABLE bookmarks (url TEXT)"}),
+        foreign("unfinished_change",
+            {"CREATE TABLE bookmarks (url TEXT)", "INSERT INTO bookmarks VALUES (zeroblob(100000))",
+                "PRAGMA cache_size = 1", "BEGIN", "UPDATE bookmarks SET url = randomblob(100000)"}),
+        {"pipe",
+            [](const QString &path) {
+                QFile::remove(path);
+                ::mkfifo(QFile::encodeName(path).constData(), 0600);
+            },
+            u"refused: disk I/O error"_s},
+        {"file_of_a_later_format",
+            [](const QString &path) {
+                QByteArray content = AtomicFile::readFile(path);
+                content[18] = 3; // a program that knows less may read and not write
+                AtomicFile::write(path, content);
+            },
+            u"refused: The file may only be read, and Vorn must be able to write it."_s},
+    };
 }
 
-class HostileLibrary : public testing::TestWithParam<TamperCase> {
-protected:
-    QString visited()
-    {
-        restoreTampered(place, GetParam().statements);
-        const Ending ending = inProcessOfItsOwn([&] { return visit(place.libraryFile(), place.exports()); });
-        EXPECT_EQ(ending.fault, "");
-        return ending.result;
-    }
+/// Names, and of files what they hold.
+std::vector<std::pair<QString, QByteArray>> contentsOf(const QString &folder)
+{
+    std::vector<std::pair<QString, QByteArray>> contents;
+    for (const QFileInfo &each : QDir(folder).entryInfoList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot))
+        contents.emplace_back(each.fileName(), each.isFile() ? AtomicFile::readFile(each.filePath()) : QByteArray());
+    return contents;
+}
 
-    Workplace place;
-};
-class StrangeRow : public HostileLibrary { };
-class StrangeSchema : public HostileLibrary { };
-class UnfinishedLibrary : public HostileLibrary { };
+class HostileLibrary : public testing::TestWithParam<TamperCase> { };
+
+/// Fills a part of the bytes with noise, or cuts them off, as chance has it.
+void damage(QByteArray &bytes, NastyText &random)
+{
+    constexpr int pageSize = 4'096;
+    const auto noise = [&](qsizetype start, int length) {
+        for (qsizetype index = start; index < std::min(start + length, bytes.size()); ++index)
+            bytes[index] = char(random.onceIn(2) ? random.number(0, 1) * 255 : random.number(0, 255));
+    };
+    const qsizetype page = random.number(0, int(bytes.size()) / pageSize - 1) * pageSize;
+    switch (random.number(0, 3)) {
+    case 0:
+        return bytes.truncate(page + random.number(0, 1) * 100);
+    case 1:
+        return noise(page, random.number(1, pageSize));
+    case 2:
+        return noise(random.number(16, 99), random.number(1, 4)); // what the file says of itself
+    default:
+        return noise(page + random.number(0, 40), 2); // what a page says of its cells
+    }
+}
 
 } // namespace
 
-TEST_P(StrangeRow, IsLeftOutOrToldAndHarmsNothingElse)
+TEST_P(HostileLibrary, IsUsedAsFarAsItGoesOrRefusedAndLeftAsItIs)
 {
-    EXPECT_EQ(visited(), u"open\n"_s + GetParam().seen);
-}
-
-TEST_P(StrangeSchema, IsRefusedUnlessItIsHarmless)
-{
-    EXPECT_EQ(visited(), GetParam().seen);
-}
-
-TEST_P(UnfinishedLibrary, IsFinishedAndOpened)
-{
+    Workplace place;
     place.restoreLibrary();
-    runAndBeKilled(place.libraryFile(), GetParam().statements);
-    EXPECT_FALSE(QDir(place.library()).entryList({u"vorn.sqlite-*"_s}).isEmpty());
-    const Ending ending = inProcessOfItsOwn([&] { return visit(place.libraryFile(), place.exports(), false); });
-    EXPECT_EQ(ending.fault, "");
-    EXPECT_EQ(ending.result, u"open\n"_s + GetParam().seen);
+    GetParam().tamper(place.libraryFile());
+    const auto before = contentsOf(place.library());
+    const QString seen = inProcessOfItsOwn([&] { return visit(place.libraryFile(), place.exports()); });
+    EXPECT_EQ(seen, GetParam().seen);
+    if (seen.startsWith(u"refused"_s)) {
+        EXPECT_EQ(contentsOf(place.library()), before);
+    }
     EXPECT_EQ(place.leftovers(), QStringList());
 }
 
-INSTANTIATE_TEST_SUITE_P(, StrangeRow, testing::ValuesIn(strangeRows()), rowName);
-INSTANTIATE_TEST_SUITE_P(, StrangeSchema, testing::ValuesIn(strangeSchemas()), rowName);
-INSTANTIATE_TEST_SUITE_P(, UnfinishedLibrary, testing::ValuesIn(unfinishedLibraries()), rowName);
+INSTANTIATE_TEST_SUITE_P(StrangeRows, HostileLibrary, testing::ValuesIn(strangeRows()), rowName);
+INSTANTIATE_TEST_SUITE_P(StrangeSchemas, HostileLibrary, testing::ValuesIn(strangeSchemas()), rowName);
+INSTANTIATE_TEST_SUITE_P(Unfinished, HostileLibrary, testing::ValuesIn(unfinishedLibraries()), rowName);
+INSTANTIATE_TEST_SUITE_P(ForeignFiles, HostileLibrary, testing::ValuesIn(foreignFiles()), rowName);
+
+TEST(DamagedLibrary, IsRefusedOrUsedAsFarAsItGoesAndNeverBringsTheProgramDown)
+{
+    Workplace place;
+    place.restoreLibrary();
+    const QByteArray sound = AtomicFile::readFile(place.libraryFile());
+    for (unsigned seed = 0; seed < 10; ++seed) {
+        NastyText random(seed);
+        QByteArray bytes = sound;
+        damage(bytes, random);
+        AtomicFile::write(place.libraryFile(), bytes);
+        const QString seen = inProcessOfItsOwn([&] { return visit(place.libraryFile(), place.exports()); });
+        EXPECT_TRUE(seen.startsWith(u"refused: "_s) || seen.startsWith(u"open\n"_s))
+            << "seed " << seed << ": " << seen.toStdString();
+    }
+}
 
 TEST(Trigger, OfAnotherProgramNeverRuns)
 {
     Workplace place;
-    restoreTampered(place,
+    TestLibrary library({}, place.restored());
+    for (const char *trigger :
         {"CREATE TRIGGER thief AFTER INSERT ON coding BEGIN DELETE FROM document; DELETE FROM code; END",
-            "CREATE TRIGGER guard BEFORE UPDATE ON code BEGIN SELECT RAISE(ABORT, 'no'); END"});
-    TestLibrary library({}, AppDatabase::openQueue(place.libraryFile()));
+            "CREATE TRIGGER guard BEFORE UPDATE ON code BEGIN SELECT RAISE(ABORT, 'no'); END"})
+        DatabaseQueue(place.libraryFile()).write([&](Database &database) { database.execute(trigger); });
     library.store.assignCode(library.code(u"Gamma"_s), library.document(u"First"_s), {5, 5});
     library.store.renameCode(library.code(u"Gamma"_s), u"Delta"_s);
     EXPECT_EQ(library.store.documents()->size(), 2);

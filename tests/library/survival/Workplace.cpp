@@ -67,7 +67,6 @@ Workplace::Workplace()
         QFile::setPermissions(folder, QFile::Permissions(0x7777)); // a failing disk may make another user of us
     }
     qputenv("TMPDIR", QFile::encodeName(temporary()));
-    AtomicFile::write(material(u"one.txt"_s), "One text.");
     AtomicFile::write(material(u"two.txt"_s), QByteArray("Another, longer text. ").repeated(500));
     static const QByteArray archive = [this] {
         TestLibrary source;
@@ -114,4 +113,38 @@ QString digestOf(DatabaseQueue &queue)
 QString faultsOf(DatabaseQueue &queue)
 {
     return lines(queue, faults);
+}
+
+std::span<const Operation> operations()
+{
+    using On = const Operation::Subject &;
+    static const Operation all[] = {
+        {"import_of_a_file", [](On on) { on.store.importURLs({QUrl::fromLocalFile(on.place.material(u"two.txt"_s))}); },
+            "two.txt: "},
+        {"import_of_an_archive", [](On on) { on.store.importQdpx(on.place.material(u"study.qdpx"_s)); },
+            "Import failed: "},
+        {"paste", [](On on) { on.store.addPastedDocument(u"Pasted"_s, u"text "_s.repeated(3'000)); },
+            "The document couldn't be added: "},
+        {"new_code", [](On on) { on.store.createCode(u"Delta"_s, u"#112233"_s); }},
+        {"coding",
+            [](On on) {
+                on.store.assignCode(on.library.code(u"Gamma"_s), on.library.document(u"First"_s), {5, 5});
+            }},
+        {"removal_of_a_coding",
+            [](On on) {
+                for (const Coding &coding : on.store.codings(on.library.document(u"Second"_s)))
+                    on.store.removeCoding(coding);
+            }},
+        {"nesting", [](On on) { on.store.nestCode(on.library.code(u"Gamma"_s).id, on.library.code(u"Beta"_s).id); }},
+        {"move_to_the_top", [](On on) { on.store.moveCodeToTopLevel(on.library.code(u"Beta"_s)); }},
+        {"memo",
+            [](On on) { on.store.setDocumentMemo(on.library.document(u"First"_s), u"a thought "_s.repeated(700)); },
+            "The memo couldn't be saved: "},
+        {"merge", [](On on) { on.store.mergeCodes(on.library.code(u"Alpha"_s), on.library.code(u"Gamma"_s)); }},
+        {"deletion_of_a_code", [](On on) { on.store.deleteCode(on.library.code(u"Beta"_s)); }},
+        {"deletion_of_a_document", [](On on) { on.store.deleteDocument(on.library.document(u"First"_s)); }, ""},
+        {"new_name", [](On on) { on.store.renameDocument(on.library.document(u"Second"_s), u"Third"_s); }},
+        {"new_project", [](On on) { on.store.createProject(u"Other"_s); }},
+    };
+    return all;
 }

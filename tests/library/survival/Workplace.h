@@ -4,6 +4,8 @@
 
 #include <QTemporaryDir>
 
+#include <span>
+
 /// Folders for a test about harm: one for the library, one for what is imported, one for exports, and one for the
 /// system's temporary files.
 class Workplace {
@@ -40,3 +42,21 @@ private:
 /// What is wrong with the file as a whole; empty when nothing is: SQLite's own check, codings without their document or
 /// code or outside the text, codes below one that isn't there or below themselves, things in no project.
 [[nodiscard]] QString faultsOf(DatabaseQueue &queue);
+
+/// One thing that a user does, which writes into the library or changes nothing.
+struct Operation {
+    struct Subject {
+        const TestLibrary &library;
+        LibraryStore &store;
+        const Workplace &place;
+    };
+
+    const char *name;
+    void (*body)(const Subject &subject);
+    const char *complaint = nullptr; ///< the beginning of what a failure says; null where the lists show it
+
+    void perform(TestLibrary &library, const Workplace &place) const { body({library, library.store, place}); }
+};
+
+/// Each can be done by itself on the library of a `Workplace`, and all of them one after the other.
+[[nodiscard]] std::span<const Operation> operations();
