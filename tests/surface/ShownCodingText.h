@@ -6,28 +6,29 @@
 #include <QScrollBar>
 #include <QTest>
 
-#include <utility>
 #include <vector>
 
 /// A text surface in a window of its own, with the clock in the test's hands.
 class ShownCodingText {
 public:
-    explicit ShownCodingText(const QString &text, QSize size = {760, 500})
+    explicit ShownCodingText(const QString &text = {})
     {
-        view.setRunLater([this](std::chrono::milliseconds delay, std::function<void()> job) {
-            later.emplace_back(delay, std::move(job));
-        });
+        view.setRunLater([this](auto, auto job) { later.push_back(std::move(job)); });
         QObject::connect(&view, &CodingTextView::selectedRangeChanged, &view,
             [this](TextRange range) { reported.push_back(range); });
-        view.resize(size);
+        view.resize(760, 500);
         view.show();
         [[maybe_unused]] const bool isShown = QTest::qWaitForWindowExposed(&view);
-        content.text = text;
-        apply();
+        showText(text);
         QApplication::processEvents();
     }
 
     void apply() { view.apply(content); }
+    void showText(const QString &text)
+    {
+        content.text = text;
+        apply();
+    }
     void reveal(TextRange range)
     {
         content.revealRange = range;
@@ -46,30 +47,22 @@ public:
         const QRect rectangle = view.characterRectangle(position);
         return {rectangle.left() + rectangle.width() / 4, rectangle.center().y()};
     }
-    void click(qint64 position, Qt::KeyboardModifiers modifiers = {})
-    {
-        QTest::mouseClick(view.viewport(), Qt::LeftButton, modifiers, pointAt(position));
-    }
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(&view, key, modifiers); }
-    [[nodiscard]] QString selectedText() const
-    {
-        return content.text.mid(view.selection().location, view.selection().length);
-    }
     [[nodiscard]] QImage picture()
     {
         QApplication::processEvents();
-        return view.viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32);
+        return view.viewport()->grab().toImage();
     }
-
-    [[nodiscard]] QColor colorAt(QPoint point)
+    /// The colour of the page just above the letters, behind a character.
+    [[nodiscard]] QColor colorBehind(qint64 position)
     {
-        const QImage image = picture();
-        return image.pixelColor(point * image.devicePixelRatio());
+        const QRect rectangle = view.characterRectangle(position);
+        return picture().pixelColor(rectangle.center().x(), rectangle.top());
     }
 
     const bool isAccessible = (installAccessibleCodingText(), true); // before the view is made
     CodingTextView view;
     CodingTextView::Content content;
     std::vector<TextRange> reported;
-    std::vector<std::pair<std::chrono::milliseconds, std::function<void()>>> later;
+    std::vector<std::function<void()>> later;
 };
