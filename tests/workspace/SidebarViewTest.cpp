@@ -169,4 +169,6 @@ TEST_F(Sidebar, DragsACodeWithoutSelectingIt)
         QApplication::sendEvent(place, &enter);
         EXPECT_EQ(enter.isAccepted(), place == list().viewport()) << place->metaObject()->className();
     }
+    QDragLeaveEvent leave; // without it Qt would go on sending drags to this list when it is gone
+    QApplication::sendEvent(list().viewport(), &leave);
 }
