@@ -5,6 +5,8 @@
 #include "platform/TextDecoder.h"
 #include "records/TextTrimming.h"
 
+#include <QHash> // std::hash of QByteArray
+
 #include <algorithm>
 #include <charconv>
 #include <limits>
