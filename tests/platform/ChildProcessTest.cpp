@@ -44,6 +44,8 @@ TEST(ChildProcess, TellsAProgramThatCantStartFromOneThatFails)
 
 TEST(ChildProcess, PassesArgumentsUnreadByAnyShellAndKeepsAwayTheVariablesThatArchiversObey)
 {
+    const QByteArray before = qgetenv("LC_ALL");
+    qputenv("LC_ALL", "POSIX");
     qputenv("UNZIP", "-l");
     const Result result = ChildProcess::run({.program = u"/bin/sh"_s,
         .arguments = {u"-c"_s, u"printf '%s|%s|%s|%s' \"$1\" \"$PWD\" \"$UNZIP\" \"$LC_ALL\""_s, u"sh"_s,
@@ -51,5 +53,6 @@ TEST(ChildProcess, PassesArgumentsUnreadByAnyShellAndKeepsAwayTheVariablesThatAr
         .workingDirectory = u"/usr"_s,
         .outputLimit = 1000});
     qunsetenv("UNZIP");
+    before.isNull() ? qunsetenv("LC_ALL") : qputenv("LC_ALL", before);
     EXPECT_EQ(result.output, "a b'$(id)\"*é|/usr||C.UTF-8");
 }

@@ -100,6 +100,13 @@ TEST(StagingFolder, IsPrivateAndGoesWithWhateverIsInIt)
 
 namespace {
 
+void makeOld(const QString &path, qint64 seconds)
+{
+    const timespec then{.tv_sec = ::time(nullptr) - seconds, .tv_nsec = 0};
+    const timespec times[] = {then, then};
+    ::utimensat(AT_FDCWD, QFile::encodeName(path).constData(), times, 0);
+}
+
 /// A folder as a killed process leaves it, last changed `age` seconds ago.
 QString abandonedFolder(const QString &name, qint64 age)
 {
@@ -107,9 +114,7 @@ QString abandonedFolder(const QString &name, qint64 age)
     QDir().mkpath(path + u"/sources"_s);
     AtomicFile::write(path + u"/sources/interview.txt"_s, "text");
     QFile::setPermissions(path + u"/sources"_s, QFile::Permissions());
-    const timespec then{.tv_sec = ::time(nullptr) - age, .tv_nsec = 0};
-    const timespec times[] = {then, then};
-    ::utimensat(AT_FDCWD, QFile::encodeName(path).constData(), times, 0);
+    makeOld(path, age);
     return path;
 }
 
@@ -122,8 +127,7 @@ TEST(StagingFolder, IsRemovedLaterWhenItsProcessWasKilled)
     const QString young = abandonedFolder(u"vorn-test-young"_s, 10); // its process may be about to lock it
     const QString other = abandonedFolder(u"other"_s, 3'600);
     const StagingFolder living(u"vorn-test-"_s);
-    const timespec longAgo[] = {{}, {}};
-    ASSERT_EQ(::utimensat(AT_FDCWD, QFile::encodeName(living.path()).constData(), longAgo, 0), 0);
+    makeOld(living.path(), 3'600);
     const QString link = QDir::tempPath() + u"/vorn-test-link"_s;
     QFile::link(elsewhere.path({}), link);
 
