@@ -1,13 +1,8 @@
 #include "ShownWindow.h"
 #include "kit/controls/Alert.h"
-#include "kit/theme/Metrics.h"
 #include "platform/AtomicFile.h"
-#include "records/database/Database.h"
-#include "records/database/DatabaseQueue.h"
 #include "workspace/StatusBanner.h"
-#include "workspace/lists/DocumentListView.h"
 #include "workspace/picker/CodePickerPopover.h"
-#include "workspace/sidebar/SidebarView.h"
 
 #include <QClipboard>
 #include <QLineEdit>
@@ -20,41 +15,18 @@ using namespace Qt::StringLiterals;
 
 using Window = ShownWindow;
 
-TEST_F(Window, ItsColumnsKeepTheirLimitsWhateverTheNames)
-{
-    library.makeCodes({u"A name that goes on and on, "_s.repeated(11)});
-    library.paste(u"A"_s, u"some words"_s);
-    open();
-    for (const QString &title : {u"W"_s.repeated(300), u"long words "_s.repeated(2900)}) {
-        library.store.renameDocument(library.store.documents()->first(), title);
-        for (const QSize size : {QSize(2560, 1440), QSize(500, 300), QSize(1180, 780)}) {
-            root().resize(size);
-            settle();
-            EXPECT_EQ(root().size().expandedTo({900, 600}), size.expandedTo({900, 600}));
-            const int sidebar = find<SidebarView>().width();
-            EXPECT_TRUE(sidebar >= 185 && sidebar <= 280) << sidebar;
-            const int list = find<DocumentListView>().width();
-            EXPECT_TRUE(list >= ListMetrics::minColumnWidth && list <= ListMetrics::maxColumnWidth) << list;
-        }
-        EXPECT_GE(text().height(), 200) << title.size();
-    }
-}
-
 TEST_F(Window, ThePickerStaysInsideAndClosesAtAClickAndAtFinding)
 {
     library.paste(u"A"_s, u"some words to code"_s);
     open();
+    root().resize(900, 600);
     drag(0, 4);
     for (const bool isByClick : {true, false}) {
         click(u"addCode"_s);
-        for (const QSize size : {QSize(1600, 900), QSize(500, 300)}) {
-            root().resize(size);
-            settle();
-            const QRect body = find<CodePickerPopover>().bodyInWindow();
-            const QPoint button = find(u"addCode"_s).mapTo(&root(), QPoint());
-            EXPECT_TRUE(root().rect().contains(body) && body.bottom() < button.y()) << size.width();
-            EXPECT_TRUE(body.left() < button.x() && button.x() < body.right()) << size.width();
-        }
+        const QRect body = find<CodePickerPopover>().bodyInWindow();
+        const QPoint button = find(u"addCode"_s).mapTo(&root(), QPoint());
+        EXPECT_TRUE(root().rect().contains(body) && body.bottom() < button.y());
+        EXPECT_TRUE(body.left() < button.x() && button.x() < body.right());
         if (isByClick)
             click(*text().viewport(), text().characterRectangle(12).center());
         else
@@ -67,7 +39,7 @@ TEST_F(Window, ThePickerStaysInsideAndClosesAtAClickAndAtFinding)
 
 TEST_F(Window, FindBarGoesRoundThroughItsMatchesAndEscapeClosesIt)
 {
-    const Document other = library.paste(u"B"_s, u"some words\n"_s.repeated(300) + u"the table"_s);
+    library.paste(u"B"_s, u"some words\n"_s.repeated(300) + u"the table"_s);
     library.paste(u"A"_s, u"Table one, table two, TABLE three"_s);
     open();
     press(Qt::Key_F, Qt::ControlModifier);
@@ -195,49 +167,4 @@ TEST_F(Window, APassageIsCodedWithoutTheMouseWithTheFirstCodeOfAnExactName)
     EXPECT_EQ(library.store.codes()->size(), 2);
     EXPECT_TRUE(text().hasFocus()); // where the gesture began
     EXPECT_FALSE(find(u"selectionBar"_s).isVisible());
-}
-
-/// A library that no Vorn has written.
-TEST_F(Window, ShowsWhatItCanOfAHostileLibraryAndGoesOnWorking)
-{
-    LibraryStore &store = library.store;
-    const Code alpha = library.makeCodes({u"Alpha"_s}).first();
-    const Document document = library.paste(u"First"_s, u"trust grows slowly, and goes quickly\n"_s.repeated(50));
-    store.assignCode(alpha, document, {0, 5});
-    const auto codes = [](const QByteArray &id, const QByteArray &parent) {
-        return "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 10000) INSERT INTO code (id, "
-               "projectID, name, colorHex, parentID, createdAt) SELECT CAST(printf('"
-            + id + "', i) AS BLOB), (SELECT id FROM project), 'code ' || i, '#112233', " + parent
-            + ", '9999-12-31 23:59:59.999' FROM n";
-    };
-    QByteArrayList statements{codes("%016d", "CASE WHEN i > 1 THEN CAST(printf('%016d', i - 1) AS BLOB) END"),
-        codes("%015dc", "CAST(printf('%015dc', i % 10000 + 1) AS BLOB)"), // a cycle
-        "UPDATE code SET name = replace(hex(zeroblob(3000)), '00', 'x ' || char(0, 10)), colorHex = name WHERE rowid < "
-        "5",
-        "UPDATE document SET title = hex(zeroblob(3000)), memo = hex(zeroblob(100000)), addedAt = '0001-01-01', "
-        "wordCount = -9223372036854775807 - 1, charCount = 9223372036854775807",
-        "UPDATE project SET name = char(0x202E) || hex(zeroblob(3000))"};
-    for (const char *range : {"-5, 9", "9223372036854775807, 9223372036854775807", "3, 9223372036854775807",
-             "-9223372036854775807 - 1, -1", "1849, 99", "1850, 1", "4, 0"})
-        statements.append(QByteArray("INSERT INTO coding SELECT randomblob(16), documentID, codeID, ") + range
-            + ", createdAt FROM coding");
-    library.queue->write([&](Database &database) {
-        std::ranges::for_each(statements, [&](const QByteArray &statement) { database.execute(statement); });
-    });
-    store.refresh();
-    open();
-    store.runQuery({{alpha.id}, QuerySpec::Mode::any, {}});
-    store.runWordFrequency(WordFrequency::InCode{alpha.id}, 3, true, 50);
-    store.selectWordFreqTerm(u"trust"_s);
-    settle();
-    store.sidebarSelection().set(CodeSelection{alpha.id});
-    store.reveal(ExcerptHit(store.excerpts(alpha.id).first()));
-    settle();
-    EXPECT_FALSE(root().grab().isNull());
-    EXPECT_GE(find<QAbstractItemView>(u"sidebarList"_s).model()->rowCount(), store.codes()->size());
-    drag(0, 5);
-    const Code last = store.codes()->last();
-    store.assignCode(last, document, text().selection());
-    settle();
-    EXPECT_EQ(store.codeCounts()->value(last.id), 1);
 }
