@@ -111,6 +111,7 @@ void ListColumn::takeFocus(Qt::FocusReason reason)
         if (!list->currentIndex().isValid())
             list->setCurrentInPlace(list->model()->index(0, 0), QItemSelectionModel::NoUpdate);
         list->scrollTo(list->currentIndex());
+        list->clearFocus(); // QStackedWidget may have given it the focus for another reason
         return list->setFocus(reason);
     }
     for (auto *button : findChildren<QPushButton *>()) {
