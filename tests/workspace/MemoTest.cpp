@@ -1,16 +1,11 @@
 #include "ShownWindow.h"
 #include "kit/controls/Alert.h"
-#include "kit/theme/ThemedTest.h"
 #include "workspace/lists/ExcerptListView.h"
 #include "workspace/lists/MemoBar.h"
 #include "workspace/reader/ReaderView.h"
 
 #include <QInputMethodEvent>
-#include <QPushButton>
 #include <QTextEdit>
-#include <QVBoxLayout>
-
-#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 
@@ -18,52 +13,53 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void commitTo(QTextEdit &editor, const QString &word)
-{
-    QInputMethodEvent event;
-    event.setCommitString(word);
-    QApplication::sendEvent(&editor, &event);
-}
-
-void compose(QTextEdit &editor, const QString &word)
-{
-    QInputMethodEvent event(word, {});
-    QApplication::sendEvent(&editor, &event);
-}
-
-class MemoKeeping : public ShownWindow {
+/// The memos of two documents or of two codes, "One" and "Other", the first of which is shown.
+class Memos : public ShownWindow, public testing::WithParamInterface<bool> {
 protected:
-    MemoKeeping()
+    Memos()
     {
         library.makeCodes({u"One"_s, u"Other"_s});
-        for (const QString &title : {u"First"_s, u"Second"_s})
+        for (const QString &title : {u"One"_s, u"Other"_s})
             library.paste(title, u"some text"_s);
-        select(u"First"_s);
+        show(u"One"_s);
+        open();
+        QWidget &column = areOfCodes ? static_cast<QWidget &>(find<ExcerptListView>()) : find<ReaderView>();
+        auto &bar = childOf<MemoBar>(&column, {});
+        button = &childOf<QPushButton>(&bar, {});
+        editor = &childOf<QTextEdit>(&bar, {});
+        if (button->isVisible())
+            QTest::mouseClick(button, Qt::LeftButton);
     }
-    void select(const QString &title) { library.store.selectedDocumentID().set(library.document(title).id); }
-    void selectCode(const QString &name)
+    void show(const QString &name)
     {
-        library.store.sidebarSelection().set(CodeSelection{library.code(name).id});
+        if (areOfCodes)
+            store.sidebarSelection().set(CodeSelection{library.code(name).id});
+        else
+            store.selectedDocumentID().set(library.document(name).id);
         QApplication::processEvents();
     }
-    /// Opened if need be, with the focus, at its end.
-    [[nodiscard]] QTextEdit &editor(QWidget &column) const
+    void write(const QString &name, const QString &memo)
     {
-        auto *bar = column.findChild<MemoBar *>();
-        if (auto *opening = bar->findChild<QPushButton *>(); opening->isVisible())
-            QTest::mouseClick(opening, Qt::LeftButton);
-        auto &found = *bar->findChild<QTextEdit *>();
-        found.setFocus();
-        found.moveCursor(QTextCursor::End);
-        return found;
+        if (areOfCodes)
+            store.setCodeMemo(library.code(name), memo);
+        else
+            store.setDocumentMemo(library.document(name), memo);
     }
-    [[nodiscard]] QTextEdit &documentEditor() const { return editor(find<ReaderView>()); }
-    [[nodiscard]] QTextEdit &codeEditor() const { return editor(find<ExcerptListView>()); }
-    [[nodiscard]] QString memoOf(const QString &title) const
+    [[nodiscard]] QString stored(const QString &name) const
     {
-        return library.document(title).memo.value_or(QString());
+        return (areOfCodes ? library.code(name).memo : library.document(name).memo).value_or(QString());
     }
-    [[nodiscard]] QString codeMemo(const QString &name) const { return library.code(name).memo.value_or(QString()); }
+    /// As an input method does: what is composed isn't part of the text yet.
+    void input(const QString &composed, const QString &committed) const
+    {
+        QInputMethodEvent event(composed, {});
+        event.setCommitString(committed);
+        QApplication::sendEvent(editor, &event);
+    }
+    [[nodiscard]] QString shown() const
+    {
+        return editor->document()->toRawText().replace(QChar::ParagraphSeparator, u'\n');
+    }
     /// From now on no write succeeds, until the second time.
     void toggleWrites() const
     {
@@ -72,197 +68,122 @@ protected:
             database.execute(fails ? "PRAGMA max_page_count = 1000000" : "PRAGMA max_page_count = 1");
         });
     }
+
+    const bool areOfCodes = GetParam();
+    LibraryStore &store = library.store;
+    QPushButton *button = nullptr;
+    QTextEdit *editor = nullptr;
 };
 
-class MemoBarAlone : public ThemedTest {
-protected:
-    MemoBarAlone() : m_bar(new MemoBar(u"Code memo…"_s))
-    {
-        auto *column = new QVBoxLayout(&m_window);
-        column->addWidget(m_bar);
-        column->addStretch();
-        QObject::connect(m_bar, &MemoBar::committed, m_bar, [this](const QString &text) { m_commits.append(text); });
-        showWindow();
-    }
-    ~MemoBarAlone() override { delete m_bar; } // it commits into this
-    [[nodiscard]] QTextEdit &editor() const { return *m_bar->findChild<QTextEdit *>(); }
-    [[nodiscard]] QPushButton &button() const { return *m_bar->findChild<QPushButton *>(); }
-    void clearByKeyboard() const
-    {
-        editor().setFocus();
-        QTest::keyClick(&editor(), Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClick(&editor(), Qt::Key_Delete);
-    }
-
-    MemoBar *m_bar;
-    QStringList m_commits;
-};
+INSTANTIATE_TEST_SUITE_P(
+    , Memos, testing::Bool(), [](const auto &row) { return std::string(row.param ? "of_codes" : "of_documents"); });
 
 } // namespace
 
-TEST_F(MemoKeeping, TheEditorShowsWhatIsStored)
+TEST_P(Memos, AreStoredAsTheyAreShown)
 {
-    open();
-    QTextEdit &memo = documentEditor();
-    QTest::keyClicks(&memo, u"a"_s);
-    QTest::keyClick(&memo, Qt::Key_Return, Qt::ShiftModifier);
-    commitTo(memo, u"b\u2028c"_s + QChar(0xD800) + u'd');
-    EXPECT_EQ(memoOf(u"First"_s), u"a\nb\nc\uFFFDd"_s);
-    QString shown = memo.document()->toRawText();
-    EXPECT_EQ(shown.replace(QChar::ParagraphSeparator, u'\n'), memoOf(u"First"_s));
-    QTest::keyClick(&memo, Qt::Key_Z, Qt::ControlModifier);
-    shown = memo.document()->toRawText();
-    EXPECT_EQ(shown.replace(QChar::ParagraphSeparator, u'\n'), memoOf(u"First"_s));
-    EXPECT_FALSE(shown.contains(QChar::LineSeparator));
-
-    QTest::keyClick(&memo, Qt::Key_Left, Qt::ShiftModifier);
-    QTest::keyClick(&memo, Qt::Key_Return); // something, then a line break that is replaced by one of the other kind
-    memo.moveCursor(QTextCursor::PreviousCharacter, QTextCursor::KeepAnchor);
-    QTest::keyClick(&memo, Qt::Key_Return, Qt::ShiftModifier);
-    EXPECT_FALSE(memo.document()->toRawText().contains(QChar::LineSeparator));
+    for (const auto &[typed, expected] : {std::pair(u" "_s, u" "_s), {u"a"_s, u" a"_s}}) {
+        type(typed);
+        EXPECT_EQ(stored(u"One"_s), expected) << "each keystroke";
+    }
+    press(Qt::Key_Return, Qt::ShiftModifier);
+    input({}, u"b\u2028c"_s + QChar(0xD800) + u'd');
+    EXPECT_EQ(stored(u"One"_s), u" a\nb\nc\uFFFDd"_s);
+    EXPECT_EQ(shown(), stored(u"One"_s));
+    press(Qt::Key_Return);
+    press(Qt::Key_Left, Qt::ShiftModifier);
+    press(Qt::Key_Return, Qt::ShiftModifier); // over a line break of the other kind
+    EXPECT_EQ(shown(), u" a\nb\nc\uFFFDd\n"_s);
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(shown(), stored(u"One"_s));
+    EXPECT_EQ(editor->accessibleName(), areOfCodes ? u"Code memo"_s : u"Document memo"_s);
 }
 
-TEST_F(MemoKeeping, AWordThatIsBeingComposedGoesIntoTheMemoItWasMeantFor)
+TEST_P(Memos, StayWithWhatTheyWereTypedFor)
 {
-    library.store.setDocumentMemo(library.document(u"Second"_s), u"precious"_s);
-    library.store.setCodeMemo(library.code(u"Other"_s), u"precious"_s);
-    open();
-    QTextEdit &memo = documentEditor();
-    compose(memo, u"word"_s);
-    select(u"Second"_s); // as the end of an import does
-    EXPECT_EQ(memoOf(u"First"_s), u"word"_s);
-    EXPECT_EQ(memoOf(u"Second"_s), u"precious"_s);
-    EXPECT_EQ(memo.toPlainText(), u"precious"_s);
-
-    selectCode(u"One"_s);
-    compose(codeEditor(), u"word"_s);
-    selectCode(u"Other"_s);
-    EXPECT_EQ(codeMemo(u"One"_s), u"word"_s);
-    EXPECT_EQ(codeMemo(u"Other"_s), u"precious"_s);
-    EXPECT_EQ(memo.accessibleName(), u"Document memo"_s);
-    EXPECT_EQ(codeEditor().accessibleName(), u"Code memo"_s);
-}
-
-TEST_F(MemoKeeping, AMemoThatComesFromElsewhereIsShownAndNotWrittenOver)
-{
-    library.store.setDocumentMemo(library.document(u"First"_s), u"old"_s);
-    library.store.setCodeMemo(library.code(u"One"_s), u"old"_s);
-    selectCode(u"One"_s);
-    open();
+    write(u"Other"_s, u"precious"_s);
+    input({}, u"old"_s);
+    editor->selectAll();
+    input(u"n"_s, {}); // replaces the whole memo
+    EXPECT_TRUE(editor->hasFocus());
+    input({}, u"你"_s);
+    input(u"word"_s, {});
+    show(u"Other"_s); // as the end of an import does
+    EXPECT_EQ(stored(u"One"_s), u"你word"_s);
+    const ChangeCounter changes(areOfCodes ? static_cast<const Notifier &>(store.codes()) : store.documents());
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(shown(), u"precious"_s) << "undoing ends at another memo";
+    show(u"One"_s);
+    root().hide();
+    EXPECT_EQ(changes.count(), 0);
+    root().show();
     library.queue->write([](Database &database) {
-        database.execute("UPDATE document SET memo = 'new' WHERE title = 'First'");
+        database.execute("UPDATE document SET memo = 'new' WHERE title = 'One'");
         database.execute("UPDATE code SET memo = 'new' WHERE name = 'One'");
     });
-    library.store.refresh();
-    EXPECT_EQ(documentEditor().toPlainText(), u"new"_s);
-    EXPECT_EQ(codeEditor().toPlainText(), u"new"_s);
+    store.refresh();
+    EXPECT_EQ(shown(), u"new"_s) << "another program has written it";
+    if (areOfCodes)
+        store.deleteCode(library.code(u"One"_s));
+    else
+        store.deleteDocument(library.document(u"One"_s));
+    show(u"Other"_s);
+    EXPECT_EQ(shown(), u"precious"_s);
+    EXPECT_EQ(stored(u"Other"_s), u"precious"_s);
+}
+
+TEST_P(Memos, CloseTheirEditorWhenClearedUnlessTheUserOpenedIt)
+{
+    type(u"content"_s);
+    const auto clear = [this] {
+        editor->selectAll();
+        press(Qt::Key_Delete);
+    };
+    clear();
+    show(u"Other"_s);
+    EXPECT_TRUE(editor->isVisible());
+    press(Qt::Key_Tab);
+    EXPECT_FALSE(editor->hasFocus());
     root().hide();
-    library.store.refresh();
-    EXPECT_EQ(memoOf(u"First"_s), u"new"_s);
-    EXPECT_EQ(codeMemo(u"One"_s), u"new"_s);
+    root().show();
+    EXPECT_TRUE(button->isVisible());
+    write(u"Other"_s, u"content"_s);
+    EXPECT_FALSE(button->isVisible());
+    QApplication::setActiveWindow(&root());
+    editor->setFocus();
+    clear();
+    EXPECT_TRUE(button->hasFocus()) << "the keyboard's place isn't lost";
+    EXPECT_EQ(stored(u"Other"_s), QString());
 }
 
-TEST_F(MemoKeeping, AWordInTheMakingMayReplaceTheWholeMemo)
+TEST_P(Memos, ThatCouldNotBeStoredKeepTheWindowOnceAndAreStoredLater)
 {
-    library.store.setDocumentMemo(library.document(u"First"_s), u"old"_s);
-    open();
-    QTextEdit &memo = documentEditor();
-    memo.selectAll();
-    compose(memo, u"n"_s);
-    EXPECT_TRUE(memo.isVisible() && memo.hasFocus());
-    commitTo(memo, u"你"_s);
-    EXPECT_EQ(memoOf(u"First"_s), u"你"_s);
-}
-
-TEST_F(MemoKeeping, TheComplaintWaitsForAPauseInWriting)
-{
-    open();
+    const QUuid project = store.project()->value().id;
+    store.createProject(u"Another"_s);
+    store.selectProject(project);
+    show(u"One"_s);
+    QTest::mouseClick(button, Qt::LeftButton);
+    const QString large = u"more than a page holds "_s.repeated(400);
     toggleWrites();
-    QTextEdit &memo = documentEditor();
-    commitTo(memo, u"more than a page holds "_s.repeated(400));
-    QTest::keyClicks(&memo, u" and more "_s);
-    EXPECT_TRUE(memo.toPlainText().endsWith(u" and more "_s));
-    EXPECT_EQ(root().findChild<Alert *>(), nullptr);
+    input({}, large);
+    type(u"and more"_s);
+    EXPECT_EQ(root().findChild<Alert *>(), nullptr) << "the complaint waits for a pause in writing";
     EXPECT_TRUE(QTest::qWaitFor([this] { return root().findChild<Alert *>() != nullptr; }));
-}
-
-TEST_F(MemoKeeping, TheWindowStaysOnceForAMemoThatWouldBeLost)
-{
-    open();
-    toggleWrites();
-    commitTo(documentEditor(), u"more than a page holds "_s.repeated(400));
-    library.store.lastError().set({});
+    store.lastError().set({});
     EXPECT_FALSE(root().close());
-    EXPECT_FALSE(root().close()) << "she hasn't read why yet";
-    EXPECT_TRUE(library.store.lastError()->value_or(QString()).contains(u"Close the window again"_s));
-    library.store.lastError().set({});
-    QApplication::processEvents();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_FALSE(root().close()) << "nobody has read yet why";
+    EXPECT_TRUE(store.lastError()->value_or(QString()).contains(u"Close the window again"_s));
+    store.lastError().set({});
+    settle();
     EXPECT_TRUE(root().close());
-}
-
-TEST_F(MemoKeeping, WhatCouldNotBeStoredIsStoredWhenTheMemoIsLeft)
-{
-    const QUuid project = library.store.project()->value().id;
-    library.store.createProject(u"Another"_s);
-    library.store.selectProject(project);
-    const QString typed = u"more than a page holds "_s.repeated(400);
-    selectCode(u"One"_s);
-    select(u"First"_s);
-    open();
+    root().show();
+    show(u"Other"_s);
+    store.refresh();
+    show(u"One"_s);
+    EXPECT_EQ(shown(), large + u"and more"_s);
     toggleWrites();
-    commitTo(documentEditor(), typed);
-    commitTo(codeEditor(), typed);
-    EXPECT_TRUE(library.store.lastError().get());
-    select(u"Second"_s);
-    library.store.refresh();
-    select(u"First"_s);
-    EXPECT_EQ(documentEditor().toPlainText(), typed);
-    EXPECT_EQ(codeEditor().toPlainText(), typed);
-    toggleWrites();
-    selectCode(u"Other"_s);
-    library.store.selectProject(library.store.projects()->last().id);
-    library.store.selectProject(project);
-    EXPECT_EQ(memoOf(u"First"_s), typed);
-    EXPECT_EQ(codeMemo(u"One"_s), typed);
-}
-
-TEST_F(MemoBarAlone, EveryKeystrokeIsCommittedOnceAndNothingThatIsSet)
-{
-    m_bar->setText(u"x"_s);
-    editor().moveCursor(QTextCursor::End);
-    QTest::keyClicks(&editor(), u"ab"_s);
-    QTest::keyClick(&editor(), Qt::Key_Return);
-    QTest::keyClick(&editor(), Qt::Key_Backspace);
-    EXPECT_EQ(m_commits, (QStringList{u"xa"_s, u"xab"_s, u"xab\n"_s, u"xab"_s}));
-    m_commits.clear();
-    m_bar->setText(u"memo of another"_s);
-    QTest::keyClick(&editor(), Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_EQ(m_commits, QStringList()) << "it can't be undone into the next";
-    EXPECT_EQ(m_bar->text(), u"memo of another"_s);
-    EXPECT_EQ(editor().toPlainText(), u"memo of another"_s);
-}
-
-TEST_F(MemoBarAlone, OpensForTypingAndCollapsesWhenItIsClearedUnlessTheUserOpenedIt)
-{
-    m_bar->setText(u"content"_s);
-    clearByKeyboard();
-    EXPECT_FALSE(editor().isVisible());
-    EXPECT_TRUE(button().hasFocus()); // the keyboard's place isn't lost
-    EXPECT_EQ(m_commits, QStringList(QString()));
-
-    QTest::mouseClick(&button(), Qt::LeftButton);
-    EXPECT_TRUE(editor().hasFocus());
-    EXPECT_FALSE(button().isVisible());
-    QTest::keyClicks(&editor(), u"again"_s);
-    clearByKeyboard();
-    m_bar->setText({}); // also when another thing's memo is shown
-    EXPECT_TRUE(editor().isVisible());
-    QTest::keyClick(&editor(), Qt::Key_Tab);
-    EXPECT_FALSE(editor().hasFocus());
-    m_commits.clear();
-    m_bar->hide();
-    EXPECT_EQ(m_commits, QStringList(QString())) << "once more when it disappears";
-    m_bar->show();
-    EXPECT_TRUE(button().isVisible());
+    show(u"Other"_s);
+    store.selectProject(store.projects()->last().id);
+    store.selectProject(project);
+    EXPECT_EQ(stored(u"One"_s), large + u"and more"_s);
 }

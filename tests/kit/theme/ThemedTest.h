@@ -39,7 +39,6 @@ class ThemedTest : public testing::Test {
 protected:
     ThemedTest() : m_appearance(m_settings, lightPalette())
     {
-        using namespace Qt::StringLiterals;
         animate(false);
         Theme::follow(m_appearance);
         m_window.resize(900, 600);
@@ -95,20 +94,23 @@ protected:
             throw std::runtime_error("no menu has opened");
         return *menu;
     }
+    [[nodiscard]] static QAction &entry(const QMenu &menu, const QString &title)
+    {
+        for (QAction *action : menu.actions()) {
+            if (action->text() == title)
+                return *action;
+        }
+        throw std::runtime_error("no such entry: " + title.toStdString());
+    }
     /// Takes the entry that a path of titles leads to, by the keyboard.
     static void take(QMenu &menu, const QStringList &path)
     {
-        for (QAction *action : menu.actions()) {
-            if (action->text() != path.first())
-                continue;
-            menu.setActiveAction(action);
-            QTest::keyClick(&menu, path.size() == 1 ? Qt::Key_Return : Qt::Key_Right);
-            QApplication::processEvents();
-            if (path.size() > 1)
-                take(*action->menu(), path.mid(1));
-            return;
-        }
-        throw std::runtime_error("no such entry: " + path.first().toStdString());
+        QAction &action = entry(menu, path.first());
+        menu.setActiveAction(&action);
+        QTest::keyClick(&menu, path.size() == 1 ? Qt::Key_Return : Qt::Key_Right);
+        QApplication::processEvents();
+        if (path.size() > 1)
+            take(*action.menu(), path.mid(1));
     }
     static QPalette lightPalette() { return QPalette(Qt::black, QColor(0xEF, 0xEF, 0xEF)); }
 
