@@ -67,28 +67,6 @@ std::vector<Row> plainRows(const QuerySpec &spec, const std::vector<Coding> &cod
 
 } // namespace
 
-TEST(CompoundQuery, IntersectsAsComparingEveryPairDoes)
-{
-    NastyText random(11);
-    int nonEmpty = 0;
-    for (int round = 0; round < 15'000; ++round) {
-        std::vector<Coding> codings;
-        for (int count = random.number(0, 16); count > 0; --count) {
-            codings.push_back(coding(uint(random.number(1, 3)), {random.position(-2, 40), random.position(-1, 9)}, 1));
-            if (random.onceIn(3) && codings.back().start < 50) // one that touches it
-                codings.push_back(coding(
-                    codings.back().codeID.data1, {random.number(0, 9) + codings.back().start, random.number(0, 5)}, 1));
-        }
-        QList<QUuid> codes;
-        for (int count = random.number(1, 3); count > 0; --count)
-            codes.append(idOf(uint(random.number(1, 3))));
-        const auto expected = PlainAnalysis::intersectCodings(codings, codes);
-        ASSERT_EQ(CompoundQuery::intersectCodings(codings, codes), expected) << "round " << round;
-        nonEmpty += expected.empty() ? 0 : 1;
-    }
-    EXPECT_GT(nonEmpty, 4'000);
-}
-
 TEST(CompoundQuery, FindsWhatLookingAtEachDocumentPlainlyFinds)
 {
     NastyText random(12);

@@ -51,10 +51,11 @@ TEST_F(Exchange, ArchivesAndCodebooksGoThroughTheFileDialogs)
     store.presentExportQdpxPanel();
     EXPECT_EQ(store.statusMessage().get(), u"Exported REFI-QDA project ✓"_s);
     EXPECT_EQ(library.fileViewer.revealed, QStringList{path(u"study.qdpx"_s)});
+    store.renameProject(store.project()->value(), QString(79, u'x') + u"\U0001F600"_s);
     library.fileDialogs.pathToSave = path(u"book.qdc"_s);
     store.presentExportQdcPanel();
     EXPECT_EQ(library.fileDialogs.saveRequest->title, u"Export Codebook (REFI-QDA)"_s);
-    EXPECT_EQ(library.fileDialogs.saveRequest->proposedName, u"-a-b-Codebook.qdc"_s);
+    EXPECT_EQ(library.fileDialogs.saveRequest->proposedName, QString(79, u'x') + u"-Codebook.qdc"_s);
     EXPECT_EQ(store.statusMessage().get(), u"Exported codebook ✓"_s);
     EXPECT_TRUE(AtomicFile::readFile(path(u"book.qdc"_s)).contains("What holds"));
 

@@ -403,18 +403,19 @@ protected:
         return m_random.onceIn(6) ? QStringLiteral(" \n") : QStringLiteral(" name %1\t").arg(m_random.number(0, 99));
     }
 
-    /// Those of the current project, newest first.
+    /// Those of the current project.
+    template <typename R>
+    [[nodiscard]] QList<R> inProject(QList<R> records) const
+    {
+        records.removeIf([this](const R &record) { return record.projectID != m_project->id; });
+        return records;
+    }
+    [[nodiscard]] QList<Code> codes() const { return inProject(m_codes); }
+    /// Newest first.
     [[nodiscard]] QList<Document> documents() const
     {
-        QList<Document> result = m_documents;
-        result.removeIf([this](const Document &document) { return document.projectID != m_project->id; });
+        QList<Document> result = inProject(m_documents);
         std::ranges::stable_sort(result, std::ranges::greater(), &Document::addedAt);
-        return result;
-    }
-    [[nodiscard]] QList<Code> codes() const
-    {
-        QList<Code> result = m_codes;
-        result.removeIf([this](const Code &code) { return code.projectID != m_project->id; });
         return result;
     }
 

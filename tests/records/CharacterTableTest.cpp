@@ -62,6 +62,7 @@ TEST(CharacterTable, LowersEveryUnitAsICUOrSaysThatItCannot)
 TEST(CharacterTable, MarksEveryUnitThatComposesOrJoinsItsNeighbours)
 {
     forEachUnit([](char16_t unit, const CharacterTable::Entry &entry) {
+        EXPECT_FALSE(unit < 0x80 && entry.has(CharacterTable::joins)) << "would make counting slow";
         if (!entry.has(CharacterTable::joins)) {
             EXPECT_EQ(PlainAnalysis::characterCount(u'a' + unitText(unit) + u'가'), 3);
             EXPECT_EQ(PlainAnalysis::characterCount(unitText(unit) + unitText(unit)), 2);

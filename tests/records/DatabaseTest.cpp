@@ -93,7 +93,14 @@ TEST(DatabaseQueue, RollsBackAWholeBodyThatFailsAndRefusesWhatItIsNotFor)
     EXPECT_EQ(integer(*queue, countProjects), 0);
     EXPECT_THROW(queue->read([&](Database &database) { twice.insert(database); }), DatabaseError);
     EXPECT_THROW(queue->read([&](Database &) { std::ignore = integer(*queue, countProjects); }), DatabaseError);
-    queue->write([&](Database &database) { twice.insert(database); }); // and is ready for the next
+    constexpr auto pair = "SELECT 1 UNION ALL SELECT 2";
+    int rows = 0;
+    queue->write([&](Database &database) {
+        twice.insert(database); // it is ready for the next
+        database.forEachRow(
+            pair, {}, [&](const Statement &) { database.forEachRow(pair, {}, [&](const Statement &) { ++rows; }); });
+    });
+    EXPECT_EQ(rows, 4) << "a statement that is running was begun again";
     EXPECT_EQ(integer(*queue, countProjects), 1);
 }
 

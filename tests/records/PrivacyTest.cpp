@@ -12,44 +12,9 @@
 
 #include <cstdio>
 
-#ifdef Q_OS_LINUX
-#include <linux/filter.h>
-#include <linux/seccomp.h>
-#include <sys/prctl.h>
-#include <sys/syscall.h>
-
-#include <cerrno>
-#include <cstddef>
-#endif
-
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// From now on permissions can't be corrected after a file was made: what isn't private from its first moment shows.
-/// Where the system can't forbid calls, only the outcome is looked at.
-void forbidCorrections()
-{
-#ifdef Q_OS_LINUX
-    constexpr auto refuse = SECCOMP_RET_ERRNO | EPERM;
-#ifdef __NR_chmod
-    constexpr auto chmodCall = __NR_chmod;
-#else
-    constexpr auto chmodCall = __NR_fchmod; // the system has no other
-#endif
-    sock_filter rules[] = {
-        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
-        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, chmodCall, 2, 0),
-        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, __NR_fchmod, 1, 0),
-        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, __NR_fchmodat, 0, 1),
-        BPF_STMT(BPF_RET | BPF_K, refuse),
-        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
-    };
-    const sock_fprog program{std::size(rules), rules};
-    ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
-    ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program);
-#endif
-}
 
 void printMode(const QString &path)
 {
@@ -62,7 +27,6 @@ void printMode(const QString &path)
 [[noreturn]] void makeAndPrint(const QString &folder)
 {
     ::umask(0);
-    forbidCorrections();
     printMode(QFileInfo(AppDatabase::path()).path());
     printMode(StagingFolder(u"vorn-test-"_s).path());
     const QString library = folder + u"/library.sqlite"_s;

@@ -1,4 +1,5 @@
 #include "records/database/ValueEncoding.h"
+#include "records/CodePalette.h"
 #include "records/UuidSource.h"
 #include "records/database/DatabaseError.h"
 
@@ -113,17 +114,30 @@ TEST(StoredText, KeepsEveryUnitThatUtf8CanHold)
 
 TEST(UuidSource, MakesRandomIdentifiersInTheOrderOfTheStoredBytes)
 {
-    std::array<std::set<char>, 16> values; // of each byte
+    std::array<std::set<int>, 32> values; // of each byte, and of what sets it apart from the next
     for (int round = 0; round < 2; ++round) {
         QByteArray last;
         for (const QUuid &id : UuidSource().ascending(1'000)) {
             EXPECT_EQ(id.version(), QUuid::Random);
             EXPECT_EQ(id.variant(), QUuid::DCE);
             EXPECT_LT(std::exchange(last, id.toRfc4122()), id.toRfc4122());
-            for (size_t byte = 0; byte < values.size(); ++byte)
-                values[byte].insert(last[qsizetype(byte)]);
+            for (qsizetype byte = 0; byte < last.size(); ++byte) {
+                values[size_t(byte)].insert(last[byte]);
+                values[size_t(byte + 16)].insert(last[byte] ^ last[(byte + 1) % 16]);
+            }
         }
     }
-    for (const std::set<char> &each : values)
+    for (const std::set<int> &each : values)
         EXPECT_GE(each.size(), 16);
+}
+
+TEST(RGBComponents, AreReadFromSixHexadecimalDigits)
+{
+    const auto color = RGBComponents::from(u" #0A33ff\n");
+    ASSERT_TRUE(color);
+    EXPECT_EQ(QList<double>({color->red, color->green, color->blue}), QList<double>({10 / 255.0, 51 / 255.0, 1.0}));
+    for (const QChar digit : u"09afAF"_s)
+        EXPECT_TRUE(RGBComponents::from(QString(6, digit)));
+    for (const QString &wrong : {u"/"_s, u":"_s, u"`"_s, u"g"_s, u"@"_s, u"G"_s, u""_s, u"00"_s})
+        EXPECT_FALSE(RGBComponents::from(u"#00000"_s + wrong)) << wrong.toStdString();
 }

@@ -1,10 +1,5 @@
 #include "support/FailingDisk.h"
-#include "exchange/ExcerptExporter.h"
 #include "library/survival/Workplace.h"
-#include "platform/AtomicFile.h"
-#include "support/Complaint.h"
-
-#include <QDir>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,24 +11,15 @@ using Kind = FailingDisk::Kind;
 
 namespace {
 
-class LibraryAtRisk : public testing::Test {
+class Library : public testing::TestWithParam<Kind> {
 protected:
     void SetUp() override
     {
-        if (::geteuid() == 0 && !isReachableForAll(place.library()))
+        if (GetParam() == Kind::closed && ::geteuid() == 0 && !isReachableForAll(place.library()))
             GTEST_SKIP() << "another user can't reach the temporary folder, and root may write every folder";
     }
 
     Workplace place;
-};
-
-class Library : public LibraryAtRisk, public testing::WithParamInterface<Kind> {
-protected:
-    void SetUp() override
-    {
-        if (GetParam() == Kind::closed)
-            LibraryAtRisk::SetUp();
-    }
 };
 
 } // namespace
@@ -91,82 +77,3 @@ TEST_P(Library, StoresAProjectThatCouldNotBeStoredWithWhatIsImportedIntoIt)
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, Library, testing::Values(Kind::full, Kind::closed, Kind::locked));
-
-namespace {
-
-struct Export {
-    const char *name;
-    std::function<void(TestLibrary &library, const QString &path)> write;
-    bool keepsOldFile = true; ///< an archive that can't be written takes the old one with it
-};
-
-Export report(const char *name, ExportFormat format)
-{
-    return {name, [format](TestLibrary &library, const QString &path) {
-                const QString complaint = complaintAbout([&] { library.store.exportReport({}, format, path); });
-                if (!complaint.isEmpty())
-                    library.store.lastError().set(u"Export failed: "_s + complaint);
-            }};
-}
-
-Export exchange(const char *name, void (LibraryStore::*present)(), bool keepsOldFile)
-{
-    return {name,
-        [present](TestLibrary &library, const QString &path) {
-            library.fileDialogs.pathToSave = path;
-            (library.store.*present)();
-        },
-        keepsOldFile};
-}
-
-} // namespace
-
-TEST_F(LibraryAtRisk, ExportsAWholeFileOrNoneAndSaysWhy)
-{
-    TestLibrary library({}, place.restored());
-    QFile plain(place.material(u"plain"_s));
-    ASSERT_TRUE(plain.open(QIODevice::WriteOnly));
-    for (const Export &kind : {report("markdown", ExportFormat::markdown), report("csv", ExportFormat::csv),
-             report("html", ExportFormat::html), exchange("codebook", &LibraryStore::presentExportQdcPanel, true),
-             exchange("archive", &LibraryStore::presentExportQdpxPanel, false)}) {
-        const QString path = place.exports() + u"/out.x"_s;
-        for (const auto &[disaster, room] : {std::pair(Kind::full, 0), {Kind::full, 150}, {Kind::closed, 0}}) {
-            SCOPED_TRACE(testing::Message() << kind.name << int(disaster) << room);
-            AtomicFile::write(path, "old");
-            {
-                const FailingDisk disk(disaster, place.exports(), room);
-                kind.write(library, path);
-            }
-            const std::string complaint = library.store.lastError()->value_or(QString()).toStdString();
-            EXPECT_THAT(complaint, testing::StartsWith("Export failed: "));
-            EXPECT_THAT(complaint, testing::Not(testing::HasSubstr("Unknown error")));
-            if (kind.keepsOldFile || QFile::exists(path)) {
-                EXPECT_EQ(AtomicFile::readFile(path), "old");
-            }
-            EXPECT_EQ(place.leftovers(), QStringList());
-            library.store.lastError().set({});
-        }
-        QFile::remove(path);
-        kind.write(library, path);
-        EXPECT_EQ(library.store.lastError().get(), std::nullopt);
-        EXPECT_GT(QFileInfo(path).size(), 200);
-        EXPECT_EQ(QFile::permissions(path).toInt(), plain.permissions().toInt()) << kind.name;
-        EXPECT_EQ(QDir(place.exports()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
-            QStringList{u"out.x"_s});
-    }
-}
-
-TEST_F(LibraryAtRisk, ExchangesNoArchivesWithoutAPlaceForTemporaryFiles)
-{
-    TestLibrary library({}, place.restored());
-    library.fileDialogs.pathToSave = place.exports() + u"/out.qdpx"_s;
-    {
-        const FailingDisk disk(Kind::closed, place.temporary());
-        library.store.presentExportQdpxPanel();
-        EXPECT_TRUE(library.store.lastError()->value_or(QString()).startsWith(u"Export failed: "_s));
-        library.store.importQdpx(place.material(u"study.qdpx"_s));
-        EXPECT_TRUE(library.store.lastError()->value_or(QString()).startsWith(u"Import failed: "_s));
-    }
-    EXPECT_FALSE(QFile::exists(*library.fileDialogs.pathToSave));
-    EXPECT_EQ(library.store.documents()->size(), 2);
-}

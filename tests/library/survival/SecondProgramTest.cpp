@@ -18,22 +18,6 @@ protected:
 
 } // namespace
 
-TEST_F(SecondProgram, TakesTurnsWithTheFirst)
-{
-    TestLibrary *next = &first;
-    for (const Operation &operation : operations().first(operations().size() - 1)) { // the last opens a new project
-        SCOPED_TRACE(operation.name);
-        next->store.refresh();
-        operation.perform(*next, place);
-        next = next == &first ? &second : &first;
-        next->store.refresh();
-        EXPECT_EQ(first.store.documents().get(), second.store.documents().get());
-        EXPECT_EQ(first.store.codes().get(), second.store.codes().get());
-        EXPECT_EQ(first.store.codeCounts().get(), second.store.codeCounts().get());
-        EXPECT_EQ(faultsOf(*first.queue), QString());
-    }
-}
-
 TEST_F(SecondProgram, ThatDeletesWhatIsListedHereLeavesNothingToPutThere)
 {
     const Document document = first.document(u"First"_s);

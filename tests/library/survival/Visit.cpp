@@ -7,6 +7,13 @@
 #include "support/TestLibrary.h"
 
 #include <QFileInfo>
+#include <QTemporaryFile>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
 
 using namespace Qt::StringLiterals;
 
@@ -91,9 +98,7 @@ void work(LibraryStore &store, const QString &folder)
     store.importQdpx(folder + u"/study.qdpx"_s);
 }
 
-} // namespace
-
-QString visit(const QString &path, const QString &folder)
+QString visitHere(const QString &path, const QString &folder)
 {
     const QByteArray before = QFileInfo(path).isFile() ? AtomicFile::readFile(path) : QByteArray();
     std::unique_ptr<DatabaseQueue> queue;
@@ -107,4 +112,50 @@ QString visit(const QString &path, const QString &folder)
     work(library.store, folder);
     faults += look(library.store, folder);
     return (QStringList{u"open"_s} + faults).join(u"; "_s) + u'\n' + summary;
+}
+
+/// Runs `body` in a copy of this process, which may crash or hang without harm to the test, and returns its result; if
+/// there is none, what ended it.
+template <typename Body>
+QString inProcessOfItsOwn(const Body &body)
+{
+    QTemporaryFile answer;
+    if (!answer.open())
+        throw std::runtime_error("no temporary file");
+    std::fflush(nullptr);
+    const pid_t process = ::fork();
+    if (process == 0) {
+        constexpr unsigned maxSeconds = 100; // all tests may run at once under sanitizers
+        ::alarm(maxSeconds);
+        QString result;
+        const QString complaint = complaintAbout([&] { result = body(); });
+        answer.write((complaint.isEmpty() ? result : u"escaped: "_s + complaint).toUtf8());
+        answer.flush();
+        ::_exit(EXIT_SUCCESS);
+    }
+    int status = 0;
+    ::waitpid(process, &status, 0);
+    if (status != 0)
+        return u"signal %1, status %2"_s.arg(WTERMSIG(status)).arg(WEXITSTATUS(status));
+    answer.seek(0);
+    return QString::fromUtf8(answer.readAll());
+}
+
+} // namespace
+
+QString visit(const QString &path, const QString &folder)
+{
+    return inProcessOfItsOwn([&] { return visitHere(path, folder); });
+}
+
+void runAndBeKilled(const QString &path, const QByteArrayList &statements)
+{
+    std::ignore = inProcessOfItsOwn([&]() -> QString {
+        DatabaseQueue(path).writeWithoutTransaction([&](Database &database) {
+            for (const QByteArray &statement : statements)
+                database.execute(statement);
+            ::_exit(EXIT_SUCCESS);
+        });
+        return {};
+    });
 }
