@@ -132,7 +132,7 @@ TEST(WordText, AgreesWithThePlainVersion)
 TEST(WordText, TakesLinearTime)
 {
     constexpr int times = 1'000'000;
-    EXPECT_EQ(WordText::plainText(QString(times, u'<')).size(), times);
+    EXPECT_EQ(WordText::plainText(QString(5 * times, u'<')).size(), 5 * times);
     EXPECT_EQ(WordText::plainText(u"<a "_s + u"<w:br/>"_s.repeated(times) + u'b'), u"<a b"_s);
     EXPECT_EQ(WordText::plainText(u"<>&#"_s.repeated(times)).size(), 4 * times);
     EXPECT_EQ(WordText::plainText(u"&#x"_s + QString(times, u'1')).size(), times + 3);

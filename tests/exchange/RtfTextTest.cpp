@@ -159,12 +159,12 @@ TEST(RtfText, ReadsDocumentsThatAreCutOff)
 TEST(RtfText, ReadsGroupsOfAnyDepthAndPairsOfBytesAcrossItsOwnBuffers)
 {
     const QByteArray opening = QByteArray(R"({\f1\v0 )").repeated(300'000);
-    const QByteArray closing(300'000, '}');
-    EXPECT_EQ(textOfBody("a" + opening + "b" + closing + "c"), u"abc"_s);
-    EXPECT_EQ(textOfBody(R"(a{\pict)" + opening + "b" + closing + "}c"), u"ac"_s);
+    const QByteArray ends(300'000, '}');
+    EXPECT_EQ(textOfBody("a" + opening + "b" + ends + "c"), u"abc"_s);
+    EXPECT_EQ(textOfBody(R"(a{\pict)" + opening + "b" + ends + "}c"), u"ac"_s);
     // Each of these labels would be looked through from the first blank on.
-    EXPECT_EQ(textOfBody("a" + QByteArray(R"({\listtext)").repeated(60'000) + QByteArray(400'000, ' ') + "b" + closing),
-        u'a' + QString(400'000 - 1, u' ') + u'b');
+    EXPECT_EQ(textOfBody("a" + QByteArray(R"({\listtext)").repeated(60'000) + QByteArray(4'000'000, ' ') + "b" + ends),
+        u'a' + QString(4'000'000 - 1, u' ') + u'b');
     EXPECT_EQ(textOfBody(R"(\ansicpg932 x)" + QByteArray("\\'95\\'5c\x92\x86").repeated(9'999)),
         u'x' + u"表中"_s.repeated(9'999));
     EXPECT_EQ(textOfBody(R"(\ansicpg65001 )" + QByteArray(4095, 'x') + "\xE4" + QByteArray(4096, 'y')),
