@@ -1,7 +1,7 @@
 #include "surface/PassageSegments.h"
+#include "support/NastyText.h"
 
 #include <QColor>
-#include <QRandomGenerator>
 
 #include <gtest/gtest.h>
 
@@ -18,26 +18,19 @@ std::vector<PassageSegment> all(const PassageSegments &segments)
     return {view.begin(), view.end()};
 }
 
-TextHighlight randomHighlight(QRandomGenerator &random, int textLength)
+TextHighlight randomHighlight(NastyText &random, int textLength)
 {
     static const QStringList colors{u"#FF0000"_s, u"00ff00"_s, u"#0000FF"_s, u"#FFCC00"_s, u"#F00"_s, u"no colour"_s};
-    const auto orExtreme = [&random](qint64 ordinary) {
-        using Limits = std::numeric_limits<qint64>;
-        const int kind = random.bounded(60);
-        return kind == 0 ? Limits::max() : kind == 1 ? Limits::min() : ordinary;
-    };
-    const qint64 location = random.bounded(-2, textLength + 2);
-    const qint64 length = random.bounded(4) == 0 ? random.bounded(textLength * 2) : random.bounded(-1, 12);
-    return {QUuid::createUuid(), {orExtreme(location), orExtreme(length)}, colors[random.bounded(int(colors.size()))],
-        u"name"_s};
+    const qint64 length = random.onceIn(4) ? random.position(0, textLength * 2) : random.position(-1, 11);
+    return {QUuid::createUuid(), {random.position(-2, textLength + 1), length}, colors[random.number(0, 5)], u"name"_s};
 }
 
 /// Changes of the kind that coding makes, and larger ones.
-void change(QList<TextHighlight> &highlights, QRandomGenerator &random, int textLength)
+void change(QList<TextHighlight> &highlights, NastyText &random, int textLength)
 {
-    const int place = random.bounded(int(highlights.size()) + 1);
+    const int place = random.number(0, int(highlights.size()));
     const bool isOnOne = place < highlights.size();
-    const int kind = random.bounded(6);
+    const int kind = random.number(0, 5);
     if (kind == 0)
         highlights.insert(place, randomHighlight(random, textLength));
     else if (kind == 1 && isOnOne)
@@ -70,9 +63,9 @@ std::vector<QRgb> painted(const QList<TextHighlight> &highlights, qint64 textLen
 
 TEST(PassageSegments, ShowWhatPaintingOnePassageAfterTheOtherShows)
 {
-    QRandomGenerator random(42);
+    NastyText random(42);
     for (int round = 0; round < 60; ++round) {
-        const int length = random.bounded(1, 300);
+        const int length = random.number(1, 299);
         PassageSegments changed;
         changed.reset(length);
         QList<TextHighlight> highlights;

@@ -36,15 +36,6 @@ protected:
         const auto &segments = find<SegmentedControl>(control);
         click(segments, segments.tabRect(index).center());
     }
-    /// From the opened list.
-    void chooseEntry(const QString &name, int row) const
-    {
-        find<PopUpList>(name).showPopup();
-        press(Qt::Key_Home);
-        for (int step = 0; step < row; ++step)
-            press(Qt::Key_Down);
-        press(Qt::Key_Return);
-    }
     void expectText(const QString &name, const QString &text) const { EXPECT_EQ(find<Paragraph>(name).text(), text); }
     void expectAlertOver(const QWidget &sheet) const
     {
@@ -202,7 +193,7 @@ TEST_F(Sheets, WordsAreCountedAsTheSheetSays)
         show(library.store.showWordFreqSheet());
         chooseSegment(u"scopeKind"_s, 1);
         EXPECT_FALSE(find(u"count"_s).isEnabled());
-        chooseEntry(u"scopeDocument"_s, 1); // newest first
+        find<PopUpList>(u"scopeDocument"_s).setCurrentIndex(1); // newest first
         click(u"ignoreStopwords"_s);
         chooseSegment(u"limit"_s, segment);
         find(u"minLength"_s).setFocus();
@@ -216,15 +207,15 @@ TEST_F(Sheets, WordsAreCountedAsTheSheetSays)
     }
     show(library.store.showWordFreqSheet());
     chooseSegment(u"scopeKind"_s, 1);
-    const auto &documents = find<PopUpList>(u"scopeDocument"_s);
+    auto &documents = find<PopUpList>(u"scopeDocument"_s);
     EXPECT_TRUE(documents.itemText(1).startsWith(u"two lines and W"_s));
-    chooseEntry(u"scopeDocument"_s, 3);
+    documents.setCurrentIndex(3);
     library.paste(u"Newer"_s, u"text"_s);
     EXPECT_EQ(documents.currentText(), u"Other"_s);
     library.store.deleteDocument(other);
     EXPECT_FALSE(find(u"count"_s).isEnabled());
     chooseSegment(u"scopeKind"_s, 2);
-    chooseEntry(u"scopeCode"_s, 2);
+    find<PopUpList>(u"scopeCode"_s).setCurrentIndex(2);
     click(u"count"_s);
     EXPECT_EQ(items->value(0).term, u"table"_s) << "in Doubt";
 }
