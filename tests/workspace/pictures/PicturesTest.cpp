@@ -392,8 +392,7 @@ protected:
     {
         for (const QString &title : path) {
             auto &menu = static_cast<QMenu &>(top());
-            const QList<QAction *> entries = menu.actions();
-            menu.setActiveAction(*std::ranges::find(entries, title, &QAction::text));
+            menu.setActiveAction(&entry(menu, title));
             if (title != path.last())
                 press(Qt::Key_Right);
         }
