@@ -10,11 +10,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-std::unique_ptr<Database> opened(const QByteArray &name, const Configuration &configuration)
+std::unique_ptr<Database> opened(const QByteArray &name)
 {
     // SQLite's own mutexes are needless: the queue lets one thread in at a time.
-    const int flags = SQLITE_OPEN_NOMUTEX
-        | (configuration.readonly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    constexpr int flags = SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
     sqlite3 *raw = nullptr;
     const int status = sqlite3_open_v2(name.constData(), &raw, flags, nullptr);
     auto database = std::make_unique<Database>(raw); // owns it before the check may throw
@@ -26,44 +25,42 @@ std::unique_ptr<Database> opened(const QByteArray &name, const Configuration &co
 }
 
 /// SQLite opens a file that it may not write for reading only, without an error.
-void refuseReadOnly(sqlite3 *connection, const Configuration &configuration)
+void refuseReadOnly(sqlite3 *connection)
 {
-    if (!configuration.readonly && sqlite3_db_readonly(connection, "main") == 1)
+    if (sqlite3_db_readonly(connection, "main") == 1)
         throw DatabaseError::misuse(u"The file may only be read, and Vorn must be able to write it."_s);
 }
 
-void setUp(Database &database, const Configuration &configuration)
+void setUp(Database &database)
 {
     sqlite3 *connection = database.connection();
     sqlite3_busy_timeout(connection, 0);
-    const int quotes = configuration.acceptsDoubleQuotedStringLiterals ? 1 : 0;
-    sqlite3_db_config(connection, SQLITE_DBCONFIG_DQS_DDL, quotes, nullptr);
-    sqlite3_db_config(connection, SQLITE_DBCONFIG_DQS_DML, quotes, nullptr);
+    // A column that isn't there must be an error, not its name as a text.
+    sqlite3_db_config(connection, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+    sqlite3_db_config(connection, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     // Triggers in a file from elsewhere must not change records. We have none.
     sqlite3_db_config(connection, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
     // Functions with side effects mustn't be called by views, checks and indexes of the file.
     sqlite3_db_config(connection, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
-    if (configuration.foreignKeysEnabled)
-        database.execute("PRAGMA foreign_keys = ON");
+    database.execute("PRAGMA foreign_keys = ON");
     sqlite3_extended_result_codes(connection, 1);
-    refuseReadOnly(connection, configuration); // before the first access, which could fail because of it
+    refuseReadOnly(connection); // before the first access, which could fail because of it
     database.execute("SELECT * FROM sqlite_master LIMIT 1");
-    refuseReadOnly(connection, configuration); // again, since only the first access reads the version of the format
+    refuseReadOnly(connection); // again, since only the first access reads the version of the format
     // Identifiers are random, so an insert may touch any page of an index: all should fit. Not stored in the file.
     database.execute("PRAGMA cache_size = -65536");
 }
 
 } // namespace
 
-DatabaseQueue::DatabaseQueue(const QString &path, const Configuration &configuration)
-    : m_database(opened(QFile::encodeName(path), configuration))
+DatabaseQueue::DatabaseQueue(const QString &path) : m_database(opened(QFile::encodeName(path)))
 {
-    setUp(*m_database, configuration);
+    setUp(*m_database);
 }
 
-DatabaseQueue::DatabaseQueue(const Configuration &configuration) : m_database(opened(":memory:", configuration))
+DatabaseQueue::DatabaseQueue() : m_database(opened(":memory:"))
 {
-    setUp(*m_database, configuration);
+    setUp(*m_database);
 }
 
 DatabaseQueue::~DatabaseQueue() = default;

@@ -11,14 +11,6 @@
 #include <type_traits>
 #include <vector>
 
-/// The settings of a connection; the program always uses these values.
-struct Configuration {
-    bool foreignKeysEnabled = true;
-    bool readonly = false; ///< otherwise the file is opened for writing and made if missing
-    QString label;
-    bool acceptsDoubleQuotedStringLiterals = false;
-};
-
 /// Is told of each row that a connection inserts, updates or deletes.
 struct RowWatcher {
     virtual ~RowWatcher() = default;
@@ -30,9 +22,9 @@ struct RowWatcher {
 class DatabaseQueue {
 public:
     /// Opens or makes the file at `path`. Throws DatabaseError.
-    explicit DatabaseQueue(const QString &path, const Configuration &configuration = {});
+    explicit DatabaseQueue(const QString &path);
     /// A private database in memory, gone with the queue. Throws DatabaseError.
-    explicit DatabaseQueue(const Configuration &configuration = {});
+    DatabaseQueue();
     ~DatabaseQueue();
     DatabaseQueue(const DatabaseQueue &) = delete;
     DatabaseQueue &operator=(const DatabaseQueue &) = delete;
