@@ -37,7 +37,7 @@ char16_t shownAs(QStringView text, qsizetype index)
                                                                       : lineFeed;
     case paragraphSeparator:
         return lineFeed;
-    case 0: // the text engine gives these four a meaning of its own
+    case 0: // the text engine treats these four as line or object marks
     case QChar::ObjectReplacementCharacter:
     case 0xFDD0:
     case 0xFDD1:

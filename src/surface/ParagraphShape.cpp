@@ -76,6 +76,6 @@ std::vector<Span> ParagraphShape::mixedSpans(const QTextLine &line, int start, i
         const auto [left, right] = std::minmax({line.cursorToX(position), line.cursorToX(position + 1)});
         found.push_back({left, right});
     }
-    constexpr qreal crack = 0.1; // neighbouring runs touch but for a rounding error
-    return united<&Span::left, &Span::right>(std::move(found), crack);
+    constexpr qreal maxGap = 0.1; // neighbouring runs touch but for a rounding error
+    return united<&Span::left, &Span::right>(std::move(found), maxGap);
 }

@@ -23,7 +23,7 @@ namespace {
 
 constexpr QSize panelSize{820, 500};
 
-/// Goes by the names of files. Qt's provider reads their beginnings, which never ends with some files of devices.
+/// Chooses icons by file name. Qt's provider reads the start of each file, which blocks on some device files.
 class IconsByName final : public QFileIconProvider {
 public:
     [[nodiscard]] QIcon icon(IconType type) const override { return QFileIconProvider::icon(type); }

@@ -22,7 +22,7 @@ private:
     const HasAccessibleRole &m_control;
 };
 
-/// Qt doesn't tell screen readers that a dialog keeps its window from being used.
+/// Qt doesn't report to screen readers that a dialog is modal.
 class AccessibleDialog final : public QAccessibleWidget {
 public:
     explicit AccessibleDialog(QDialog &dialog) : QAccessibleWidget(&dialog, QAccessible::Dialog) { }

@@ -16,5 +16,5 @@ public:
 
 class QWidget;
 
-/// Tells screen readers that the value of `control` is another one.
+/// Tells screen readers that the value of `control` has changed.
 void announceValue(QWidget &control, const QString &value);

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// More of either end than the widest window can show. A megabyte would be measured at each painting.
+/// UTF-16 code units kept of either end, more than the widest window shows: measuring a megabyte at each paint is slow.
 constexpr qsizetype longestEnd = 2'000;
 
 QString withoutMiddle(const QString &text)
@@ -19,7 +19,7 @@ QString withoutMiddle(const QString &text)
     return text.size() <= 2 * longestEnd ? text : text.first(longestEnd) + text.last(longestEnd);
 }
 
-/// Letters have fractional widths, and a text that is given a little less than its own is elided.
+/// Rounded up: advances are fractional, and a text that lacks a fraction of a pixel would be elided.
 int widthOf(const QString &text, const QFont &font)
 {
     return int(std::ceil(QFontMetricsF(font).horizontalAdvance(text)));

@@ -107,7 +107,7 @@ bool EmptyState::event(QEvent *event)
     return QWidget::event(event);
 }
 
-/// The free height is shared out between the first and the last item of the column.
+/// Splits the free height between the stretches at the top and the bottom of the column.
 void EmptyState::placeTitle()
 {
     const int content =

@@ -48,7 +48,7 @@ private:
     [[nodiscard]] QRect bodyRect() const;
     [[nodiscard]] QPainterPath outline() const;
     [[nodiscard]] bool closesAt(const QWidget *clicked) const;
-    /// Whether the place that it points to goes along with that widget.
+    /// Whether moving `widget` moves what the popover points to.
     [[nodiscard]] bool hangsOn(const QWidget *widget) const;
 
     QPointer<const QWidget> m_bar;

@@ -131,7 +131,7 @@ void Sheet::takeOver()
     place();
 }
 
-/// A click on a window below gives that window the keyboard, though it may do nothing with it.
+/// A click on a window below moves the keyboard focus to it although a modal sheet blocks it; the sheet takes it back.
 void Sheet::keepKeyboard()
 {
     const QWindow *focused = QGuiApplication::focusWindow();

@@ -26,7 +26,7 @@ double springProgress(double progress)
     return 1 - decay * (std::cos(angle) + damping / dampedShare * std::sin(angle));
 }
 
-/// The picture of a widget on its way.
+/// A snapshot of a widget, shown while it moves.
 class Ghost final : public QWidget {
 public:
     explicit Ghost(QWidget &original)
@@ -38,7 +38,7 @@ public:
         resize(original.size());
     }
 
-    /// `presence` goes from 0, away and invisible, to 1; a spring takes it a little beyond.
+    /// `presence` runs from 0 (away and invisible) to 1; a spring overshoots it a little.
     void setPresence(double presence, QPoint offset)
     {
         m_opacity = std::clamp(presence, 0., 1.);

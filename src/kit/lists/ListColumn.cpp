@@ -16,7 +16,7 @@ namespace {
 
 constexpr int headSpacing = 11;
 constexpr int defaultHeight = 600;
-/// So far to the left that the button's chevron, not its frame, is in line with the texts below.
+/// Aligns the button's chevron, not its frame, with the texts below.
 constexpr int backButtonLeft = 7;
 /// Above and below the head's content. A back row below replaces the lower padding.
 constexpr int headPadding = 2;

@@ -25,7 +25,7 @@ namespace {
 
 using Mark = FocusOutline::Mark;
 
-/// The focus has one owner, and so the way by which it came there is one fact.
+/// Global, as the focus is: only one widget has it.
 bool cameByKeyboard = false;
 
 void noteReason(Qt::FocusReason reason)

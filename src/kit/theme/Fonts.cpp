@@ -14,7 +14,7 @@ const QStringList &families()
     return families;
 }
 
-/// `size` in pixels at 96 to the inch, `tracking` as a share of it.
+/// `size` in pixels at 96 dpi, `tracking` as a share of it.
 QFont style(double size, QFont::Weight weight, double tracking = 0)
 {
     constexpr double pointsPerPixel = .75;

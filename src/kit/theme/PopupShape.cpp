@@ -18,7 +18,8 @@
 
 namespace {
 
-/// What a popup can't paint into its own window: lies over the window below while the popup is there.
+/// A popup's shadow and smooth corners, painted into the window below while the popup is visible: for popups whose own
+/// window can't be translucent.
 class PopupShadow final : public QWidget {
 public:
     static void follow(QWidget &popup)
@@ -136,7 +137,7 @@ namespace {
 template <typename T>
 using Reply = std::unique_ptr<T, decltype([](T *reply) { std::free(reply); })>; // NOLINT(cppcoreguidelines-no-malloc)
 
-/// The composing program of a screen makes itself known by owning this selection; Qt shows us its first screen.
+/// A compositor announces itself by owning the selection of its screen; Qt uses the first screen.
 bool hasCompositor(xcb_connection_t *connection)
 {
     constexpr std::string_view name = "_NET_WM_CM_S0";

@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int patience = 300; // milliseconds: the window waits for the answer, so that it opens in the right colours
+constexpr int replyTimeout = 300; // milliseconds: the window waits for the answer, so that it opens in the right colours
 
 QString service()
 {
@@ -59,7 +59,7 @@ void PortalSettings::readAll()
 {
     QDBusMessage request = QDBusMessage::createMethodCall(service(), path(), interface(), u"ReadAll"_s);
     request << QStringList{u"org.freedesktop.appearance"_s, u"org.gnome.desktop.interface"_s};
-    const QDBusMessage reply = QDBusConnection::sessionBus().call(request, QDBus::Block, patience);
+    const QDBusMessage reply = QDBusConnection::sessionBus().call(request, QDBus::Block, replyTimeout);
     if (reply.type() == QDBusMessage::ReplyMessage)
         take(reply);
     else if (reply.errorName() == u"org.freedesktop.DBus.Error.NoReply")

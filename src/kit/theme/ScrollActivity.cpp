@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr int afterglow = 900; // milliseconds
+constexpr int lingerTime = 900; // milliseconds
 
 /// The bar lies in a container, and that in the area.
 QWidget *areaOf(const QScrollBar &bar)
@@ -36,19 +36,19 @@ bool ScrollActivity::isActive(const QWidget &bar)
     const ScrollActivity *activity = activityOf(bar);
     if (activity == nullptr)
         return true;
-    return activity->m_afterglow.isActive() || (activity->m_area != nullptr && activity->m_area->underMouse());
+    return activity->m_lingerTime.isActive() || (activity->m_area != nullptr && activity->m_area->underMouse());
 }
 
 ScrollActivity::ScrollActivity(QScrollBar &bar) : QObject(&bar), m_bar(bar), m_area(areaOf(bar))
 {
-    m_afterglow.setSingleShot(true);
-    m_afterglow.setInterval(afterglow);
+    m_lingerTime.setSingleShot(true);
+    m_lingerTime.setInterval(lingerTime);
     const auto repaint = qOverload<>(&QWidget::update);
     connect(&bar, &QScrollBar::valueChanged, this, [this] {
-        m_afterglow.start();
+        m_lingerTime.start();
         m_bar.update();
     });
-    connect(&m_afterglow, &QTimer::timeout, &bar, repaint);
+    connect(&m_lingerTime, &QTimer::timeout, &bar, repaint);
     if (m_area != nullptr)
         m_area->installEventFilter(this);
 }

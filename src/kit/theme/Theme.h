@@ -85,7 +85,7 @@ namespace Theme {
 /// Shows everything in `look` from now on: sets the application's palette and thereby repaints every widget.
 void setLook(Look look);
 
-/// Dresses the application: style, fonts, and the look that `appearance` asks for, now and whenever it changes.
+/// Installs the style, the fonts and the look that `appearance` asks for, and follows its changes.
 void follow(const Appearance &appearance);
 
 /// A code's stored colour, opaque; the accent where `hex` is no colour.

@@ -17,7 +17,7 @@ class VornStyle final : public QProxyStyle {
 public:
     VornStyle();
 
-    /// Nothing moves from now on, or everything does again.
+    /// Turns animations off or on.
     void setReducesMotion(bool reduces) { m_reducesMotion = reduces; }
 
     using QProxyStyle::polish;

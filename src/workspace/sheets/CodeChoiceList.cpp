@@ -177,7 +177,7 @@ void CodeChoiceList::keyPressEvent(QKeyEvent *event)
         RowList::keyPressEvent(event);
 }
 
-/// Two clicks are two clicks, however fast.
+/// A double click counts as two clicks.
 void CodeChoiceList::mouseDoubleClickEvent(QMouseEvent *event)
 {
     mousePressEvent(event);

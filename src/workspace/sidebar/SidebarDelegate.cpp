@@ -27,7 +27,7 @@ bool isButton(const SidebarRow &row)
     return row.kind == Kind::newProject || row.kind == Kind::newCode;
 }
 
-/// Marks end where names are about to begin, however large they are.
+/// Marks of all sizes are aligned at their right edge, just before the names.
 void putMark(RowLine &line, const SidebarRow &row, const QColor &plusColor)
 {
     constexpr int bookSide = 13;
