@@ -1,5 +1,6 @@
 #include "workspace/FilePanel.h"
 
+#include "kit/controls/AccessibleDialogs.h"
 #include "kit/controls/Alert.h"
 
 #include <QDialogButtonBox>
@@ -57,6 +58,7 @@ FilePanel::FilePanel(QWidget *parent, const QString &title, const QString &folde
     : QFileDialog(parent, title, folder),
       m_prompt(prompt)
 {
+    describeDialogsToScreenReaders();
     setOption(DontUseNativeDialog, !mayBeNative);
     setLabelText(Accept, prompt);
     if (!extension.isEmpty())

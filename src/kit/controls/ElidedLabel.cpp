@@ -28,9 +28,10 @@ int widthOf(const QString &text, const QFont &font)
 } // namespace
 
 ElidedLabel::ElidedLabel(const QString &text, const QFont &font, Symbols::Tint tint, QWidget *parent)
-    : QWidget(parent),
+    : QLabel(parent),
       m_tint(tint)
 {
+    setTextFormat(Qt::PlainText);
     setFont(font);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     setText(text);
@@ -40,24 +41,14 @@ void ElidedLabel::setText(const QString &text)
 {
     QString line = text;
     line.replace(u'\n', u' ');
-    if (line == m_text)
-        return;
-    m_text = line;
     m_shown = withoutMiddle(line);
-    setAccessibleName(m_text);
-    updateGeometry();
-    update();
+    setAccessibleName(line);
+    QLabel::setText(line);
 }
 
 void ElidedLabel::setElideMode(Qt::TextElideMode mode)
 {
     m_elideMode = mode;
-    update();
-}
-
-void ElidedLabel::setAlignment(Qt::Alignment alignment)
-{
-    m_alignment = alignment;
     update();
 }
 
@@ -87,16 +78,16 @@ void ElidedLabel::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setPen(Symbols::colorOf(m_tint));
-    const Qt::Alignment alignment = QStyle::visualAlignment(layoutDirection(), m_alignment | Qt::AlignVCenter);
-    painter.drawText(rect(), int(alignment) | Qt::TextSingleLine | Qt::TextDontClip,
+    const Qt::Alignment visual = QStyle::visualAlignment(layoutDirection(), alignment());
+    painter.drawText(rect(), int(visual) | Qt::TextSingleLine | Qt::TextDontClip,
         isElided() ? fontMetrics().elidedText(m_shown, m_elideMode, width()) : m_shown);
 }
 
 bool ElidedLabel::event(QEvent *event)
 {
     if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && isElided()) {
-        LongText::showToolTip(static_cast<QHelpEvent *>(event)->globalPos(), m_text, this);
+        LongText::showToolTip(static_cast<QHelpEvent *>(event)->globalPos(), text(), this);
         return true;
     }
-    return QWidget::event(event);
+    return QLabel::event(event);
 }

@@ -8,35 +8,27 @@
 #include <cmath>
 
 Paragraph::Paragraph(const QString &text, const QFont &font, Symbols::Tint tint, int lineHeight, QWidget *parent)
-    : QWidget(parent),
+    : QLabel(parent),
       m_tint(tint),
       m_lineHeight(lineHeight)
 {
+    setTextFormat(Qt::PlainText);
+    setWordWrap(true);
     setFont(font);
-    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
-    policy.setHeightForWidth(true);
-    setSizePolicy(policy);
     setText(text);
 }
 
 void Paragraph::setText(const QString &text)
 {
-    m_text = text;
-    m_text.replace(u'\n', QChar::LineSeparator);
+    m_lines = text;
+    m_lines.replace(u'\n', QChar::LineSeparator);
     setAccessibleName(text);
-    updateGeometry();
-    update();
-}
-
-void Paragraph::setAlignment(Qt::Alignment alignment)
-{
-    m_alignment = alignment;
-    update();
+    QLabel::setText(text);
 }
 
 double Paragraph::layOut(QTextLayout &layout, double width) const
 {
-    QTextOption option(QStyle::visualAlignment(layoutDirection(), m_alignment));
+    QTextOption option(QStyle::visualAlignment(layoutDirection(), alignment()));
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     option.setTextDirection(layoutDirection());
     layout.setTextOption(option);
@@ -55,14 +47,14 @@ double Paragraph::layOut(QTextLayout &layout, double width) const
 int Paragraph::heightForWidth(int width) const
 {
     const QMargins margins = contentsMargins();
-    QTextLayout layout(m_text, font(), this);
+    QTextLayout layout(m_lines, font(), this);
     const double height = layOut(layout, width - margins.left() - margins.right());
     return int(std::ceil(height)) + margins.top() + margins.bottom();
 }
 
 QSize Paragraph::sizeHint() const
 {
-    QTextLayout layout(m_text, font(), this);
+    QTextLayout layout(m_lines, font(), this);
     const double height = layOut(layout, QWIDGETSIZE_MAX);
     double width = 0;
     for (int index = 0; index < layout.lineCount(); ++index)
@@ -79,7 +71,7 @@ QSize Paragraph::minimumSizeHint() const
 void Paragraph::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    QTextLayout layout(m_text, font(), this);
+    QTextLayout layout(m_lines, font(), this);
     layOut(layout, contentsRect().width());
     painter.setPen(Symbols::colorOf(m_tint));
     layout.draw(&painter, contentsRect().topLeft());

@@ -1,29 +1,25 @@
 #pragma once
 
-#include "kit/controls/Accessible.h"
 #include "kit/theme/Symbols.h"
 
-#include <QWidget>
+#include <QLabel>
 
 class QTextLayout;
 
 /// A wrapped text with a line distance of its own, which QLabel doesn't offer. Follows the look by itself.
-class Paragraph final : public QWidget, public HasAccessibleRole {
+class Paragraph final : public QLabel {
     Q_OBJECT
 
 public:
     /// `lineHeight` in logical pixels is a minimum: lines whose letters are higher take more.
     Paragraph(const QString &text, const QFont &font, Symbols::Tint tint, int lineHeight, QWidget *parent = nullptr);
 
-    [[nodiscard]] const QString &text() const { return m_text; }
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
     [[nodiscard]] bool hasHeightForWidth() const override { return true; }
     [[nodiscard]] int heightForWidth(int width) const override;
-    [[nodiscard]] QAccessible::Role accessibleRole() const override { return QAccessible::StaticText; }
 
     void setText(const QString &text);
-    void setAlignment(Qt::Alignment alignment);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -32,8 +28,7 @@ private:
     /// Breaks the text into lines at most `width` wide and returns their height together.
     double layOut(QTextLayout &layout, double width) const;
 
-    QString m_text;
+    QString m_lines; ///< the text, with its line breaks as QTextLayout has them
     Symbols::Tint m_tint;
     int m_lineHeight;
-    Qt::Alignment m_alignment = Qt::AlignLeft;
 };

@@ -1,5 +1,6 @@
 #include "kit/controls/Popover.h"
 
+#include "kit/controls/AccessibleDialogs.h"
 #include "kit/controls/Capsule.h"
 #include "kit/controls/FocusHandling.h"
 #include "kit/controls/Transition.h"
@@ -46,6 +47,7 @@ Transition fadeIn()
 
 Popover::Popover(QWidget &window) : QWidget(&window)
 {
+    describeDialogsToScreenReaders();
     setContentsMargins(frame());
     setFocusPolicy(Qt::NoFocus);
     hide();

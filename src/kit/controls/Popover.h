@@ -1,6 +1,5 @@
 #pragma once
 
-#include "kit/controls/Accessible.h"
 #include "kit/controls/FocusHandling.h"
 
 #include <QPointer>
@@ -11,7 +10,7 @@ class QPainterPath;
 /// A raised panel with an arrow that points down at what it belongs to. It lies over its window as a child, so it
 /// behaves alike on every platform. A click elsewhere or Escape closes it; Tab stays inside; the focus goes back to
 /// where it was. Set a layout on it; its margins are inside the panel.
-class Popover : public QWidget, public HasAccessibleRole {
+class Popover : public QWidget {
     Q_OBJECT
 
 public:
@@ -20,7 +19,6 @@ public:
 
     /// The panel without arrow and shadow, in the coordinates of the window.
     [[nodiscard]] QRect bodyInWindow() const;
-    [[nodiscard]] QAccessible::Role accessibleRole() const override { return QAccessible::Dialog; }
 
     /// Opens above `bar` with the arrow at the middle of `target`, moved sideways as far as the window's edges ask for.
     /// The focus goes to `firstFocus`, or to the first stop inside.

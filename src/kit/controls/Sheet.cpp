@@ -1,5 +1,6 @@
 #include "kit/controls/Sheet.h"
 
+#include "kit/controls/AccessibleDialogs.h"
 #include "kit/controls/Transition.h"
 #include "kit/theme/Metrics.h"
 #include "kit/theme/Painting.h"
@@ -81,6 +82,7 @@ Sheet::Sheet(QWidget &parent, int bodyWidth)
       m_bodyWidth(bodyWidth),
       m_paintsShadow(windowsCanBeTranslucent())
 {
+    describeDialogsToScreenReaders();
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowModality(Qt::WindowModal);
     if (m_paintsShadow) {

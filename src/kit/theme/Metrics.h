@@ -15,7 +15,6 @@ inline constexpr double menuRadius = 9;
 inline constexpr double popoverRadius = 10;
 inline constexpr double sheetRadius = 12;
 
-inline constexpr int menuBarHeight = 30;
 inline constexpr int columnHeadHeight = 46;
 inline constexpr int controlHeight = 28;
 inline constexpr int smallControlHeight = 24;

@@ -23,5 +23,5 @@ private:
 
     QScrollBar &m_bar;
     QWidget *m_area;
-    QTimer m_afterglow;
+    QTimer m_lingerTime;
 };

@@ -25,7 +25,6 @@ class ReaderView final : public QWidget {
 public:
     explicit ReaderView(LibraryStore &store, QWidget *parent = nullptr);
 
-    [[nodiscard]] CodingTextView &textView() const { return *m_text; }
     /// The passage that "Add Code" would code.
     [[nodiscard]] const std::optional<TextRange> &selection() const { return m_selection; }
 

@@ -24,25 +24,23 @@ constexpr int maxLineCount = 2;
 
 } // namespace
 
-QuerySummary::QuerySummary(QWidget *parent) : QWidget(parent)
+QuerySummary::QuerySummary(QWidget *parent) : QLabel(parent)
 {
+    setTextFormat(Qt::PlainText);
     setFont(Fonts::callout());
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
 }
 
 void QuerySummary::setText(const QString &text)
 {
-    if (text == m_text)
-        return;
-    m_text = text;
     setAccessibleName(text);
+    QLabel::setText(text);
     fitHeight();
-    update();
 }
 
 SnippetLayout QuerySummary::layOut() const
 {
-    return {m_text,
+    return {text(),
         {.font = font(),
             .width = width(),
             .lineHeight = lineHeight,
@@ -58,7 +56,7 @@ void QuerySummary::fitHeight()
 
 void QuerySummary::resizeEvent(QResizeEvent *event)
 {
-    QWidget::resizeEvent(event);
+    QLabel::resizeEvent(event);
     if (event->size().width() != event->oldSize().width())
         fitHeight();
 }

@@ -1,14 +1,13 @@
 #pragma once
 
 #include "analysis/CompoundQuery.h"
-#include "kit/controls/Accessible.h"
 #include "kit/lists/ListColumn.h"
 #include "kit/lists/ListModel.h"
 #include "records/Code.h"
 
 #include <QColor>
 #include <QHash>
-#include <QWidget>
+#include <QLabel>
 
 class LibraryStore;
 class ResultPage;
@@ -16,15 +15,12 @@ class SnippetLayout;
 
 /// A query in words, in at most two lines, as high as these need in its present width. Its cost doesn't grow with what
 /// is cut off.
-class QuerySummary final : public QWidget, public HasAccessibleRole {
+class QuerySummary final : public QLabel {
     Q_OBJECT
 
 public:
     explicit QuerySummary(QWidget *parent = nullptr);
 
-    [[nodiscard]] QAccessible::Role accessibleRole() const override { return QAccessible::StaticText; }
-
-    /// Also the accessible name, whole.
     void setText(const QString &text);
 
 protected:
@@ -34,8 +30,6 @@ protected:
 private:
     void fitHeight();
     [[nodiscard]] SnippetLayout layOut() const;
-
-    QString m_text;
 };
 
 /// The last query in words, and every passage that it found.

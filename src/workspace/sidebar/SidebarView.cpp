@@ -1,6 +1,5 @@
 #include "workspace/sidebar/SidebarView.h"
 
-#include "kit/controls/Accessible.h"
 #include "kit/controls/ElidedLabel.h"
 #include "kit/lists/RowLine.h"
 #include "kit/theme/Fonts.h"
@@ -15,6 +14,8 @@
 #include "workspace/sidebar/SidebarModel.h"
 
 #include <QFontMetrics>
+#include <QLabel>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
@@ -30,22 +31,20 @@ namespace {
 constexpr int defaultHeight = 600;
 
 /// The line at the sidebar's bottom that says where everything is kept.
-class SidebarFooter final : public QWidget, public HasAccessibleRole {
+class SidebarFooter final : public QLabel {
 public:
-    explicit SidebarFooter(QWidget *parent) : QWidget(parent)
+    explicit SidebarFooter(QWidget *parent) : QLabel(u"Offline · stored on "_s + thisComputer(), parent)
     {
         setFont(Fonts::caption());
-        setAccessibleName(u"Offline · stored on "_s + thisComputer());
         setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     }
 
-    [[nodiscard]] QAccessible::Role accessibleRole() const override { return QAccessible::StaticText; }
     [[nodiscard]] QSize sizeHint() const override
     {
         constexpr int padding = 10; // above and below
         const QFontMetrics metrics(font());
-        const int text = metrics.horizontalAdvance(accessibleName()) + 1; // rounded up
-        return {text + lockSide + spacing, metrics.height() + 2 * padding};
+        const int textWidth = metrics.horizontalAdvance(text()) + 1; // rounded up
+        return {textWidth + lockSide + spacing, metrics.height() + 2 * padding};
     }
 
 protected:
@@ -53,13 +52,13 @@ protected:
     {
         const QFontMetrics metrics(font());
         const int room = std::max(0, width() - lockSide - spacing);
-        const int textWidth = std::min(room, metrics.horizontalAdvance(accessibleName()) + 1); // rounded up
+        const int textWidth = std::min(room, metrics.horizontalAdvance(text()) + 1); // rounded up
         QRect place(0, 0, lockSide + spacing + textWidth, height());
         place.moveLeft((width() - place.width()) / 2);
         QPainter painter(this);
         RowLine line(&painter, place, layoutDirection());
         line.symbol(u"lock.fill"_s, Theme::colors().tertiary, lockSide, spacing);
-        line.text(accessibleName(), font(), Theme::colors().tertiary);
+        line.text(text(), font(), Theme::colors().tertiary);
     }
 
 private:
@@ -180,15 +179,18 @@ void SidebarView::followSelection()
         m_list->selectionModel()->setCurrentIndex(selected, QItemSelectionModel::NoUpdate);
 }
 
-/// If there is just one code more than before, it has been made here or elsewhere in the window: scrolls to it.
+/// If there is just one code more than before, it has been made here or elsewhere in the window: scrolls to it, and to
+/// the line below it that makes the next one.
 void SidebarView::followNewCode()
 {
     const QList<Code> &codes = m_store.codes().get(); // oldest first
     const qsizetype count = codes.size();
     const QUuid newest = count > 0 ? codes.last().id : QUuid();
     const QUuid before = std::exchange(m_newestCode, newest);
-    if (count > 1 && newest != before && codes.at(count - 2).id == before)
+    if (count > 1 && newest != before && codes.at(count - 2).id == before) {
+        m_list->scrollTo(m_model->find(Kind::newCode, {}));
         m_list->scrollTo(m_model->find(Kind::code, newest));
+    }
 }
 
 void SidebarView::act(const QModelIndex &index)
