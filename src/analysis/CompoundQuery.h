@@ -21,7 +21,7 @@ struct QuerySpec {
         all ///< stretches of text where all the codes overlap
     };
 
-    QList<QUuid> codeIDs; ///< in the order chosen, which the summary and the results keep
+    QList<QUuid> codeIDs = {}; ///< in the order chosen, which the summary and the results keep
     Mode mode = Mode::any;
     QString textFilter = {}; ///< as typed; nothing but blanks and line breaks is no filter
 

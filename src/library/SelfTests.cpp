@@ -99,7 +99,7 @@ void SelfTests::prepareScreens(LibraryStore &store, const CommandLine &commandLi
             store.sidebarSelection().set(CodeSelection{codes.first().id});
     }
     if (commandLine.has(CommandLine::queryDemo)) {
-        QuerySpec spec{.codeIDs = {}, .mode = QuerySpec::Mode::all, .textFilter = {}};
+        QuerySpec spec{.mode = QuerySpec::Mode::all};
         for (const Code &code : codes.first(std::min<qsizetype>(2, codes.size())))
             spec.codeIDs.append(code.id);
         store.runQuery(spec);
@@ -155,8 +155,8 @@ void SelfTests::runQueries()
         m_store.runQuery(spec);
         return m_store.queryResults()->size();
     };
-    const qsizetype any = found({.codeIDs = {first}, .mode = QuerySpec::Mode::any, .textFilter = {}});
-    const qsizetype all = found({.codeIDs = {first, second}, .mode = QuerySpec::Mode::all, .textFilter = {}});
+    const qsizetype any = found({.codeIDs = {first}, .mode = QuerySpec::Mode::any});
+    const qsizetype all = found({.codeIDs = {first, second}, .mode = QuerySpec::Mode::all});
     const qsizetype filtered = found({.codeIDs = {first}, .mode = QuerySpec::Mode::any, .textFilter = u"phone"_s});
     m_print(u"QUERY-TEST any=%1 all=%2 filtered-phone=%3"_s.arg(any).arg(all).arg(filtered));
 }

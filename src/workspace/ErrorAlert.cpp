@@ -67,9 +67,7 @@ void ErrorAlert::render()
     m_alert = Alert::show(modal != nullptr ? *modal : m_window,
         {.title = u"Something went wrong"_s,
             .message = *error,
-            .field = {},
             .action = u"OK"_s,
-            .cancel = {},
             .onAction = [dismiss](const QString &) { dismiss(); },
             .onCancel = dismiss});
     // An alert over a sheet is deleted with the sheet, perhaps unread: then it is shown again.

@@ -137,16 +137,13 @@ void FilePanel::askToReplace(const QString &path)
     Alert::show(*this,
         {.title = u"“%1” already exists. Do you want to replace it?"_s.arg(QFileInfo(path).fileName()),
             .message = u"Replacing it overwrites its contents."_s,
-            .field = {},
             .action = u"Replace"_s,
             .actionRole = ButtonRole::destructive,
             .cancel = u"Cancel"_s,
-            .onAction =
-                [this, path](const QString &) {
-                    m_chosen = {path};
-                    done(Accepted);
-                },
-            .onCancel = {}});
+            .onAction = [this, path](const QString &) {
+                m_chosen = {path};
+                done(Accepted);
+            }});
 }
 
 /// Qt's panel counts files alone, and calls its button otherwise where it would enter a folder. Its button is made anew

@@ -90,11 +90,7 @@ void showAbout(QMainWindow &window)
     Alert::show(window,
         {.title = u"Vorn %1"_s.arg(QApplication::applicationVersion()),
             .message = u"A workbench for qualitative data analysis. Everything stays on this computer."_s,
-            .field = {},
-            .action = u"OK"_s,
-            .cancel = {},
-            .onAction = {},
-            .onCancel = {}});
+            .action = u"OK"_s});
 }
 
 void addProgramMenu(QMenuBar &bar, QMainWindow &window)

@@ -58,22 +58,15 @@ protected:
 /// away altogether.
 class ColumnSplitter final : public QSplitter {
 public:
-    explicit ColumnSplitter(QWidget *parent = nullptr);
+    ColumnSplitter()
+    {
+        setHandleWidth(hairline);
+        setChildrenCollapsible(false);
+    }
 
 protected:
-    [[nodiscard]] QSplitterHandle *createHandle() override;
+    [[nodiscard]] QSplitterHandle *createHandle() override { return new Handle(orientation(), this); }
 };
-
-ColumnSplitter::ColumnSplitter(QWidget *parent) : QSplitter(Qt::Horizontal, parent)
-{
-    setHandleWidth(hairline);
-    setChildrenCollapsible(false);
-}
-
-QSplitterHandle *ColumnSplitter::createHandle()
-{
-    return new Handle(orientation(), this);
-}
 
 constexpr QSize defaultSize{1180, 780};
 constexpr QSize maxFrame{16, 48}; // around the window; its true size isn't known before the window is shown

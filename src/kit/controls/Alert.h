@@ -18,20 +18,20 @@ class Alert final : public Sheet {
 
 public:
     struct Field {
-        QString text; ///< selected at first, so that typing replaces it
+        QString text = {}; ///< selected at first, so that typing replaces it
         QString placeholder;
-        QString accessibleName; ///< the placeholder if empty
+        QString accessibleName = {}; ///< the placeholder if empty
     };
     struct Content {
         QString title;
-        QString message; ///< may be empty
-        std::optional<Field> field;
+        QString message = {}; ///< may be empty
+        std::optional<Field> field = {};
         QString action; ///< the label of the button that acts
         ButtonRole actionRole = ButtonRole::prominent; ///< a destructive one isn't the default: Cancel has the focus
-        QString cancel; ///< the label of the other button; empty for none
+        QString cancel = {}; ///< the label of the other button; empty for none
         /// `text` is what the field holds.
-        std::function<void(const QString &text)> onAction;
-        std::function<void()> onCancel; ///< also when the alert is dismissed otherwise
+        std::function<void(const QString &text)> onAction = {};
+        std::function<void()> onCancel = {}; ///< also when the alert is dismissed otherwise
     };
 
     /// Opens an alert in the window of `parent`. Owned by that window; deletes itself after its answer.

@@ -254,7 +254,7 @@ void DocumentListView::askForName(const Document &document)
 {
     Alert::Content content;
     content.title = u"Rename Document"_s;
-    content.field = Alert::Field{.text = document.title, .placeholder = u"Title"_s, .accessibleName = {}};
+    content.field = Alert::Field{.text = document.title, .placeholder = u"Title"_s};
     content.action = u"Rename"_s;
     content.cancel = u"Cancel"_s;
     content.onAction = [&store = m_store, id = document.id](const QString &title) {

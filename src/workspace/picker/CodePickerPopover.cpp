@@ -164,11 +164,11 @@ QList<PickerRow> CodePickerPopover::rows() const
 {
     QList<PickerRow> rows;
     if (const std::optional<QString> name = creatableName())
-        rows.append({.code = {}, .name = *name});
+        rows.append({.name = *name});
     const QString lowered = CharacterTable::lowered(TextTrimming::trimmed(m_field->text()).toString());
     for (const Code &code : m_store.codes().get()) {
         if (CharacterTable::lowered(code.name).contains(lowered))
-            rows.append({.code = code, .name = {}, .count = m_store.codeCounts()->value(code.id)});
+            rows.append({.code = code, .count = m_store.codeCounts()->value(code.id)});
     }
     return rows;
 }

@@ -18,8 +18,8 @@ class QLineEdit;
 
 /// A code to choose, or the name of one to create.
 struct PickerRow {
-    std::optional<Code> code;
-    QString name; ///< of a code that isn't there yet
+    std::optional<Code> code = {};
+    QString name = {}; ///< of a code that isn't there yet
     qint64 count = 0; ///< the code's passages
 
     bool operator==(const PickerRow &) const = default;

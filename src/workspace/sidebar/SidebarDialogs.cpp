@@ -41,7 +41,7 @@ void SidebarDialogs::askForName(const Project &project)
 {
     Alert::Content content;
     content.title = u"Rename “%1”"_s.arg(LongText::shortened(project.name));
-    content.field = Alert::Field{.text = project.name, .placeholder = u"Project name"_s, .accessibleName = {}};
+    content.field = Alert::Field{.text = project.name, .placeholder = u"Project name"_s};
     content.action = u"Rename"_s;
     content.onAction = [&store = m_store, id = project.id](const QString &name) {
         if (const auto renamed = StoreLookup::project(store, id))
@@ -55,7 +55,7 @@ void SidebarDialogs::askForNewProject()
     Alert::Content content;
     content.title = u"New Project"_s;
     content.message = u"Projects keep their own documents, codes, and memos."_s;
-    content.field = Alert::Field{.text = {}, .placeholder = u"Project name"_s, .accessibleName = {}};
+    content.field = Alert::Field{.placeholder = u"Project name"_s};
     content.action = u"Create"_s;
     content.onAction = [&store = m_store](const QString &name) { store.createProject(name); };
     show(content);
