@@ -1,7 +1,10 @@
 #include "kit/controls/LongText.h"
 
+#include <QRegularExpression>
 #include <QTextDocument>
 #include <QToolTip>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -51,7 +54,10 @@ QString LongText::shortened(const QString &text, qsizetype maxLength)
 void LongText::showToolTip(const QPoint &position, const QString &text, QWidget *owner)
 {
     constexpr qsizetype maxUnits = 1'000;
-    QToolTip::showText(position, Qt::convertFromPlainText(shortened(text, maxUnits)), owner);
+    static const QRegularExpression partOfLongWord(uR"(((?:(?!\s)\X){40})(?!\s))"_s);
+    QString breakable = shortened(text, maxUnits);
+    breakable.replace(partOfLongWord, u"\\1\u200B"_s); // a tool tip is as wide as its longest word
+    QToolTip::showText(position, Qt::convertFromPlainText(breakable), owner);
 }
 
 QTextOption::WrapMode LongText::wrapMode(QStringView text)
