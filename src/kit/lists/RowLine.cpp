@@ -111,16 +111,14 @@ void RowLine::bar(double width, int height, int gap, const QColor &color)
         Painting::fill(*m_painter, bar, Metrics::barRadius, color);
 }
 
-bool RowLine::text(
-    const QString &text, const QFont &font, const QColor &color, std::optional<Qt::LayoutDirection> side) const
+bool RowLine::text(const QString &text, const QFont &font, const QColor &color) const
 {
     const QString shown = RowText::fitting(text, font, m_rest.width());
     if (m_painter != nullptr) {
         m_painter->setFont(font);
         m_painter->setPen(color);
         m_painter->setLayoutDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
-        const Qt::Alignment alignment =
-            QStyle::visualAlignment(side.value_or(m_direction), Qt::AlignLeft | Qt::AlignVCenter);
+        const Qt::Alignment alignment = QStyle::visualAlignment(m_direction, Qt::AlignLeft | Qt::AlignVCenter);
         m_painter->drawText(placed(m_rest), int(alignment) | Qt::TextSingleLine | Qt::TextDontClip, shown);
     }
     return shown == text;

@@ -4,8 +4,6 @@
 #include <QRect>
 #include <QtGlobal>
 
-#include <optional>
-
 class QColor;
 class QFont;
 class QPainter;
@@ -59,11 +57,9 @@ public:
     void count(qint64 count, const QFont &font, int gap, int minWidth = 0);
     /// At the end, with `gap` before it.
     void bar(double width, int height, int gap, const QColor &color);
-    /// Fills the rest with the beginning of `text`, at the side where texts of direction `side` begin, that of the
-    /// line by default. Returns whether all of it is shown.
-    /// Most who paint needn't know. NOLINTNEXTLINE(modernize-use-nodiscard)
-    bool text(const QString &text, const QFont &font, const QColor &color,
-        std::optional<Qt::LayoutDirection> side = {}) const;
+    /// Fills the rest with the beginning of `text`, close to the marks whichever way the text reads. Returns whether
+    /// all of it is shown. Most who paint needn't know. NOLINTNEXTLINE(modernize-use-nodiscard)
+    bool text(const QString &text, const QFont &font, const QColor &color) const;
 
 private:
     [[nodiscard]] QRect takeSquare(int side, int gap);

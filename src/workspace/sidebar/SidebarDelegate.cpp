@@ -124,6 +124,5 @@ bool SidebarDelegate::fill(RowLine &line, const QModelIndex &index) const
     if (isButton(row))
         return line.text(row.text, m_buttonFont, buttonColor);
     line.count(row.count, m_captionFont, SidebarMetrics::markGap);
-    // Names read from right to left stand at the right, whichever way the window reads.
-    return line.text(row.text, m_nameFont, colors.text, row.text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+    return line.text(row.text, m_nameFont, colors.text);
 }
