@@ -147,14 +147,15 @@ void RootView::renderSelection()
         m_store.selectProject(project->projectID);
 }
 
-/// A focus in the list that is hidden moves on to the one that is shown, even while another window is active: a sheet
-/// that has just been closed.
+/// The focus goes to results that were asked for, and from a list that is hidden to the one that is shown, even while
+/// another window is active: a sheet that has just been closed.
 void RootView::showList(ListColumn &list)
 {
     const QWidget *focused = focusWidget();
-    const bool takesFocus = m_lists->isAncestorOf(focused) && m_lists->currentWidget() != &list;
-    const Qt::FocusReason reason =
-        takesFocus && FocusRing::isDueTo(*focused) ? Qt::TabFocusReason : Qt::OtherFocusReason;
+    const bool isResult = &list == m_queryResults || &list == m_wordFreqResults;
+    const bool takesFocus = m_lists->currentWidget() != &list && (isResult || m_lists->isAncestorOf(focused));
+    const bool cameByKeyboard = focused != nullptr && FocusRing::isDueTo(*focused);
+    const Qt::FocusReason reason = cameByKeyboard ? Qt::TabFocusReason : Qt::OtherFocusReason;
     m_lists->setCurrentWidget(&list);
     if (takesFocus)
         list.takeFocus(reason);
