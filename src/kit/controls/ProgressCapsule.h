@@ -9,8 +9,8 @@ class ElidedLabel;
 class QProgressBar;
 class Scrim;
 
-/// The progress of a long job with files, shown over a dimmed window, with a button to stop it. Deleting it uncovers the
-/// window.
+/// The progress of a long job with files, shown over a dimmed window, with a button to stop it. Deleting it uncovers
+/// the window.
 class ProgressCapsule final : public Capsule {
     Q_OBJECT
 
