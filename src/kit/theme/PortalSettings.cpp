@@ -11,8 +11,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int replyTimeout =
-    300; // milliseconds: the window waits for the answer, so that it opens in the right colours
+/// Milliseconds. The window waits for the answer, so that it opens in the right colours.
+constexpr int replyTimeout = 300;
 
 QString service()
 {
