@@ -49,10 +49,9 @@ struct Program {
 TEST(Program, PrintsItsLinesAndNothingElseOnAFreshAndOnAnExistingLibrary)
 {
     const Program program{.platform = u"none"_s}; // whoever wanted a window would fail
-    const QString count = u"FREQ-TEST terms=50\nFREQ-TEST top: 分钟:4  "_s;
-    const std::tuple<QStringList, QString, int> runs[]{{{u"--seed-demo"_s, u"--freq-test"_s}, count, 3},
-        {{u"--freq-test"_s}, count, 3}, {{u"--query-test"_s}, u"QUERY-TEST any=3 all=1 filtered-phone=1\n"_s, 1},
-        {{u"--qdpx-test"_s, program.path(u"out"_s)}, u"QDPX-TEST OK "_s, 3}};
+    const std::tuple<QStringList, QString, int> runs[]{
+        {{u"--seed-demo"_s, u"--freq-test"_s}, u"FREQ-TEST terms=50\n"_s, 3},
+        {{u"--query-test"_s}, u"QUERY-TEST any=3 all=1 filtered-phone=1\n"_s, 1}};
     for (const auto &[arguments, beginning, lines] : runs) {
         const Ending ending = program.run(arguments);
         EXPECT_EQ(ending.status, 0);
